@@ -1,0 +1,35 @@
+# Running the interface compiler: widl when cross-compiling, MIDL on Windows.
+
+set(MORVANE_IDL_OUT ${PROJECT_BINARY_DIR}/generated)
+file(MAKE_DIRECTORY ${MORVANE_IDL_OUT})
+
+if(MSVC)
+    find_program(MORVANE_MIDL midl REQUIRED)
+else()
+    find_program(MORVANE_WIDL x86_64-w64-mingw32-widl REQUIRED)
+    set(MORVANE_WINE_IDL /usr/include/wine/wine/windows CACHE PATH "Folder with the platform's IDL files")
+    set(MORVANE_WINE_LIB /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Folder with stdole2.tlb")
+    set(MORVANE_WIDL_FLAGS --win64 -I${MORVANE_WINE_IDL} -L${MORVANE_WINE_LIB} -I${PROJECT_SOURCE_DIR} -I${MORVANE_IDL_OUT})
+endif()
+
+# morvane_idl_header(source header DEPENDS ...): the C++ header of an IDL file. The header is replaced only when its
+# text changes, so that editing a help string does not rebuild everything.
+function(morvane_idl_header source header)
+    cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+    set(out ${MORVANE_IDL_OUT}/${header})
+    get_filename_component(dir ${out} DIRECTORY)
+    file(MAKE_DIRECTORY ${dir})
+    if(MSVC)
+        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /h ${out}.new /iid nul /proxy nul /dlldata nul
+                    /notlb ${source})
+    else()
+        set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -h -o ${out}.new ${source})
+    endif()
+    add_custom_command(
+        OUTPUT ${out}
+        COMMAND ${command}
+        COMMAND ${CMAKE_COMMAND} -E copy_if_different ${out}.new ${out}
+        DEPENDS ${source} ${arg_DEPENDS}
+        COMMENT "Interface header ${header}"
+        VERBATIM)
+endfunction()

@@ -1,0 +1,67 @@
+# How targets of this tree are made. Each folder is a target that links only what lies below it.
+
+# morvane_compile_options(target): our own code; warnings are errors.
+function(morvane_compile_options target)
+    target_compile_features(${target} PUBLIC cxx_std_20)
+    target_include_directories(${target} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR}/generated)
+    if(MSVC)
+        target_compile_options(${target} PRIVATE /W4 /WX /permissive- /Zc:__cplusplus /utf-8)
+    else()
+        target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
+                                                 -Wnon-virtual-dtor -Woverloaded-virtual=1 -Werror)
+        if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
+            target_compile_options(${target} PRIVATE -Wno-unknown-warning-option -Wno-overloaded-virtual)
+        endif()
+    endif()
+    if(WIN32)
+        target_compile_definitions(${target} PRIVATE UNICODE _UNICODE NOMINMAX WIN32_LEAN_AND_MEAN STRICT
+                                                     WINVER=0x0A00 _WIN32_WINNT=0x0A00)
+    endif()
+    if(MORVANE_CHECKED)
+        target_compile_options(${target} PRIVATE -O0 -g1 -fsanitize=undefined -fsanitize-undefined-trap-on-error)
+        target_compile_definitions(${target} PRIVATE _GLIBCXX_ASSERTIONS)
+    endif()
+endfunction()
+
+# morvane_library(name SOURCES ... LINKS ...): a static library of our own code, warning-free.
+function(morvane_library name)
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${arg_SOURCES})
+    morvane_compile_options(${name})
+    target_link_libraries(${name} PUBLIC ${arg_LINKS})
+    if(WIN32 AND NOT MSVC)
+        # Names of GUIDs come from the headers; speculative devirtualisation only bloats the forwarders.
+        target_compile_options(${name} PRIVATE -fno-devirtualize-speculatively)
+    endif()
+endfunction()
+
+# morvane_windows_pch(target): the shared precompiled header of everything that speaks COM.
+function(morvane_windows_pch target)
+    if(WIN32)
+        target_precompile_headers(${target} PRIVATE ${PROJECT_SOURCE_DIR}/host/windows_headers.h)
+    endif()
+endfunction()
+
+# morvane_native_tests(LINKS ... SOURCES ...): adds tests of portable code to the native test program. They run with
+# the address and undefined-behaviour sanitizers on the build machine; on other presets they are not built.
+function(morvane_native_tests)
+    if(NOT TARGET native_tests)
+        return()
+    endif()
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    list(TRANSFORM arg_SOURCES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    target_sources(native_tests PRIVATE ${arg_SOURCES})
+    target_link_libraries(native_tests PRIVATE ${arg_LINKS})
+endfunction()
+
+# morvane_windows_tests(LINKS ... SOURCES ...): adds tests to the program that loads the real Morvane.dll and Ambrel.dll
+# beside it and runs under Wine (or on Windows).
+function(morvane_windows_tests)
+    if(NOT TARGET windows_tests)
+        return()
+    endif()
+    cmake_parse_arguments(arg "" "" "SOURCES;LINKS" ${ARGN})
+    list(TRANSFORM arg_SOURCES PREPEND ${CMAKE_CURRENT_SOURCE_DIR}/)
+    target_sources(windows_tests PRIVATE ${arg_SOURCES})
+    target_link_libraries(windows_tests PRIVATE ${arg_LINKS})
+endfunction()

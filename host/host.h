@@ -1,0 +1,6 @@
+// The framework's contract: interfaces, records and enumerations, generated from host/idl.
+#pragma once
+
+#include "host/windows_headers.h"
+
+#include "host/host_interfaces.h"

@@ -1,0 +1,8 @@
+// Runs every test of portable code, under the sanitizers.
+#include <gtest/gtest.h>
+
+int main(int argc, char** argv)
+{
+    testing::InitGoogleTest(&argc, argv);
+    return RUN_ALL_TESTS();
+}
