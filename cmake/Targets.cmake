@@ -8,7 +8,7 @@ function(morvane_compile_options target)
         target_compile_options(${target} PRIVATE /W4 /WX /permissive- /Zc:__cplusplus /utf-8)
     else()
         target_compile_options(${target} PRIVATE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wno-sign-conversion
-                                                 -Wnon-virtual-dtor -Woverloaded-virtual=1 -Werror)
+                                                 -Werror)
         if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
             target_compile_options(${target} PRIVATE -Wno-unknown-warning-option -Wno-overloaded-virtual)
         endif()

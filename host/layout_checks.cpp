@@ -1,8 +1,10 @@
 // The byte layout of every record that crosses the interfaces, checked while compiling: saved data and compiled
 // clients address the fields by offset.
 #include "host/host.h"
+#include "host/typed_properties.h"
 
 #include <cstddef>
+
 
 static_assert(sizeof(SkinRect) == 16);
 static_assert(offsetof(SkinRect, left) == 0);

@@ -16,3 +16,4 @@
 #undef SendMessage
 #undef SetWindowText
 #undef CreateWindow
+#undef GetObject
