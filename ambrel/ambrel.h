@@ -1,0 +1,61 @@
+// What an application, a test or the gallery asks of the runtime besides the contract's interfaces. Exported by Ambrel.dll.
+#pragma once
+
+#include "host/host.h"
+
+#include <cstdint>
+
+extern "C" {
+
+/// Registers the runtime's five host classes for this process, so that controls find them without any registry entry.
+/// Counted: each call is paired with AmbrelUnregisterClasses on the same thread. COM must be initialised.
+HRESULT STDMETHODCALLTYPE AmbrelRegisterClasses();
+HRESULT STDMETHODCALLTYPE AmbrelUnregisterClasses();
+
+/// A resource object with no skin: the place where shared resources, windows and skins of an application live.
+/// `*result` is referenced.
+HRESULT STDMETHODCALLTYPE AmbrelCreateRes(IVexRes** result);
+
+/// Draws a window's objects as they would be painted now, without a display: `pixels` receives width * height values
+/// 0xAARRGGBB (premultiplied), top row first. The window need not be visible.
+HRESULT STDMETHODCALLTYPE AmbrelRenderWindow(IAmbrel* root, long width, long height, std::uint32_t* pixels);
+
+/// Live objects of the runtime, for leak checks.
+long STDMETHODCALLTYPE AmbrelLiveObjects();
+
+/// The runtime's clock, in milliseconds. Frozen, it moves only by AmbrelAdvanceClock, which lets everything fall due that
+/// waits for it (tool tips, fades, double clicks).
+std::int64_t STDMETHODCALLTYPE AmbrelClockNow();
+void STDMETHODCALLTYPE AmbrelFreezeClock();
+void STDMETHODCALLTYPE AmbrelAdvanceClock(std::int64_t milliseconds);
+void STDMETHODCALLTYPE AmbrelRunClock();
+
+/// What passes the runtime's one trace point.
+enum AmbrelTraceKind {
+    AMBREL_TRACE_NOTIFICATION,    // id VexMsgID or window message; a, b: lParam2, lParam3 as given
+    AMBREL_TRACE_PROPERTY,        // text: group path and name; after the change
+    AMBREL_TRACE_REDRAW,          // rect: the requested rectangle in window coordinates
+    AMBREL_TRACE_CALLBACK,        // id message; a wParam, b lParam; before the callbacks run
+    AMBREL_TRACE_EVENT,           // CallEvent: as above
+    AMBREL_TRACE_FRAMEWORK,       // IAmbrel::VexMessage: as above
+    AMBREL_TRACE_WINDOW_MESSAGE,  // a message that reached the host window: as above
+    AMBREL_TRACE_PAINT,           // rect: what is painted
+    AMBREL_TRACE_DRAW,            // one drawing call of an object; text: what
+    AMBREL_TRACE_SKIN_ERROR,      // text: file:line:column: message; id: code
+};
+
+struct AmbrelTraceEntry {
+    AmbrelTraceKind kind;
+    IUnknown* object; // the real control (or the window's root) it concerns, borrowed; may be null
+    long id;
+    std::int64_t a;
+    std::int64_t b;
+    SkinRect rect;
+    const wchar_t* text; // may be null; valid during the call
+};
+
+/// Called synchronously for each entry; must not throw. Installing one returns the former one; null removes it.
+using AmbrelTraceSink = void(STDMETHODCALLTYPE*)(void* context, const AmbrelTraceEntry* entry);
+void STDMETHODCALLTYPE AmbrelSetTraceSink(AmbrelTraceSink sink, void* context);
+
+} // extern "C"
