@@ -9,7 +9,8 @@ else()
     find_program(MORVANE_WIDL x86_64-w64-mingw32-widl REQUIRED)
     set(MORVANE_WINE_IDL /usr/include/wine/wine/windows CACHE PATH "Folder with the platform's IDL files")
     set(MORVANE_WINE_LIB /usr/lib/x86_64-linux-gnu/wine/x86_64-windows CACHE PATH "Folder with stdole2.tlb")
-    set(MORVANE_WIDL_FLAGS --win64 -I${MORVANE_WINE_IDL} -L${MORVANE_WINE_LIB} -I${PROJECT_SOURCE_DIR} -I${MORVANE_IDL_OUT})
+    set(MORVANE_WIDL_FLAGS --win64 -I${MORVANE_WINE_IDL} -L${MORVANE_WINE_LIB} -I${PROJECT_SOURCE_DIR}
+                           -I${PROJECT_SOURCE_DIR}/host/idl -I${MORVANE_IDL_OUT})
 endif()
 
 # morvane_idl_header(source header DEPENDS ...): the C++ header of an IDL file. The header is replaced only when its
@@ -20,7 +21,8 @@ function(morvane_idl_header source header)
     get_filename_component(dir ${out} DIRECTORY)
     file(MAKE_DIRECTORY ${dir})
     if(MSVC)
-        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /h ${out}.new /iid nul /proxy nul /dlldata nul
+        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR}
+                    /I ${PROJECT_SOURCE_DIR}/host/idl /I ${MORVANE_IDL_OUT} /h ${out}.new /iid nul /proxy nul /dlldata nul
                     /notlb ${source})
     else()
         set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -h -o ${out}.new ${source})
@@ -31,5 +33,48 @@ function(morvane_idl_header source header)
         COMMAND ${CMAKE_COMMAND} -E copy_if_different ${out}.new ${out}
         DEPENDS ${source} ${arg_DEPENDS}
         COMMENT "Interface header ${header}"
+        VERBATIM)
+endfunction()
+
+# morvane_idl_typelib(source library DEPENDS ...): the type library of an IDL file.
+function(morvane_idl_typelib source library)
+    cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+    set(out ${MORVANE_IDL_OUT}/${library})
+    if(MSVC)
+        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /I ${MORVANE_IDL_OUT} /tlb ${out} /h nul /iid nul
+                    /proxy nul /dlldata nul ${source})
+    else()
+        set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -t -o ${out} ${source})
+    endif()
+    add_custom_command(
+        OUTPUT ${out}
+        COMMAND ${command}
+        DEPENDS ${source} ${arg_DEPENDS}
+        COMMENT "Type library ${library}"
+        VERBATIM)
+endfunction()
+
+# morvane_idl_marshalling(source stem header DEPENDS ...): proxies and stubs (<stem>_p.c), identifiers (<stem>_i.c) and
+# the list of both (<stem>_dlldata.c) for the interfaces of an IDL file; `header` is their C++ header.
+function(morvane_idl_marshalling source stem header)
+    cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+    set(out ${MORVANE_IDL_OUT}/${stem})
+    get_filename_component(name ${stem} NAME)
+    if(MSVC)
+        set(command ${MORVANE_MIDL} /nologo /env x64 /Oicf /I ${PROJECT_SOURCE_DIR} /I ${PROJECT_SOURCE_DIR}/host/idl
+                    /I ${MORVANE_IDL_OUT} /h ${out}_unused.h /iid ${out}_i.c /proxy ${out}_p.c /dlldata ${out}_dlldata.c
+                    /notlb ${source})
+        set(commands COMMAND ${command})
+    else()
+        set(commands
+            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -Oicf -p -H ${header} -o ${out}_p.c ${source}
+            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -u -o ${out}_i.c ${source}
+            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} --dlldata-only -o ${out}_dlldata.c ${name}_p)
+    endif()
+    add_custom_command(
+        OUTPUT ${out}_p.c ${out}_i.c ${out}_dlldata.c
+        ${commands}
+        DEPENDS ${source} ${arg_DEPENDS}
+        COMMENT "Marshalling ${stem}"
         VERBATIM)
 endfunction()
