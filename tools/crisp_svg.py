@@ -5,9 +5,9 @@ The sources are SVG with two additions:
 * {{token}} stands for a colour of the palette, so that one drawing serves the light and the dark skin;
 * <m:box> is a rectangle whose edges and border fall on whole device pixels at whatever scale it is rendered.
 
-<m:box x y width height [radius] [border] [fill] [line] [opacity] [corners]>: the border lies inside the rectangle and
-is as thick as the nearest whole number of device pixels (half a pixel rounds up), at least one. `corners` names the
-rounded ones ("tl tr bl br"); all four without it. Translations around boxes must be even, then 150 percent keeps them
+<m:box x y width height [radius] [border] [fill] [line] [opacity] [corners] [open]>: the border lies inside the
+rectangle and is as thick as the nearest whole number of device pixels (half a pixel rounds up), at least one. `corners`
+names the rounded ones ("tl tr bl br"); all four without it. `open` names sides that have no border. Translations around boxes must be even, then 150 percent keeps them
 on whole pixels too.
 """
 
@@ -89,12 +89,14 @@ def box_paths(box, scale):
     outer = rounded_path(left, top, right, bottom, radius, corners)
     if not line:
         return [path(outer, fill)]
-    inner = rounded_path(left + border, top + border, right - border, bottom - border, radius - border, corners)
-    ring = path(outer + inner, line)
+
+    def inset(by):
+        edges = [0 if side in box.get("open", "").split() else by for side in ("left", "top", "right", "bottom")]
+        return rounded_path(left + edges[0], top + edges[1], right - edges[2], bottom - edges[3], radius - by, corners)
+
+    ring = path(outer + inset(border), line)
     # The fill reaches under the middle of the border, so that no seam shows between the two.
-    half = border / 2
-    under = rounded_path(left + half, top + half, right - half, bottom - half, radius - half, corners)
-    return [path(under, fill), ring] if fill else [ring]
+    return [path(inset(border / 2), fill), ring] if fill else [ring]
 
 
 def expand(parent, scale):
