@@ -5,9 +5,10 @@
 
 namespace morvane {
 
-/// Implements the four methods of IDispatch for `Dual`; calls arrive at the interface's own methods.
-template <class Dual>
-class Dispatch : public Dual {
+/// Implements the four methods of IDispatch for `Dual`; calls arrive at the interface's own methods. `Interface` is what the
+/// class implements: the dual interface, or one that continues it with operations that automation does not see.
+template <class Dual, class Interface = Dual>
+class Dispatch : public Interface {
 public:
     STDMETHODIMP GetTypeInfoCount(UINT* count) noexcept override
     {
