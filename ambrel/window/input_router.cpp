@@ -1,0 +1,411 @@
+#include "ambrel/window/input_router.h"
+
+#include <cstdlib>
+
+namespace ambrel {
+
+namespace {
+
+using morvane::Point;
+
+// Virtual keys that the router interprets; the numbers are the platform's.
+constexpr int kKeyBackspace = 0x08;
+constexpr int kKeyTab = 0x09;
+constexpr int kKeyReturn = 0x0D;
+constexpr int kKeyEscape = 0x1B;
+constexpr int kKeySpace = 0x20;
+
+/// Stands in for a scene that has gone.
+class EmptyScene final : public InputScene {
+public:
+    InputTarget hitTest(Point) override { return 0; }
+    bool covers(InputTarget, Point) override { return false; }
+    bool isEnabled(InputTarget) override { return false; }
+    bool takesFocus(InputTarget) override { return false; }
+    bool isDraggable(InputTarget) override { return false; }
+    InputTarget nextInTabOrder(InputTarget, bool) override { return 0; }
+    InputTarget hotKeyOwner(const KeyFact&) override { return 0; }
+    InputTarget enterOwner() override { return 0; }
+    InputTarget backspaceOwner() override { return 0; }
+    bool keepsTab(InputTarget) override { return false; }
+    bool isPressedByKeyboard(InputTarget) override { return false; }
+    void deliver(const InputAction&) override {}
+    void setPointerCapture(bool) override {}
+};
+
+EmptyScene& emptyScene() noexcept
+{
+    static EmptyScene scene;
+    return scene;
+}
+
+bool isWithin(Point a, Point b, int distance) noexcept
+{
+    return std::abs(a.x - b.x) <= distance && std::abs(a.y - b.y) <= distance;
+}
+
+} // namespace
+
+class InputRouter::Watched {
+public:
+    Watched(InputRouter& router, InputTarget target) noexcept : m_router(router), m_target(target), m_next(router.m_watched)
+    {
+        m_router.m_watched = this;
+    }
+    Watched(const Watched&) = delete;
+    Watched& operator=(const Watched&) = delete;
+    ~Watched() { m_router.m_watched = m_next; }
+
+    /// 0 once the object has gone.
+    InputTarget get() const noexcept { return m_target; }
+
+    static void forget(Watched* first, InputTarget target) noexcept
+    {
+        for (Watched* each = first; each; each = each->m_next)
+            if (each->m_target == target)
+                each->m_target = 0;
+    }
+
+private:
+    InputRouter& m_router;
+    InputTarget m_target;
+    Watched* m_next;
+};
+
+InputRouter::InputRouter(InputScene& scene, InputSettings settings) noexcept : m_scene(&scene), m_settings(settings) {}
+InputRouter::~InputRouter() = default;
+
+void InputRouter::deliver(InputKind kind, InputTarget target, Point point, unsigned flags, int wheelDelta)
+{
+    if (target)
+        m_scene->deliver({kind, target, point, flags, wheelDelta});
+}
+
+InputTarget InputRouter::enabledTargetAt(Point point)
+{
+    const InputTarget target = m_scene->hitTest(point);
+    return target && m_scene->isEnabled(target) ? target : 0;
+}
+
+void InputRouter::makeHot(InputTarget target, const PointerFact& fact)
+{
+    if (m_hot == target)
+        return;
+    Watched entered(*this, target);
+    const InputTarget left = m_hot;
+    m_hot = 0;
+    deliver(InputKind::Leave, left, fact.point, fact.flags);
+    // The one that was left may have moved the pointer's story on by itself.
+    if (m_hot != 0 || !entered.get())
+        return;
+    m_hot = entered.get();
+    deliver(InputKind::Enter, m_hot, fact.point, fact.flags);
+}
+
+void InputRouter::pointerMoved(const PointerFact& fact)
+{
+    m_lastPointer = fact;
+    m_pointerInside = true;
+    if (m_captured) {
+        deliver(InputKind::Move, m_captured, fact.point, fact.flags);
+    } else if (m_pressed) {
+        moveWhilePressed(fact);
+    } else {
+        makeHot(enabledTargetAt(fact.point), fact);
+        deliver(InputKind::Move, m_hot, fact.point, fact.flags);
+    }
+}
+
+void InputRouter::moveWhilePressed(const PointerFact& fact)
+{
+    if (drag(fact))
+        return;
+    Watched pressed(*this, m_pressed);
+    makeHot(m_scene->covers(m_pressed, fact.point) ? m_pressed : 0, fact);
+    if (pressed.get() && m_hot == pressed.get())
+        deliver(InputKind::Move, m_hot, fact.point, fact.flags);
+}
+
+bool InputRouter::drag(const PointerFact& fact)
+{
+    if (!m_dragging) {
+        if (isWithin(fact.point, m_pressPoint, m_settings.dragThreshold) || !m_scene->isDraggable(m_pressed))
+            return false;
+        m_dragging = true;
+        Watched dragged(*this, m_pressed);
+        deliver(InputKind::PressCancelled, m_pressed, m_pressPoint, fact.flags);
+        if (m_dragging)
+            deliver(InputKind::DragStart, dragged.get(), m_pressPoint, fact.flags);
+    }
+    if (m_dragging)
+        deliver(InputKind::DragMove, m_pressed, fact.point, fact.flags);
+    return true;
+}
+
+void InputRouter::pointerLeftWindow()
+{
+    m_pointerInside = false;
+    if (!m_pressed && !m_captured)
+        makeHot(0, m_lastPointer);
+}
+
+void InputRouter::buttonDown(PointerButton button, const PointerFact& fact)
+{
+    m_lastPointer = fact;
+    m_pointerInside = true;
+    if (button == PointerButton::Left)
+        pressLeft(fact);
+    else if (button == PointerButton::Right)
+        deliver(InputKind::RightDown, m_captured ? m_captured : enabledTargetAt(fact.point), fact.point, fact.flags);
+}
+
+bool InputRouter::isSecondPress(InputTarget target, const PointerFact& fact) const noexcept
+{
+    return target && target == m_lastPress.target && fact.timeMs - m_lastPress.timeMs <= m_settings.doubleClickMs &&
+           isWithin(fact.point, m_lastPress.point, m_settings.doubleClickSlop);
+}
+
+void InputRouter::pressLeft(const PointerFact& fact)
+{
+    cancelPress(); // a press whose release never arrived
+    Watched target(*this, m_captured ? m_captured : enabledTargetAt(fact.point));
+    const bool second = isSecondPress(target.get(), fact);
+    m_lastPress = second ? LastPress{} : LastPress{target.get(), fact.point, fact.timeMs};
+    if (!m_captured)
+        makeHot(target.get(), fact);
+    if (target.get() && m_scene->takesFocus(target.get()))
+        setFocus(target.get());
+    if (!target.get() || !m_scene->isEnabled(target.get()))
+        return;
+    m_pressed = target.get();
+    m_pressPoint = fact.point;
+    updatePointerCapture();
+    deliver(second ? InputKind::LeftDoubleClick : InputKind::LeftDown, m_pressed, fact.point, fact.flags);
+}
+
+void InputRouter::buttonUp(PointerButton button, const PointerFact& fact)
+{
+    m_lastPointer = fact;
+    if (button == PointerButton::Left)
+        releaseLeft(fact);
+    else if (button == PointerButton::Right)
+        deliver(InputKind::RightUp, m_captured ? m_captured : enabledTargetAt(fact.point), fact.point, fact.flags);
+}
+
+void InputRouter::releaseLeft(const PointerFact& fact)
+{
+    const InputTarget pressed = m_pressed;
+    const bool wasDragging = m_dragging;
+    m_pressed = 0;
+    m_dragging = false;
+    if (m_captured)
+        deliver(InputKind::LeftUp, m_captured, fact.point, fact.flags);
+    else if (wasDragging)
+        deliver(InputKind::DragEnd, pressed, fact.point, fact.flags);
+    else if (pressed)
+        deliver(m_scene->covers(pressed, fact.point) ? InputKind::LeftUp : InputKind::PressCancelled, pressed, fact.point,
+                fact.flags);
+    updatePointerCapture();
+    findHotAgain();
+}
+
+void InputRouter::findHotAgain()
+{
+    if (m_pressed || m_captured)
+        return;
+    makeHot(m_pointerInside ? enabledTargetAt(m_lastPointer.point) : 0, m_lastPointer);
+}
+
+void InputRouter::cancelPress()
+{
+    const InputTarget pressed = m_pressed;
+    const bool wasDragging = m_dragging;
+    m_pressed = 0;
+    m_dragging = false;
+    deliver(wasDragging ? InputKind::DragCancel : InputKind::PressCancelled, pressed, m_lastPointer.point,
+            m_lastPointer.flags);
+    updatePointerCapture();
+}
+
+void InputRouter::wheel(int delta, const PointerFact& fact)
+{
+    InputTarget target = m_captured ? m_captured : enabledTargetAt(fact.point);
+    if (!target)
+        target = m_focused;
+    deliver(InputKind::Wheel, target, fact.point, fact.flags, delta);
+}
+
+void InputRouter::captureLost()
+{
+    m_ownsPointer = false;
+    m_captured = 0;
+    cancelPress();
+    findHotAgain();
+}
+
+void InputRouter::captureFor(InputTarget target)
+{
+    if (!target)
+        return releaseCapture();
+    m_captured = target;
+    updatePointerCapture();
+}
+
+void InputRouter::releaseCapture()
+{
+    m_captured = 0;
+    updatePointerCapture();
+    findHotAgain();
+}
+
+void InputRouter::updatePointerCapture()
+{
+    const bool needed = m_pressed || m_captured;
+    if (needed == m_ownsPointer)
+        return;
+    m_ownsPointer = needed;
+    m_scene->setPointerCapture(needed);
+}
+
+bool InputRouter::cancelByEscape()
+{
+    if (const InputTarget held = m_keyPressed) {
+        m_keyPressed = 0;
+        deliver(InputKind::PressCancelled, held);
+        return true;
+    }
+    if (!m_pressed)
+        return false;
+    cancelPress();
+    findHotAgain();
+    return true;
+}
+
+bool InputRouter::keyDown(const KeyFact& key, bool alreadyHandled)
+{
+    if (key.key == kKeyEscape && cancelByEscape())
+        return true;
+    if (alreadyHandled)
+        return false;
+    if (const InputTarget owner = m_scene->hotKeyOwner(key))
+        return activate(owner);
+    if (key.control || key.alt)
+        return false;
+    if (key.key == kKeyTab && !(m_focused && m_scene->keepsTab(m_focused)))
+        return shiftFocus(!key.shift);
+    return pressByKey(key);
+}
+
+bool InputRouter::pressByKey(const KeyFact& key)
+{
+    const bool focusedIsPressed = m_focused && m_scene->isEnabled(m_focused) && m_scene->isPressedByKeyboard(m_focused);
+    if (key.key == kKeySpace && focusedIsPressed) {
+        // Held like a button: pressed now, released with the key.
+        if (m_keyPressed != m_focused) {
+            m_keyPressed = m_focused;
+            deliver(InputKind::LeftDown, m_focused);
+        }
+        return true;
+    }
+    if (key.repeated)
+        return false; // held down, Enter would activate again and again
+    if (key.key == kKeyReturn && focusedIsPressed)
+        return activate(m_focused);
+    if (key.key == kKeyReturn)
+        return activate(m_scene->enterOwner());
+    return key.key == kKeyBackspace && activate(m_scene->backspaceOwner());
+}
+
+bool InputRouter::keyUp(const KeyFact& key)
+{
+    if (key.key != kKeySpace || !m_keyPressed)
+        return false;
+    const InputTarget held = m_keyPressed;
+    m_keyPressed = 0;
+    deliver(m_scene->isEnabled(held) ? InputKind::LeftUp : InputKind::PressCancelled, held);
+    return true;
+}
+
+bool InputRouter::activate(InputTarget target)
+{
+    deliver(InputKind::Activate, target);
+    return target != 0;
+}
+
+void InputRouter::windowFocused(bool focused)
+{
+    if (m_windowFocused == focused)
+        return;
+    m_windowFocused = focused;
+    if (focused) {
+        deliver(InputKind::FocusGained, m_focused);
+        return;
+    }
+    Watched loser(*this, m_focused);
+    cancelByEscape();
+    deliver(InputKind::FocusLost, loser.get());
+}
+
+bool InputRouter::setFocus(InputTarget target)
+{
+    if (m_focused == target)
+        return true;
+    Watched gaining(*this, target);
+    const InputTarget loser = m_focused;
+    m_focused = 0;
+    if (const InputTarget held = m_keyPressed) {
+        m_keyPressed = 0;
+        deliver(InputKind::PressCancelled, held);
+    }
+    if (m_windowFocused)
+        deliver(InputKind::FocusLost, loser);
+    if (m_focused != 0 || !gaining.get())
+        return target == 0 && m_focused == 0;
+    m_focused = gaining.get();
+    if (m_windowFocused)
+        deliver(InputKind::FocusGained, m_focused);
+    return gaining.get() && m_focused == gaining.get();
+}
+
+bool InputRouter::shiftFocus(bool forward)
+{
+    const InputTarget next = m_scene->nextInTabOrder(m_focused, forward);
+    return next && setFocus(next);
+}
+
+void InputRouter::objectGone(InputTarget target) noexcept
+{
+    if (!target)
+        return;
+    Watched::forget(m_watched, target);
+    for (InputTarget* place : {&m_hot, &m_captured, &m_focused, &m_keyPressed, &m_lastPress.target})
+        if (*place == target)
+            *place = 0;
+    if (m_pressed == target) {
+        m_pressed = 0;
+        m_dragging = false;
+    }
+    updatePointerCapture();
+}
+
+void InputRouter::sceneChanged()
+{
+    if (m_captured && !m_scene->isEnabled(m_captured))
+        releaseCapture();
+    if (m_pressed && !m_scene->isEnabled(m_pressed))
+        cancelPress();
+    if (m_focused && !m_scene->takesFocus(m_focused))
+        setFocus(0);
+    findHotAgain();
+}
+
+void InputRouter::shutDown() noexcept
+{
+    m_scene = &emptyScene();
+    for (InputTarget* place : {&m_hot, &m_pressed, &m_captured, &m_focused, &m_keyPressed, &m_lastPress.target})
+        *place = 0;
+    m_dragging = false;
+    m_ownsPointer = false;
+}
+
+} // namespace ambrel
