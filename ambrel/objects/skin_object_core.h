@@ -1,0 +1,139 @@
+// What every object of a window's tree does, whatever interface it shows: the work behind ISkinObjResBase.
+#pragma once
+
+#include "ambrel/objects/object_node.h"
+#include "ambrel/objects/root_services.h"
+#include "frame/com/bstr.h"
+#include "frame/com/com_ptr.h"
+#include "host/geometry.h"
+
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+
+/// An object of the tree. A parent holds one reference to the face of each child; a child knows its parent weakly, so there
+/// are no cycles. Everything that runs foreign code survives the object's removal and end: callers hold face() if they go on
+/// with the object afterwards.
+class SkinObjectCore : public NodeOwner {
+public:
+    explicit SkinObjectCore(VexObjType type) noexcept : m_node(*this), m_type(type) {}
+    SkinObjectCore(const SkinObjectCore&) = delete;
+    SkinObjectCore& operator=(const SkinObjectCore&) = delete;
+
+    ObjectNode& node() noexcept { return m_node; }
+    RootServices* services() noexcept { return m_node.services(); }
+
+    /// The object as the outside knows it: the real control, or the root itself. Borrowed; null when a base object has no real
+    /// control (any more).
+    virtual ISkinObjResBase* face() noexcept = 0;
+    /// The face as a control; null for the root.
+    virtual IVexControlBase* control() noexcept { return nullptr; }
+    /// Sends a notification to the object; answers whether it was handled. Runs foreign code; passes the trace point.
+    virtual bool notify(VexNotify& notice) = 0;
+
+    // Called by the window when the focus has moved; each tells the object and sets its flag.
+    virtual void focusGained(Point) {}
+    virtual void focusLost() {}
+
+    // Tree. Each answers whether something was done.
+    bool addChild(SkinObjectCore& child, std::size_t index);
+    /// Takes the object out of its parent. It lives on while somebody holds it; when nobody does, it is told that it is being
+    /// destroyed and ends. Runs foreign code.
+    bool detach();
+    /// Tells the object and everything beneath it that they are being destroyed, once, and takes it out. Runs foreign code.
+    void destroy();
+    void removeChildren(bool destroying);
+    bool moveChild(SkinObjectCore& child, std::size_t index);
+    /// The first object with this name: direct children, or with `deep` everything beneath, in tree order. Type 90000 means any
+    /// type. Starts after the `skip`-th match.
+    SkinObjectCore* findByName(std::wstring_view name, long type, bool deep, int skip = 0) noexcept;
+
+    // Geometry.
+    void place(const Position& position);      // stores the position and lays out
+    void layOutNow(bool alwaysTell);           // its rectangle from its position, then its children; sends VEXSM_SIZE
+    void moveTo(const Rect& rect);             // takes this rectangle and keeps it as its position
+    void layOutChildren();
+    void setMirrored(bool mirrored);           // with everything beneath
+
+    // State.
+    void setVisible(bool visible, bool redraw);
+    bool setEnabled(bool enabled, bool redraw);
+    void setOpacity(int opacity);
+
+    /// Asks for a part of the object (null: all of it) to be painted; the part that ancestors cut away is left out.
+    void redraw(const Rect* part = nullptr);
+
+    // Names and belongings.
+    std::wstring_view name() const noexcept;
+    void setName(std::wstring_view name);
+    VexObjType type() const noexcept { return m_type; }
+    ComPtr<IVexRes> resources();
+    void setResources(IVexRes* resources) { m_resources = ComPtr<IVexRes>(resources); }
+    /// Attaches the object's configuration node: the opaque handle, and the object that owns and opens it (may be null).
+    void setConfiguration(hyper handle, ComPtr<IVexXMLNode> owner);
+    hyper configuration() const noexcept;
+
+    void callEvent(long id, hyper wParam, hyper lParam);
+
+protected:
+    ~SkinObjectCore();
+
+    /// Tells the object about its size; called with changed geometry.
+    virtual void sizeChanged() {}
+    virtual void enabledChanged(bool) {}
+    /// Its type name where none was set.
+    virtual Bstr defaultTypeName() { return {}; }
+    /// Before it ends: children are destroyed, the object unlinked. Called by the class's finalRelease.
+    void releaseTree() noexcept;
+
+    /// What few objects have; made when first set.
+    struct Extras {
+        std::wstring name;
+        std::wstring typeName;
+        std::wstring objectId;
+        hyper objectPointer = 0;
+        hyper userData = 0;
+        hyper configuration = 0;
+        ComPtr<IVexXMLNode> configurationNode;
+        Rect availableRect;
+        bool hasAvailableRect = false;
+        Dock dock = Dock::LeftTop;
+        VEX_CTRLSTATE controlState = VEX_CTRL_NORMAL;
+        bool hasControlState = false;
+        hyper ownerWindow = 0;
+    };
+    Extras& extras();
+    const Extras* knownExtras() const noexcept { return m_extras.get(); }
+
+    template <class Interface>
+    friend class SkinObject;
+
+    ObjectNode m_node;
+    ComPtr<ISkinObjResBase> m_treeReference; // the parent's reference to this object's face
+    ComPtr<IVexRes> m_resources;
+    std::unique_ptr<Extras> m_extras;
+    VexObjType m_type;
+    long m_internalReferences = 0;
+};
+
+/// The core of an object of this runtime, found through whatever face it shows; null for null and foreign objects. Borrowed:
+/// lives at least as long as `object`.
+SkinObjectCore* coreOf(IUnknown* object) noexcept;
+inline SkinObjectCore& coreOf(ObjectNode& node) noexcept { return static_cast<SkinObjectCore&>(node.owner()); }
+
+/// How coreOf finds a core: the runtime's own objects answer this interface.
+struct CoreAccess : IUnknown {
+    virtual SkinObjectCore& STDMETHODCALLTYPE core() noexcept = 0;
+};
+inline constexpr IID kIidCoreAccess = {0x5E0C7E0A, 0x3B11, 0x4C0B, {0x9D, 0x5C, 0x62, 0xA4, 0x1F, 0x7B, 0x08, 0xE3}};
+
+/// A counted face as an out-value; empty for null.
+ComPtr<ISkinObjResBase> faceOf(ObjectNode* node) noexcept;
+
+} // namespace ambrel
