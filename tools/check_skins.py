@@ -4,8 +4,8 @@
     check_skins.py build/native/generated/skins --palettes resources/skins/palettes
 
 In each archive: every name that an object or resource refers to exists, every short key of the key map has a value or a
-default and no value lacks its key, every section lies inside its picture at 100, 150 and 200 percent with borders that
-fit and fall on whole pixels, and pictures are PNG data. In each palette: the contrasts of contrast.ini, and no text
+default and no value lacks its key, every section lies inside its picture at every scale with borders that fit and fall
+on whole pixels, and pictures are PNG data. In each palette: the contrasts of contrast.ini, and no text
 colour that contrast.ini does not know.
 """
 
@@ -75,7 +75,7 @@ def check_sections(package):
 
 
 def check_pictures(package):
-    """Every picture exists at the three scales and the sections lie inside it."""
+    """Every picture exists at every scale and the sections lie inside it."""
     for name, entry in package.resources["Images"].items():
         file = entry.get("Caption")
         for percent in pack_skin.SCALES:
@@ -93,7 +93,8 @@ def check_section(package, section, file, size, percent):
     left, top, right, bottom = (int(section.get(edge)) for edge in ("left", "top", "right", "bottom"))
     borders = [int(section.get(border)) for border in ("LeftWidth", "RightWidth", "TopHeight", "BottHeight")]
     where = f"shareres.xml: {section.get('Name')} at {percent} percent"
-    if not 0 <= left < right or not 0 <= top < bottom or right * percent > size[0] * 100 or bottom * percent > size[1] * 100:
+    inside = right * percent <= size[0] * 100 and bottom * percent <= size[1] * 100
+    if not 0 <= left < right or not 0 <= top < bottom or not inside:
         package.fault(f"{where} lies outside {file}")
     if borders[0] + borders[1] > right - left or borders[2] + borders[3] > bottom - top:
         package.fault(f"{where}: its fixed borders overlap")

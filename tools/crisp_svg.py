@@ -7,8 +7,8 @@ The sources are SVG with two additions:
 
 <m:box x y width height [radius] [border] [fill] [line] [opacity] [corners] [open]>: the border lies inside the
 rectangle and is as thick as the nearest whole number of device pixels (half a pixel rounds up), at least one. `corners`
-names the rounded ones ("tl tr bl br"); all four without it. `open` names sides that have no border. Translations around boxes must be even, then 150 percent keeps them
-on whole pixels too.
+names the rounded ones ("tl tr bl br"), all four without it; `open` names the sides that have no border. Translations
+around boxes must be multiples of four, then 125 and 150 percent keep them on whole pixels too.
 """
 
 import configparser

@@ -110,8 +110,10 @@ def main():
     small = arguments.drawing.with_suffix(".16.svg")
     try:
         palette = crisp_svg.read_palette(arguments.palette)
-        frames = [frame(small if size == 16 and small.exists() else arguments.drawing, palette, size, arguments.renderer)
-                  for size in SIZES[extension]]
+        frames = []
+        for size in SIZES[extension]:
+            drawing = small if size == 16 and small.exists() else arguments.drawing
+            frames.append(frame(drawing, palette, size, arguments.renderer))
     except crisp_svg.SourceError as error:
         sys.exit(f"make_icon: {error}")
     arguments.output.write_bytes(directory(KINDS[extension], frames))

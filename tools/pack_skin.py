@@ -3,8 +3,9 @@
 
     pack_skin.py FOLDER --palette light.ini --output 2080.zip
 
-Every .xml file of the folder goes in with its {{token}}s written as 0x00BBGGRR. Every "NAME.svg" is rendered at 100, 150
-and 200 percent into NAME, NAME@150 and NAME@200 (before the extension), always as PNG data whatever the name's ending.
+Every .xml file of the folder goes in with its {{token}}s written as 0x00BBGGRR. Every "NAME.svg" is rendered at 100,
+125, 150 and 200 percent into NAME, NAME@125, NAME@150 and NAME@200 ("a.png" gives "a@150.png"), always as PNG data
+whatever the name's ending.
 The same sources give the same bytes: entries are sorted and carry a fixed time.
 """
 
@@ -17,7 +18,7 @@ import zipfile
 
 import crisp_svg
 
-SCALES = (100, 150, 200)
+SCALES = (100, 125, 150, 200)
 EARLIEST_ZIP_TIME = (1980, 1, 1, 0, 0, 0)
 
 
