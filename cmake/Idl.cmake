@@ -54,9 +54,9 @@ function(morvane_idl_typelib source library)
         VERBATIM)
 endfunction()
 
-# morvane_idl_marshalling(source stem header DEPENDS ...): proxies and stubs (<stem>_p.c), identifiers (<stem>_i.c) and
-# the list of both (<stem>_dlldata.c) for the interfaces of an IDL file; `header` is their C++ header.
-function(morvane_idl_marshalling source stem header)
+# morvane_idl_marshalling(source stem DEPENDS ...): proxies and stubs (<stem>_p.c), identifiers (<stem>_i.c) and the list
+# of both (<stem>_dlldata.c) for the interfaces of an IDL file. The code includes the file's header by its bare name.
+function(morvane_idl_marshalling source stem)
     cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
     set(out ${MORVANE_IDL_OUT}/${stem})
     get_filename_component(name ${stem} NAME)
@@ -67,9 +67,9 @@ function(morvane_idl_marshalling source stem header)
         set(commands COMMAND ${command})
     else()
         set(commands
-            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -Oicf -p -H ${header} -o ${out}_p.c ${source}
+            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -Oicf -p -o ${out}_p.c ${source}
             COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -u -o ${out}_i.c ${source}
-            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} --dlldata-only -o ${out}_dlldata.c ${name}_p)
+            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} --dlldata-only -o ${out}_dlldata.c ${name})
     endif()
     add_custom_command(
         OUTPUT ${out}_p.c ${out}_i.c ${out}_dlldata.c

@@ -3,4 +3,4 @@
 
 #include "host/windows_headers.h"
 
-#include "host/host_interfaces.h"
+#include "host/idl/host.h"

@@ -57,7 +57,7 @@ struct FillColorProperty : IVexPropBase {
     virtual HRESULT STDMETHODCALLTYPE SetEndColor(OLE_COLOR color) = 0;                                      // 8
     virtual HRESULT STDMETHODCALLTYPE GetRotation(long* degrees) = 0;                                        // 9
     virtual HRESULT STDMETHODCALLTYPE SetRotation(long degrees) = 0;                                         // 10
-    virtual HRESULT STDMETHODCALLTYPE Draw(hyper dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0;         // 11
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0;         // 11
     virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0; // 12 fixed
 };
 
@@ -84,7 +84,7 @@ struct ImageSectionProperty : IVexPropBase {
     virtual HRESULT STDMETHODCALLTYPE GetImageHeight(short* height) = 0;  // 9 fixed
     virtual HRESULT STDMETHODCALLTYPE GetImageCount(long* count) = 0;     // 10
     virtual HRESULT STDMETHODCALLTYPE SetImageCount(long count) = 0;      // 11
-    virtual HRESULT STDMETHODCALLTYPE Draw(hyper dc, const SkinRect* rect, long index, VARIANT_BOOL* drawn) = 0; // 12
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, long index, VARIANT_BOOL* drawn) = 0; // 12
     virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short flag,
                                                  VARIANT_BOOL* drawn) = 0; // 13 fixed; the flag is always 0
     virtual HRESULT STDMETHODCALLTYPE GetBorder(SkinRect* border) = 0;     // 14
@@ -103,7 +103,7 @@ struct TextStyleProperty : IVexPropBase {
     /// The text style, referenced; null when none is set.
     virtual HRESULT STDMETHODCALLTYPE GetTextStyle(IVexTextStyle** style) = 0; // 6 fixed
     virtual HRESULT STDMETHODCALLTYPE SetTextStyle(IVexTextStyle* style) = 0;  // 7 fixed
-    virtual HRESULT STDMETHODCALLTYPE Draw(hyper dc, const SkinRect* rect, const wchar_t* text, VARIANT_BOOL* drawn) = 0; // 8
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, const wchar_t* text, VARIANT_BOOL* drawn) = 0; // 8
     virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, const wchar_t* text,
                                                  VARIANT_BOOL* drawn) = 0; // 9 fixed
 };

@@ -48,6 +48,7 @@ public:
 
     T* get() const noexcept { return m_object; }
     T* operator->() const noexcept { return m_object; }
+    T& operator*() const noexcept { return *m_object; }
     explicit operator bool() const noexcept { return m_object != nullptr; }
 
     /// The emptied place for an out-parameter.

@@ -1,0 +1,287 @@
+#include "controls/buttons/command_button/command_button.h"
+
+#include <algorithm>
+
+namespace morvane {
+
+void CommandButtonProperties::declare(PropertyTable& table)
+{
+    const auto declareLook = [&](Look& l, std::wstring_view name) {
+        const PropertyGroup group = table.group(name);
+        group.style(l.image, L"Image");
+        group.style(l.graphics, L"Graphics");
+        group.style(l.textStyle, L"TextStyle");
+    };
+    static constexpr std::array<std::wstring_view, kButtonStateCount> kStates = {L"Normal", L"Press", L"Disabled", L"Hot",
+                                                                                 L"Focus"};
+    for (std::size_t state = 0; state < kStates.size(); ++state)
+        declareLook(look[state], kStates[state]);
+    declareLook(inactive, L"Inactive");
+
+    const PropertyGroup textGroup = table.group(L"Text");
+    textGroup.content(text, L"Text", L"PushButton");
+    textGroup.content(showText, L"ShowText", true);
+    table.group(L"Tooltip").content(toolTip, L"Tooltip", L"");
+
+    const PropertyGroup graphics = table.group(L"Graphics");
+    graphics.style(isStacked, L"UpDownMode");
+    graphics.style(isRightAligned, L"RightAlign");
+    graphics.style(graphicX, L"x", 0);
+    graphics.style(graphicY, L"y", 0);
+
+    autoSize.declare(table);
+
+    const PropertyGroup hotkey = table.group(L"Hotkey");
+    hotkey.style(hotkeys[0], L"Hotkey1");
+    hotkey.style(hotkeys[1], L"Hotkey2");
+    hotkey.style(activatedByBackspace, L"IsBackspace");
+    hotkey.style(activatedByEnter, L"IsEnter");
+    table.group(L"Cursor").style(cursor, L"Cursor");
+}
+
+const ControlInfo& CCmdButton::info() const noexcept
+{
+    static const ControlInfo kInfo{L"Button", 2082, 2081, 2080, iidOf<_ICmdButtonEvents>()};
+    return kInfo;
+}
+
+void CCmdButton::releaseHostObjects()
+{
+    m_graphic.destroy(host());
+    for (Back& back : m_back)
+        back.image.destroy(host());
+    Control::releaseHostObjects();
+}
+
+// Notifications -------------------------------------------------------------------------------------------------------
+
+Handled CCmdButton::onFinalCreate()
+{
+    Control::onFinalCreate();
+    registerWindowMessage(WM_RBUTTONUP);
+    return Handled::Yes;
+}
+
+Handled CCmdButton::onWindowMessage(const WindowMessageNotice& notice)
+{
+    if (notice.message == WM_RBUTTONUP)
+        reportRightButtonUp(notice);
+    return Handled::No; // other registered objects hear of it too
+}
+
+Handled CCmdButton::onSetFocus()
+{
+    m_hasFocus = true;
+    redraw();
+    return Handled::No;
+}
+
+Handled CCmdButton::onKillFocus()
+{
+    m_hasFocus = false;
+    redraw();
+    return Handled::No;
+}
+
+Handled CCmdButton::onSize()
+{
+    if (m_properties.autoSize.isEnabled())
+        fitToText(false);
+    return Handled::No;
+}
+
+// Text ----------------------------------------------------------------------------------------------------------------
+
+STDMETHODIMP CCmdButton::SetText(BSTR text) noexcept
+{
+    return guarded([&] {
+        m_properties.text.set(text);
+        fitIfEnabled();
+        redraw();
+    });
+}
+
+STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept
+{
+    return returning(result, [&] { return m_properties.text.value(); });
+}
+
+STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept
+{
+    return guarded([&] { m_properties.toolTip.set(text); });
+}
+
+STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept
+{
+    return returning(result, [&] { return m_properties.toolTip.value(); });
+}
+
+STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
+{
+    return guarded([&] {
+        if (!m_properties.showText)
+            return S_FALSE;
+        m_properties.showText.set(show);
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& shown) {
+        shown = m_properties.showText.raw();
+        return m_properties.showText ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP CCmdButton::GetTextLength(short* result) noexcept
+{
+    return filling(result, [&](short& length) {
+        const Bstr text = m_properties.text.value();
+        const ComPtr<IVexTextStyle> style = lookOf(m_state).textStyle.style();
+        if (!text.get() || !style)
+            return S_FALSE;
+        if (const auto extent = measureText(*style, text, {1000, 100}))
+            length = static_cast<short>(extent->width);
+        return S_OK;
+    });
+}
+
+// State ---------------------------------------------------------------------------------------------------------------
+
+STDMETHODIMP CCmdButton::GetButtonState(VEX_BUTTONSTATE* result) noexcept
+{
+    return returning(result, [&] { return static_cast<VEX_BUTTONSTATE>(m_state); });
+}
+
+STDMETHODIMP CCmdButton::SetButtonState(VEX_BUTTONSTATE state) noexcept
+{
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return guarded([&] {
+        m_state = static_cast<ButtonState>(state);
+        m_isStateForced = m_state != ButtonState::Normal;
+        if (!m_isStateForced)
+            m_hasFocus = false;
+        redraw();
+    });
+}
+
+STDMETHODIMP CCmdButton::SetActive(VARIANT_BOOL active) noexcept
+{
+    return guarded([&] {
+        if (m_active == active)
+            return S_FALSE;
+        m_hasFocus = false;
+        m_active = active;
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::IsActive(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_active != 0; });
+}
+
+// Background and text style ---------------------------------------------------------------------------------------------
+
+STDMETHODIMP CCmdButton::SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept
+{
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return guarded([&] { m_properties.look[static_cast<std::size_t>(state)].image.setSection(section); });
+}
+
+STDMETHODIMP CCmdButton::GetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
+{
+    if (result)
+        *result = nullptr;
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return returning(result, [&] { return lookOf(static_cast<ButtonState>(state)).image.section(); });
+}
+
+STDMETHODIMP CCmdButton::SetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle* style) noexcept
+{
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return guarded([&] { lookOf(static_cast<ButtonState>(state)).textStyle.setStyle(style); });
+}
+
+STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle** result) noexcept
+{
+    if (result)
+        *result = nullptr;
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return returning(result, [&] { return lookOf(static_cast<ButtonState>(state)).textStyle.style(); });
+}
+
+// Size that follows the text ----------------------------------------------------------------------------------------------
+
+int CCmdButton::widthTakenByGraphic()
+{
+    // A strip counts with all its frames; saved positions depend on it.
+    return m_strip ? m_strip.fullWidth() : graphicSize(graphicSource()).width;
+}
+
+void CCmdButton::fitToText(bool forced)
+{
+    IVexControlBase* const inner = innerBase();
+    if (!inner)
+        return;
+    const Bstr text = m_properties.text.value();
+    const FittedTo now{static_cast<int>(text.view().size()), widthTakenByGraphic(), m_properties.graphicX.value()};
+    if (!forced && now == m_fitted)
+        return;
+    m_fitted = now;
+    const ComPtr<IVexTextStyle> style = lookOf(m_state).textStyle.style();
+    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), now.graphicWidth + now.x);
+}
+
+void CCmdButton::fitIfEnabled()
+{
+    if (m_properties.autoSize.isEnabled())
+        fitToText(true);
+}
+
+HRESULT CCmdButton::setLimit(LongProp& limit, long value)
+{
+    return guarded([&] {
+        if (limit.value() == value)
+            return S_FALSE;
+        limit.set(static_cast<int>(value));
+        fitIfEnabled();
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::SetMinWidth(long width) noexcept { return setLimit(m_properties.autoSize.minWidth(), width); }
+STDMETHODIMP CCmdButton::SetMaxWidth(long width) noexcept { return setLimit(m_properties.autoSize.maxWidth(), width); }
+STDMETHODIMP CCmdButton::SetMinHeight(long height) noexcept { return setLimit(m_properties.autoSize.minHeight(), height); }
+STDMETHODIMP CCmdButton::SetMaxHeight(long height) noexcept { return setLimit(m_properties.autoSize.maxHeight(), height); }
+
+STDMETHODIMP CCmdButton::GetMinWidth(long* result) noexcept
+{
+    return returning(result, [&] { return m_properties.autoSize.minWidth().value(); });
+}
+
+STDMETHODIMP CCmdButton::GetMaxWidth(long* result) noexcept
+{
+    return returning(result, [&] { return m_properties.autoSize.maxWidth().value(); });
+}
+
+STDMETHODIMP CCmdButton::GetMinHeight(long* result) noexcept
+{
+    return returning(result, [&] { return m_properties.autoSize.minHeight().value(); });
+}
+
+STDMETHODIMP CCmdButton::GetMaxHeight(long* result) noexcept
+{
+    return returning(result, [&] { return m_properties.autoSize.maxHeight().value(); });
+}
+
+} // namespace morvane

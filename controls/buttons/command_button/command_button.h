@@ -1,0 +1,123 @@
+// The push button: a picture per state, an optional graphic beside or above its text, and a size that can follow the text.
+#pragma once
+
+#include "controls/buttons/command_button/command_button_properties.h"
+#include "controls/control_interfaces.h"
+#include "frame/control.h"
+#include "frame/parts/frame_strip.h"
+#include "frame/parts/graphic_layout.h"
+#include "frame/parts/render_images.h"
+#include "frame/platform/handles.h"
+
+namespace morvane {
+
+class CCmdButton : public Control<ICmdButton> {
+public:
+    STDMETHODIMP SetText(BSTR text) noexcept override;
+    STDMETHODIMP GetText(BSTR* result) noexcept override;
+    STDMETHODIMP GetButtonState(VEX_BUTTONSTATE* result) noexcept override;
+    STDMETHODIMP SetButtonState(VEX_BUTTONSTATE state) noexcept override;
+    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept override;
+    STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
+    STDMETHODIMP SetGraphicshIcon(std::int64_t icon, short x, short y) noexcept override;
+    STDMETHODIMP GetGraphicshIcon(std::int64_t* result) noexcept override;
+    STDMETHODIMP SetUpDownMode(VARIANT_BOOL stacked) noexcept override;
+    STDMETHODIMP IsUpDownMode(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
+    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
+    STDMETHODIMP SetGraphicOffset(long x, long y) noexcept override;
+    STDMETHODIMP GetGraphicOffset(long* x, long* y) noexcept override;
+    STDMETHODIMP ShowText(VARIANT_BOOL show) noexcept override;
+    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept override;
+    STDMETHODIMP GetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle* style) noexcept override;
+    STDMETHODIMP GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle** result) noexcept override;
+    STDMETHODIMP SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* section, VARIANT_BOOL redrawNow,
+                                  VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetFileIcon(BSTR path) noexcept override;
+    STDMETHODIMP GetTextLength(short* result) noexcept override;
+    STDMETHODIMP SetActive(VARIANT_BOOL active) noexcept override;
+    STDMETHODIMP IsActive(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetGraphicshBitmap(std::int64_t bitmap, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP GetGraphicshBitmap(std::int64_t* result) noexcept override;
+    STDMETHODIMP SetBackImageFile(VEX_BUTTONSTATE state, BSTR path, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t bitmap, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t* result) noexcept override;
+    STDMETHODIMP SetMinWidth(long width) noexcept override;
+    STDMETHODIMP SetMaxWidth(long width) noexcept override;
+    STDMETHODIMP SetMinHeight(long height) noexcept override;
+    STDMETHODIMP SetMaxHeight(long height) noexcept override;
+    STDMETHODIMP GetMinWidth(long* result) noexcept override;
+    STDMETHODIMP GetMaxWidth(long* result) noexcept override;
+    STDMETHODIMP GetMinHeight(long* result) noexcept override;
+    STDMETHODIMP GetMaxHeight(long* result) noexcept override;
+
+protected:
+    const ControlInfo& info() const noexcept override;
+    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
+    void render(IVexRenderDC& dc) override;
+    void releaseHostObjects() override;
+
+    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    Handled onFinalCreate() override;
+    Handled onSetFocus() override;
+    Handled onKillFocus() override;
+    Handled onSize() override;
+    Handled onWindowMessage(const WindowMessageNotice& notice) override;
+
+private:
+    using Look = CommandButtonProperties::Look;
+
+    /// Where the graphic comes from, in the order of preference.
+    enum class GraphicSource { None, Strip, Image, Section };
+
+    struct Back {
+        RenderImageSlot image;
+        UniqueBitmap bitmap; // the application's, ours since it was given
+    };
+
+    /// What a size that follows the text depends on.
+    struct FittedTo {
+        int textLength = 0;
+        int graphicWidth = 0;
+        int x = 0;
+        friend bool operator==(const FittedTo&, const FittedTo&) = default;
+    };
+
+    Look& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
+    /// The look that is drawn: an inactive button has its own while it is in its normal state.
+    Look& currentLook() { return !m_active && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state); }
+
+    void updateState();
+    bool isCursorInside();
+    void drawBackground(IVexRenderDC& dc, const Rect& control);
+    int drawGraphic(IVexRenderDC& dc, const Rect& control, const GraphicPlacement& placement);
+    void drawText(IVexRenderDC& dc, const Rect& control, const GraphicPlacement& placement, int graphicWidth);
+    GraphicPlacement graphicPlacement() const;
+    GraphicSource graphicSource();
+    Size graphicSize(GraphicSource source);
+
+    /// Fits the size to the text; unforced, only when what it depends on has changed.
+    void fitToText(bool forced);
+    void fitIfEnabled();
+    int widthTakenByGraphic();
+    HRESULT setLimit(LongProp& limit, long value);
+    void replaceGraphic(std::int64_t handle, VEX_PICTURE_TYPE type);
+    ComPtr<IVexImageBase> sectionForFile(BSTR path, bool& loaded);
+
+    CommandButtonProperties m_properties;
+    ButtonState m_state = ButtonState::Normal;
+    bool m_isStateForced = false;
+    bool m_hasFocus = false;
+    int m_active = 1; // as SetActive stored it: true is kept as -1, so the first SetActive(true) is a change
+    FrameStrip m_strip;
+    RenderImageSlot m_graphic;
+    std::int64_t m_graphicHandle = 0;
+    UniqueBitmap m_fileBitmap; // behind m_graphicHandle when that came from SetFileIcon
+    std::array<Back, kButtonStateCount> m_back;
+    FittedTo m_fitted;
+};
+
+} // namespace morvane

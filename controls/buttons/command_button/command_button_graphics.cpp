@@ -1,0 +1,238 @@
+// The button's graphic and background pictures: strips, icons, bitmaps, sections and files.
+#include "controls/buttons/command_button/command_button.h"
+
+#include "frame/parts/file_bitmap.h"
+
+namespace morvane {
+
+namespace {
+
+constexpr COLORREF kOpaqueBlack = 0xFF000000; // as the 2-D graphics library writes colours: alpha first
+
+std::wstring_view baseName(std::wstring_view path)
+{
+    const auto slash = path.rfind(L'\\');
+    return slash == std::wstring_view::npos ? path : path.substr(slash + 1);
+}
+
+/// The skin's shared resource of that name, added when there is none. Empty when the skin refuses.
+template <class Interface>
+ComPtr<Interface> sharedResource(IVexRes& res, VexObjType type, std::wstring_view name, bool& existed)
+{
+    const Bstr key(name);
+    ComPtr<IVexObj> object;
+    res.GetResObject(type, key.get(), nullptr, VARIANT_TRUE, object.put());
+    existed = static_cast<bool>(object);
+    if (!object)
+        res.AddResObject(type, nullptr, key.get(), VARIANT_FALSE, object.put());
+    return object.as<Interface>();
+}
+
+} // namespace
+
+STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
+{
+    return guarded([&] {
+        if (!m_strip.load(path, count, horizontal == VARIANT_TRUE))
+            return S_FALSE;
+        m_properties.graphicX.set(x);
+        m_properties.graphicY.set(y);
+        fitIfEnabled();
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::GetGraphicsFilePath(BSTR* result) noexcept
+{
+    return returning(result, [&] { return Bstr(m_strip.path()); });
+}
+
+void CCmdButton::replaceGraphic(std::int64_t handle, VEX_PICTURE_TYPE type)
+{
+    m_graphic.makeFromHandle(host(), handle, type);
+}
+
+STDMETHODIMP CCmdButton::SetGraphicshIcon(std::int64_t icon, short, short) noexcept
+{
+    return guarded([&] {
+        replaceGraphic(icon, VEX_PT_ICO);
+        m_fileBitmap.reset(); // after the image that was made from it
+        m_graphicHandle = icon;
+        fitIfEnabled();
+    });
+}
+
+STDMETHODIMP CCmdButton::GetGraphicshIcon(std::int64_t* result) noexcept
+{
+    return returning(result, [&] { return m_graphicHandle; });
+}
+
+STDMETHODIMP CCmdButton::SetGraphicshBitmap(std::int64_t bitmap, VARIANT_BOOL redrawNow) noexcept
+{
+    return guarded([&] {
+        replaceGraphic(bitmap, VEX_PT_BMP);
+        fitIfEnabled();
+        if (redrawNow != VARIANT_FALSE)
+            redrawOwnRect();
+    });
+}
+
+STDMETHODIMP CCmdButton::GetGraphicshBitmap(std::int64_t* result) noexcept
+{
+    // A bitmap given to SetGraphicshBitmap lives on as the image made from it; its handle is not kept.
+    return returning(result, [] { return std::int64_t{0}; });
+}
+
+STDMETHODIMP CCmdButton::SetFileIcon(BSTR path) noexcept
+{
+    return guarded([&] {
+        UniqueBitmap bitmap = loadFileBitmap(path, kOpaqueBlack);
+        if (!bitmap)
+            return S_FALSE;
+        m_graphicHandle = reinterpret_cast<std::int64_t>(bitmap.get());
+        replaceGraphic(m_graphicHandle, VEX_PT_BMP);
+        m_fileBitmap = std::move(bitmap);
+        redrawOwnRect();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept
+{
+    return guarded([&] {
+        m_properties.isStacked.set(stacked);
+        return m_properties.isStacked ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& stacked) {
+        stacked = m_properties.isStacked.raw();
+        return m_properties.isStacked ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept
+{
+    return guarded([&] {
+        if (!m_properties.graphicX || !m_properties.graphicY)
+            return S_FALSE;
+        m_properties.graphicX.set(static_cast<int>(x));
+        m_properties.graphicY.set(static_cast<int>(y));
+        fitIfEnabled();
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::GetGraphicOffset(long* x, long* y) noexcept
+{
+    if (!x || !y)
+        return E_POINTER;
+    return guarded([&] {
+        *x = m_properties.graphicX.value();
+        *y = m_properties.graphicY.value();
+        return m_properties.graphicX && m_properties.graphicY ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP CCmdButton::SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* section, VARIANT_BOOL redrawNow,
+                                          VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) {
+        if (!isButtonState(state))
+            return S_FALSE;
+        lookOf(static_cast<ButtonState>(state)).graphics.setSection(section);
+        fitIfEnabled();
+        if (redrawNow != VARIANT_FALSE)
+            redraw();
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::GetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
+{
+    return filling(result, [&](IVexImageBase*& section) {
+        if (!isButtonState(state))
+            return S_FALSE;
+        section = lookOf(static_cast<ButtonState>(state)).graphics.section().detach();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CCmdButton::SetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t bitmap, VARIANT_BOOL*) noexcept
+{
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return guarded([&] {
+        Back& back = m_back[static_cast<std::size_t>(state)];
+        back.image.makeFromHandle(host(), bitmap, VEX_PT_BMP);
+        if (back.bitmap.get() != reinterpret_cast<HBITMAP>(bitmap))
+            back.bitmap.reset(reinterpret_cast<HBITMAP>(bitmap));
+        redrawOwnRect();
+    });
+}
+
+STDMETHODIMP CCmdButton::GetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t* result) noexcept
+{
+    if (!result)
+        return E_POINTER;
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    const HBITMAP bitmap = m_back[static_cast<std::size_t>(state)].bitmap.get();
+    if (!bitmap)
+        return S_FALSE;
+    *result = reinterpret_cast<std::int64_t>(bitmap);
+    return S_OK;
+}
+
+/// The skin's image section for a file, shared under a name made from the file's. A section of that name that exists
+/// already is used as it is. `loaded` tells whether the file could be read; what was added stays in the skin either way.
+ComPtr<IVexImageBase> CCmdButton::sectionForFile(BSTR path, bool& loaded)
+{
+    IVexRes& res = *host().res;
+    const std::wstring name(baseName(viewOf(path)));
+    loaded = true;
+    bool existed = false;
+    const auto section = sharedResource<IVexImageBase>(res, VEXOBJTYPE_IMAGEBASE, L"CmdButton" + name, existed);
+    if (!section || existed)
+        return section;
+
+    bool pictureExisted = false;
+    const auto picture = sharedResource<IVexPicture>(res, VEXOBJTYPE_IMAGE, name, pictureExisted);
+    VARIANT_BOOL imported = VARIANT_FALSE;
+    loaded = picture && SUCCEEDED(picture->ImportFile(path, &imported)) && imported != VARIANT_FALSE;
+    if (!loaded)
+        return section;
+    SkinRect whole = toSkinRect(Rect::at({}, pictureSize(picture.get())));
+    section->put_ImageObj(picture.get());
+    section->BuildPerPixImage();
+    section->StretchAll(VARIANT_TRUE);
+    section->put_rect(&whole);
+    return section;
+}
+
+STDMETHODIMP CCmdButton::SetBackImageFile(VEX_BUTTONSTATE state, BSTR path, VARIANT_BOOL* result) noexcept
+{
+    if (result)
+        *result = VARIANT_FALSE;
+    if (!isButtonState(state))
+        return E_INVALIDARG;
+    return filling(result, [&](VARIANT_BOOL& done) {
+        if (!host().res)
+            return S_OK; // no skin to hold the picture
+        bool loaded = false;
+        const ComPtr<IVexImageBase> section = sectionForFile(path, loaded);
+        if (!section || !loaded)
+            return S_OK;
+        lookOf(static_cast<ButtonState>(state)).image.setSection(section.get());
+        redraw();
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+} // namespace morvane

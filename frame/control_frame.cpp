@@ -1,0 +1,302 @@
+#include "frame/control_frame.h"
+
+#include "frame/module_resources.h"
+#include "host/geometry.h"
+#include "host/host_classes.h"
+
+#include <algorithm>
+#include <iterator>
+
+namespace morvane {
+
+namespace {
+
+template <class Interface>
+ComPtr<Interface> createHostObject(REFCLSID classId)
+{
+    ComPtr<Interface> object;
+    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, iidOf<Interface>(), object.putVoid());
+    return object;
+}
+
+constexpr UINT kSetToolTip = 3464;
+constexpr const wchar_t* kSkinResourceType = L"UIFILES";
+
+} // namespace
+
+void ControlFrame::constructInnerObjects()
+{
+    // Neither result is a reason to fail: a control without its host objects refuses forwarded calls and draws nothing.
+    m_inner = createHostObject<IVexControlBase>(kClsidInnerBaseObject);
+    if (m_inner)
+        m_inner->SetRealCtrlPtr(&self());
+    m_objectDraw = createHostObject<IVexObjectDraw>(kClsidObjectDraw);
+}
+
+void ControlFrame::releaseHostObjects()
+{
+    unregisterWindowMessages();
+    m_host.clear();
+    m_objectDraw.reset();
+    if (m_inner)
+        m_inner->SetRealCtrlPtr(nullptr); // the inner base object may live on in the hands of others
+    m_inner.reset();
+}
+
+// State of the inner base object -------------------------------------------------------------------------------------
+
+namespace {
+
+template <class Getter>
+bool ask(IVexControlBase* inner, Getter getter, bool otherwise = false)
+{
+    VARIANT_BOOL answer = VARIANT_FALSE;
+    if (!inner || FAILED((inner->*getter)(&answer)))
+        return otherwise;
+    return answer != VARIANT_FALSE;
+}
+
+} // namespace
+
+Rect ControlFrame::ownRect() const
+{
+    ComPtr<IVexRect> object;
+    if (m_inner)
+        m_inner->GetRect(object.put());
+    SkinRect rect{};
+    if (object)
+        object->GetRectStruct(&rect);
+    return toRect(rect);
+}
+
+bool ControlFrame::isEnabled() const { return ask(m_inner.get(), &IVexControlBase::IsEnable, true); }
+bool ControlFrame::isLeftButtonDown() const { return ask(m_inner.get(), &IVexControlBase::IsLButtonDowned); }
+bool ControlFrame::isMouseOver() const { return ask(m_inner.get(), &IVexControlBase::IsMouseMove); }
+bool ControlFrame::isMirrored() const { return ask(m_inner.get(), &IVexControlBase::IsMirrorObject); }
+
+bool ControlFrame::isDesignTime() const
+{
+    VARIANT_BOOL design = VARIANT_FALSE;
+    if (m_host.res)
+        m_host.res->IsDesignStatus(&design);
+    return design != VARIANT_FALSE;
+}
+
+void ControlFrame::setMouseOver(bool over)
+{
+    if (m_inner)
+        m_inner->SetMouseMove(over ? VARIANT_TRUE : VARIANT_FALSE);
+}
+
+bool ControlFrame::isFocusObject()
+{
+    ComPtr<ISkinObjResBase> focused;
+    if (m_host.root)
+        m_host.root->GetCurrentFocusObject(focused.put());
+    return focused && isSameObject(focused.get(), &self());
+}
+
+ComPtr<IVexControlBase> ControlFrame::realControl() const
+{
+    ComPtr<IVexControlBase> real;
+    if (m_inner)
+        m_inner->GetRealCtrlPtr(real.put());
+    return real;
+}
+
+// Redrawing -----------------------------------------------------------------------------------------------------------
+
+void ControlFrame::redraw()
+{
+    if (m_inner)
+        m_inner->DirectRedraw(nullptr);
+}
+
+void ControlFrame::redrawOwnRect()
+{
+    if (!m_inner)
+        return;
+    SkinRect rect = toSkinRect(ownRect());
+    m_inner->DirectRedraw(&rect);
+}
+
+void ControlFrame::drawFocusMark(IVexRenderDC& dc)
+{
+    if (m_inner)
+        m_inner->RenderDrawFocus(&dc);
+}
+
+// Telling others ------------------------------------------------------------------------------------------------------
+
+bool ControlFrame::raise(const PointerNotice& notice) { return raise(notice.id, notice.packed()); }
+
+bool ControlFrame::raise(long message, std::int64_t lParam)
+{
+    const ComPtr<IVexControlBase> inner = m_inner; // a callback may take the control apart
+    if (!inner)
+        return false;
+    const ComPtr<IVexControlBase> real = realControl();
+    VARIANT_BOOL answer = VARIANT_FALSE;
+    inner->CallMsg(message, reinterpret_cast<std::int64_t>(real.get()), lParam, &answer);
+    return answer != VARIANT_FALSE;
+}
+
+LRESULT ControlFrame::sendToHost(UINT message, WPARAM wParam, LPARAM lParam)
+{
+    return m_host.window ? SendMessageW(m_host.window, message, wParam, lParam) : 0;
+}
+
+LRESULT ControlFrame::sendControlToHost(UINT message, LPARAM lParam)
+{
+    const ComPtr<IVexControlBase> real = realControl();
+    return sendToHost(message, reinterpret_cast<WPARAM>(real.get()), lParam);
+}
+
+void ControlFrame::sendToolTip()
+{
+    // The copy lives until the host has answered; an empty text hides the tip.
+    Bstr text = toolTipText();
+    if (!text.get())
+        text = Bstr(L"");
+    sendToHost(kSetToolTip, reinterpret_cast<WPARAM>(text.get()), reinterpret_cast<LPARAM>(&self()));
+}
+
+void ControlFrame::registerWindowMessage(UINT message)
+{
+    if (!m_host.root || std::find(std::begin(m_registered), std::end(m_registered), message) != std::end(m_registered))
+        return;
+    const auto place = std::find(std::begin(m_registered), std::end(m_registered), 0u);
+    if (place == std::end(m_registered))
+        return;
+    *place = message;
+    VARIANT_BOOL done = VARIANT_FALSE;
+    m_host.root->RegisterMessage(message, &self(), VARIANT_FALSE, &done);
+}
+
+void ControlFrame::unregisterWindowMessages()
+{
+    for (UINT& message : m_registered) {
+        const UINT registered = std::exchange(message, 0u);
+        VARIANT_BOOL done = VARIANT_FALSE;
+        if (registered != 0 && m_host.root)
+            m_host.root->UnRegisterMessage(registered, &self(), &done);
+    }
+}
+
+void ControlFrame::reportRightButtonUp(const WindowMessageNotice& notice)
+{
+    if (ownRect().contains(unpackPoint(notice.lParam)))
+        sendControlToHost(VEXSM_RBUTTONUP, 0);
+}
+
+// Common handling -----------------------------------------------------------------------------------------------------
+
+void ControlFrame::fillHostCache()
+{
+    if (m_inner)
+        m_host.fill(*m_inner);
+}
+
+Handled ControlFrame::onInitObject()
+{
+    if (m_inner && m_host.ensureRoot(*m_inner))
+        m_host.refreshWindow();
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onDestroying()
+{
+    unregisterWindowMessages();
+    return Handled::No;
+}
+
+Handled ControlFrame::onAccessConfigured(bool)
+{
+    fillHostCache();
+    return Handled::No;
+}
+
+Handled ControlFrame::onFinalCreate()
+{
+    fillHostCache();
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onImportConfig(const ImportRequest& request)
+{
+    if (info().defaultSkin == 0)
+        return Handled::No;
+    if (request.res) {
+        Bstr type{kSkinResourceType};
+        ComPtr<IVexControlBase> unwanted;
+        request.res->ImportSkin(reinterpret_cast<std::int64_t>(namedModule()), info().defaultSkin, type.get(), request.parent,
+                                request.result ? request.result : unwanted.put());
+    }
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onMouseEnter(const PointerNotice& notice)
+{
+    redraw();
+    if (!m_host.window)
+        m_host.refreshWindow();
+    sendToolTip();
+    raise(notice);
+    sendControlToHost(static_cast<UINT>(notice.id), notice.packed());
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onMouseMove(const PointerNotice& notice)
+{
+    raise(notice);
+    return Handled::No; // the framework moves the hot object on
+}
+
+Handled ControlFrame::onMouseLeave(const PointerNotice& notice)
+{
+    redraw();
+    raise(notice.id, 0);
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onLeftButtonDown(const PointerNotice& notice)
+{
+    redraw();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onLeftButtonUp(const PointerNotice& notice)
+{
+    redraw();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onLeftDoubleClick(const PointerNotice& notice)
+{
+    redraw();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onDrawPreview()
+{
+    redrawOwnRect();
+    return Handled::No;
+}
+
+Handled ControlFrame::onIsDragEnabled(VARIANT_BOOL& enabled)
+{
+    enabled = VARIANT_FALSE;
+    return Handled::Yes;
+}
+
+Handled ControlFrame::onGetTabInfo(VARIANT_BOOL& takesTab, VARIANT_BOOL& drawsFocus)
+{
+    takesTab = VARIANT_TRUE;
+    drawsFocus = VARIANT_TRUE;
+    return Handled::Yes;
+}
+
+} // namespace morvane

@@ -1,0 +1,30 @@
+// What a control remembers of its host while it is attached.
+#pragma once
+
+#include "frame/com/com_ptr.h"
+#include "host/host.h"
+
+namespace morvane {
+
+/// Filled when the framework says the control is configured or finally created, dropped when it says the control is being
+/// destroyed; every pointer may be null at any time.
+struct HostCache {
+    ComPtr<IVexObj> object;             // the control's own object, as the inner base object hands it out
+    ComPtr<ISkinObjResBase> skinObject; // the same as a member of the object tree
+    ComPtr<IVexRes> res;
+    ComPtr<IAmbrel> root;
+    std::int64_t configNode = 0;   // opaque
+    std::int64_t renderDevice = 0; // opaque
+    HWND window = nullptr;  // the host window
+
+    void fill(IVexControlBase& inner);
+    void clear() { *this = HostCache(); }
+
+    /// Asks the inner base object for the root if it is not known yet; true when it is known afterwards.
+    bool ensureRoot(IVexControlBase& inner);
+
+    /// Asks the root for the host window again; keeps the known one when there is no root.
+    void refreshWindow();
+};
+
+} // namespace morvane
