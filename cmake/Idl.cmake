@@ -54,25 +54,37 @@ function(morvane_idl_typelib source library)
         VERBATIM)
 endfunction()
 
-# morvane_idl_marshalling(source stem DEPENDS ...): proxies and stubs (<stem>_p.c), identifiers (<stem>_i.c) and the list
-# of both (<stem>_dlldata.c) for the interfaces of an IDL file. The code includes the file's header by its bare name.
+# morvane_idl_identifiers(source file DEPENDS ...): C source that defines the IDL file's identifiers (IID_IThing).
+function(morvane_idl_identifiers source file)
+    cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
+    set(out ${MORVANE_IDL_OUT}/${file})
+    if(MSVC)
+        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /I ${PROJECT_SOURCE_DIR}/host/idl
+                    /I ${MORVANE_IDL_OUT} /h nul /iid ${out} /proxy nul /dlldata nul /notlb ${source})
+    else()
+        set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -u -o ${out} ${source})
+    endif()
+    add_custom_command(OUTPUT ${out} COMMAND ${command} DEPENDS ${source} ${arg_DEPENDS}
+        COMMENT "Interface identifiers ${file}" VERBATIM)
+endfunction()
+
+# morvane_idl_marshalling(source stem DEPENDS ...): proxies and stubs (<stem>_p.c) for the interfaces of an IDL file, and
+# the list that names them to the run-time (<stem>_dlldata.c). The code includes the file's header by its bare name.
 function(morvane_idl_marshalling source stem)
     cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
     set(out ${MORVANE_IDL_OUT}/${stem})
     get_filename_component(name ${stem} NAME)
     if(MSVC)
-        set(command ${MORVANE_MIDL} /nologo /env x64 /Oicf /I ${PROJECT_SOURCE_DIR} /I ${PROJECT_SOURCE_DIR}/host/idl
-                    /I ${MORVANE_IDL_OUT} /h ${out}_unused.h /iid ${out}_i.c /proxy ${out}_p.c /dlldata ${out}_dlldata.c
-                    /notlb ${source})
-        set(commands COMMAND ${command})
+        set(commands
+            COMMAND ${MORVANE_MIDL} /nologo /env x64 /Oicf /I ${PROJECT_SOURCE_DIR} /I ${PROJECT_SOURCE_DIR}/host/idl
+                    /I ${MORVANE_IDL_OUT} /h nul /iid nul /proxy ${out}_p.c /dlldata ${out}_dlldata.c /notlb ${source})
     else()
         set(commands
             COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -Oicf -p -o ${out}_p.c ${source}
-            COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -u -o ${out}_i.c ${source}
             COMMAND ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} --dlldata-only -o ${out}_dlldata.c ${name})
     endif()
     add_custom_command(
-        OUTPUT ${out}_p.c ${out}_i.c ${out}_dlldata.c
+        OUTPUT ${out}_p.c ${out}_dlldata.c
         ${commands}
         DEPENDS ${source} ${arg_DEPENDS}
         COMMENT "Marshalling ${stem}"

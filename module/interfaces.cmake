@@ -23,8 +23,9 @@ add_custom_command(
 set(idl_sources ${module_idl} ${control_fragment_paths} ${host_fragments})
 morvane_idl_header(${MODULE_OUT}/control_interfaces.idl controls/control_interfaces.h DEPENDS ${idl_sources})
 morvane_idl_typelib(${MODULE_OUT}/morvane.idl module/morvane.tlb DEPENDS ${idl_sources})
-morvane_idl_marshalling(${MODULE_OUT}/control_interfaces.idl module/marshalling controls/control_interfaces.h
-    DEPENDS ${idl_sources})
+morvane_idl_marshalling(${MODULE_OUT}/control_interfaces.idl module/marshalling DEPENDS ${idl_sources})
+morvane_idl_identifiers(${MODULE_OUT}/control_interfaces.idl module/control_identifiers.c DEPENDS ${idl_sources})
+morvane_idl_identifiers(${PROJECT_SOURCE_DIR}/host/idl/host.idl module/host_identifiers.c DEPENDS ${host_fragments})
 
 # The interface compiler spells the import of host.idl as this include.
 file(CONFIGURE OUTPUT ${MORVANE_IDL_OUT}/host.h CONTENT "#include \"host/host.h\"\n")
