@@ -15,3 +15,17 @@ else()
 endif()
 
 find_package(ZLIB REQUIRED)
+
+# pugixml: Debian has it for the build machine only; for other targets its source package is compiled, once per build
+# folder. Fuzzing builds it from source too, so that the sanitizers see inside it.
+option(MORVANE_PUGIXML_FROM_SOURCE "Compile pugixml from Debian's source package" ${CMAKE_CROSSCOMPILING})
+if(MORVANE_PUGIXML_FROM_SOURCE)
+    set(pugixml_folder ${PROJECT_SOURCE_DIR}/build/downloads/pugixml-1.13)
+    execute_process(COMMAND ${PROJECT_SOURCE_DIR}/tools/fetch_pugixml.sh ${pugixml_folder} COMMAND_ERROR_IS_FATAL ANY)
+    add_library(morvane_pugixml STATIC EXCLUDE_FROM_ALL ${pugixml_folder}/src/pugixml.cpp)
+    target_include_directories(morvane_pugixml SYSTEM PUBLIC ${pugixml_folder}/src)
+else()
+    find_package(pugixml CONFIG REQUIRED)
+    add_library(morvane_pugixml INTERFACE)
+    target_link_libraries(morvane_pugixml INTERFACE pugixml::pugixml)
+endif()
