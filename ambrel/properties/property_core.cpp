@@ -1,0 +1,249 @@
+#include "ambrel/properties/property_config.h"
+
+#include "ambrel/properties/config_node.h"
+#include "ambrel/properties/property_descriptor.h"
+#include "ambrel/properties/property_group.h"
+#include "ambrel/trace/trace.h"
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::guarded;
+
+PropertyCore::~PropertyCore()
+{
+    morvane::ModuleLock::remove();
+}
+
+void PropertyCore::setHelp(std::wstring_view help)
+{
+    if (help != this->help().text())
+        extras().help = Atom(help);
+}
+
+IVexControlBase* PropertyCore::owner() const noexcept { return m_group ? m_group->owner() : nullptr; }
+
+void PropertyCore::setCallback(IPropChangedCallback* callback)
+{
+    if (callback || m_extras)
+        extras().callback = ComPtr<IPropChangedCallback>(callback);
+}
+
+ComPtr<IVexRes> PropertyCore::resources() const noexcept
+{
+    if (m_extras && m_extras->resources)
+        return m_extras->resources;
+    return m_group ? m_group->resources() : nullptr;
+}
+
+PropertyExtras& PropertyCore::extras()
+{
+    if (!m_extras)
+        m_extras = std::make_unique<PropertyExtras>();
+    return *m_extras;
+}
+
+void PropertyCore::runCallback() noexcept
+{
+    const ComPtr<IPropChangedCallback> called(callback());
+    if (!called)
+        return;
+    const ComPtr<IVexControlBase> told(owner());
+    called->Do(told.get());
+}
+
+namespace {
+
+void traceChange(PropertyCore& property, IVexControlBase* owner) noexcept
+{
+    if (!Trace::instance().isWatched())
+        return;
+    guarded([&] {
+        ComPtr<IVexControlBase> control;
+        if (owner)
+            owner->GetRealCtrlPtr(control.put());
+        std::wstring text = property.group() ? property.group()->path(L"/") + L"/" : std::wstring();
+        text += property.name().text();
+        traceText(AMBREL_TRACE_PROPERTY, control ? control.get() : owner, 0, text.c_str());
+    });
+}
+
+} // namespace
+
+void PropertyCore::announceChange() noexcept
+{
+    const ComPtr<IVexPropBase> self(&asInterface());
+    const ComPtr<IVexControlBase> told(owner());
+    traceChange(*this, told.get());
+    runCallback();
+    // The callback may have taken the property from its owner, or ended the owner.
+    if (told && owner() == told.get())
+        told->PropChangedNotify(self.get());
+}
+
+bool PropertyCore::readAttribute(const ConfigNode& node, std::wstring_view key)
+{
+    const std::wstring* text = node.attribute(key);
+    // A copy: setting the value may reach the node again.
+    return text && kind().setText(*this, std::wstring(*text), SkinResources(resources()), Notify::No) == TextResult::Taken;
+}
+
+void PropertyCore::writeAttribute(ConfigNode& node, std::wstring_view key) { node.setAttribute(key, kind().text(*this)); }
+
+std::wstring PropertyCore::keyName() const
+{
+    std::wstring key(m_name.text());
+    return key += kind().keySuffix;
+}
+
+PropertyCore* coreOf(IVexPropBase* property) noexcept
+{
+    void* core = nullptr;
+    if (!property || FAILED(property->QueryInterface(kIidPropertyCore, &core)))
+        return nullptr;
+    property->Release(); // the caller keeps it
+    return static_cast<PropertyCore*>(core);
+}
+
+namespace config {
+
+HRESULT descriptor(PropertyCore& property, IVexPropType** result) noexcept
+{
+    return morvane::returning(result, [&] { return PropertyDescriptor::of(property); });
+}
+
+HRESULT getVariant(PropertyCore& property, VARIANT* result) noexcept
+{
+    if (!result)
+        return E_POINTER;
+    VariantInit(result);
+    return guarded([&] { return property.kind().getVariant(property, *result); });
+}
+
+HRESULT setVariant(PropertyCore& property, const VARIANT& value, Notify notify) noexcept
+{
+    return guarded([&] { return property.kind().setVariant(property, value, notify); });
+}
+
+HRESULT getDispatch(PropertyCore& property, IDispatch** result) noexcept
+{
+    return morvane::filling(result, [&](IDispatch*& place) {
+        VARIANT value;
+        VariantInit(&value);
+        const HRESULT status = property.kind().getVariant(property, value);
+        if (FAILED(status))
+            return status;
+        if (value.vt != VT_DISPATCH) {
+            VariantClear(&value);
+            return S_FALSE;
+        }
+        place = value.pdispVal; // the reference goes with it
+        return place ? S_OK : S_FALSE;
+    });
+}
+
+HRESULT setDispatch(PropertyCore& property, IDispatch* value) noexcept
+{
+    VARIANT variant;
+    VariantInit(&variant);
+    variant.vt = VT_DISPATCH;
+    variant.pdispVal = value; // borrowed for the call
+    return setVariant(property, variant, Notify::Yes);
+}
+
+HRESULT access(PropertyCore& property, hyper node, BSTR key, bool read, bool isWholeKey, VARIANT_BOOL* result) noexcept
+{
+    return morvane::filling(result, [&](VARIANT_BOOL& done) {
+        const auto element = ConfigNode::fromHandle(node);
+        if (!element)
+            return E_INVALIDARG;
+        const ComPtr<IVexPropBase> hold(&property.asInterface());
+        std::wstring name(morvane::viewOf(key));
+        if (!isWholeKey)
+            name += property.keyName();
+        if (!read)
+            property.writeAttribute(*element, name);
+        done = morvane::toVariantBool(!read || property.readAttribute(*element, name));
+        return S_OK;
+    });
+}
+
+HRESULT clone(PropertyCore& property, IVexPropBase* source) noexcept
+{
+    if (!source)
+        return E_POINTER;
+    return guarded([&]() -> HRESULT {
+        PropertyCore* core = coreOf(source);
+        if (core == &property)
+            return S_OK;
+        if (core && core->type() == property.type()) {
+            property.kind().copyFrom(property, *core);
+            return S_OK;
+        }
+        VARIANT value;
+        VariantInit(&value);
+        HRESULT status = source->GetVariant(&value);
+        if (SUCCEEDED(status))
+            status = property.kind().setVariant(property, value, Notify::No);
+        VariantClear(&value);
+        return status;
+    });
+}
+
+HRESULT setResources(PropertyCore& property, IVexRes* resources) noexcept
+{
+    return guarded([&] {
+        if (resources || property.knownExtras())
+            property.extras().resources = ComPtr<IVexRes>(resources);
+    });
+}
+
+namespace {
+
+HRESULT setNode(PropertyCore& property, NodeHandle PropertyExtras::*place, hyper node) noexcept
+{
+    if (node != 0 && !ConfigNode::fromHandle(node))
+        return E_INVALIDARG;
+    return guarded([&] {
+        if (node != 0 || property.knownExtras())
+            property.extras().*place = node;
+    });
+}
+
+} // namespace
+
+HRESULT setPropertyNode(PropertyCore& property, hyper node) noexcept
+{
+    return setNode(property, &PropertyExtras::propertyNode, node);
+}
+
+HRESULT setStyleNode(PropertyCore& property, hyper node) noexcept
+{
+    return setNode(property, &PropertyExtras::styleNode, node);
+}
+
+hyper renderDevice(const PropertyCore& property) noexcept
+{
+    const PropertyExtras* known = property.knownExtras();
+    if (known && known->renderDevice != 0)
+        return known->renderDevice;
+    return property.group() ? property.group()->renderDevice() : 0;
+}
+
+HRESULT setRenderType(PropertyCore& property, VEX_RENDERENGINE_TYPE type) noexcept
+{
+    if (type < VEX_RENDERENGINE_ERROR || type > VEX_RENDERENGINE_KENGINE)
+        return E_INVALIDARG;
+    return guarded([&] { property.extras().renderType = type; });
+}
+
+VEX_RENDERENGINE_TYPE renderType(const PropertyCore& property) noexcept
+{
+    const PropertyExtras* known = property.knownExtras();
+    return known && known->renderType != VEX_RENDERENGINE_ERROR ? known->renderType : VEX_RENDERENGINE_GDI;
+}
+
+} // namespace config
+
+} // namespace ambrel
