@@ -1,0 +1,102 @@
+#include "ambrel/pixels/image_header.h"
+
+#include "ambrel/pixels/byte_reader.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace ambrel {
+
+namespace {
+
+int toSide(std::uint32_t value)
+{
+    return static_cast<int>(std::min<std::uint32_t>(value, std::numeric_limits<int>::max()));
+}
+
+/// A height may be negative in a bitmap: rows then run from the top.
+int toSideOfSigned(std::uint32_t value)
+{
+    const auto number = static_cast<std::int64_t>(static_cast<std::int32_t>(value));
+    return static_cast<int>(std::min<std::int64_t>(number < 0 ? -number : number, std::numeric_limits<int>::max()));
+}
+
+Size bmpSize(const ByteReader& in)
+{
+    constexpr std::uint32_t kCoreHeader = 12;
+    if (in.u32le(14) == kCoreHeader)
+        return {in.u16le(18), in.u16le(20)};
+    return {toSideOfSigned(in.u32le(18)), toSideOfSigned(in.u32le(22))};
+}
+
+/// Walks the segments up to the frame header.
+Size jpegSize(const ByteReader& in)
+{
+    std::size_t at = 2;
+    while (in.isInside(at, 4) && in.u8(at) == 0xFF) {
+        const int marker = in.u8(at + 1);
+        if (marker == 0xFF) { // padding
+            ++at;
+            continue;
+        }
+        const bool isFrame = marker >= 0xC0 && marker <= 0xCF && marker != 0xC4 && marker != 0xC8 && marker != 0xCC;
+        if (isFrame)
+            return {in.u16be(at + 7), in.u16be(at + 5)};
+        const int length = in.u16be(at + 2);
+        if (length < 2)
+            return {};
+        at += 2 + static_cast<std::size_t>(length);
+    }
+    return {};
+}
+
+/// The largest picture of an icon file; a stored 0 means 256.
+Size icoSize(const ByteReader& in)
+{
+    Size largest;
+    const int count = in.u16le(4);
+    for (int i = 0; i < count && in.isInside(6 + 16 * static_cast<std::size_t>(i), 16); ++i) {
+        const std::size_t at = 6 + 16 * static_cast<std::size_t>(i);
+        const int width = in.u8(at) == 0 ? 256 : in.u8(at);
+        const int height = in.u8(at + 1) == 0 ? 256 : in.u8(at + 1);
+        largest = {std::max(largest.width, width), std::max(largest.height, height)};
+    }
+    return largest;
+}
+
+bool isIcon(const ByteReader& in)
+{
+    const int kind = in.u16le(2); // 1 icon, 2 cursor
+    return in.isInside(0, 22) && in.u16le(0) == 0 && (kind == 1 || kind == 2) && in.u16le(4) > 0 && in.u8(9) == 0;
+}
+
+/// This format has no signature at its start; only true-colour pictures with a sensible header are taken for it.
+bool isTga(const ByteReader& in)
+{
+    const int kind = in.u8(2);
+    const int depth = in.u8(16);
+    return in.isInside(0, 18) && in.u8(1) == 0 && (kind == 2 || kind == 10) && (depth == 24 || depth == 32)
+           && in.u16le(12) > 0 && in.u16le(14) > 0 && in.u32le(3) == 0 && in.u8(7) == 0;
+}
+
+} // namespace
+
+ImageHeader readImageHeader(std::span<const std::uint8_t> bytes)
+{
+    const ByteReader in(bytes);
+    if (in.startsWith("\x89PNG\r\n\x1A\n") && in.startsWith("IHDR", 12))
+        return {ImageFormat::Png, {toSide(in.u32be(16)), toSide(in.u32be(20))}};
+    if (in.startsWith("GIF87a") || in.startsWith("GIF89a"))
+        return {ImageFormat::Gif, {in.u16le(6), in.u16le(8)}};
+    if (in.startsWith("\xFF\xD8\xFF"))
+        return {ImageFormat::Jpeg, jpegSize(in)};
+    if (in.startsWith("BM") && in.isInside(0, 26))
+        return {ImageFormat::Bmp, bmpSize(in)};
+    if (isIcon(in))
+        return {ImageFormat::Ico, icoSize(in)};
+    if (isTga(in))
+        return {ImageFormat::Tga, {in.u16le(12), in.u16le(14)}};
+    return {};
+}
+
+} // namespace ambrel
