@@ -87,8 +87,6 @@ public:
     void setRect(const Rect& rect) noexcept { m_rect = rect; }
     const Position& position() const noexcept { return m_position; }
     void setPosition(const Position& position) noexcept { m_position = position; }
-    /// The rectangle that its position gives inside its parent (inside nothing, for a root).
-    Rect laidOutRect() const noexcept;
     /// The part of its rectangle that no ancestor cuts away; empty when it is not shown.
     Rect shownRect() const noexcept;
 
@@ -124,7 +122,8 @@ private:
 };
 
 /// Walks over a node's children while what it calls may add, move or remove any of them, or end the node itself: each child
-/// that stays is met once, one that was removed is not met, and the walk ends with the node. Costs no allocation.
+/// that stays is met once (one that is moved meanwhile perhaps again), one that was removed is not met, and the walk ends
+/// with the node. Costs no allocation.
 class ChildIteration {
 public:
     enum class Order { BottomToTop, TopToBottom };

@@ -7,7 +7,6 @@
 #include "frame/com/com_ptr.h"
 #include "host/geometry.h"
 
-#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -81,8 +80,11 @@ public:
 
     void callEvent(long id, hyper wParam, hyper lParam);
 
+    /// Reads or writes its properties' values from or to its configuration node; false without one.
+    virtual bool accessConfiguration(bool) { return false; }
+
 protected:
-    ~SkinObjectCore();
+    ~SkinObjectCore() = default;
 
     /// Tells the object about its size; called with changed geometry.
     virtual void sizeChanged() {}
@@ -103,16 +105,32 @@ protected:
         ComPtr<IVexXMLNode> configurationNode;
         Rect availableRect;
         bool hasAvailableRect = false;
-        Dock dock = Dock::LeftTop;
+        ambrel::Dock dock = ambrel::Dock::LeftTop;
         VEX_CTRLSTATE controlState = VEX_CTRL_NORMAL;
         bool hasControlState = false;
         hyper ownerWindow = 0;
     };
     Extras& extras();
-    const Extras* knownExtras() const noexcept { return m_extras.get(); }
 
-    template <class Interface>
-    friend class SkinObject;
+    // The rest of the interface methods' work.
+    hyper objectPointer() const noexcept { return m_extras ? m_extras->objectPointer : 0; }
+    hyper userData() const noexcept { return m_extras ? m_extras->userData : 0; }
+    Bstr objectId();
+    Bstr typeName();
+    ComPtr<IVexXMLNode> configurationNode() const noexcept;
+    HRESULT setParent(ISkinObjResBase* parent);
+    void setVisibleWithChildren(bool visible, bool redraw);
+    HRESULT setControlState(VEX_CTRLSTATE state);
+    VEX_CTRLSTATE controlState() const noexcept;
+    short childCountForCaller() const noexcept;
+    ComPtr<ISkinObjResBase> childByCaption(std::wstring_view caption, short* index) noexcept;
+    ComPtr<ISkinObjResBase> childHolding(ISkinObjResBase* object, short* index) noexcept;
+    VexDockObjType dockType() const noexcept;
+    void dock(Dock dock, bool full);
+    HRESULT setAvailableRect(IVexRect* rect);
+    Rect availableRect() const noexcept;
+    bool redrawWindow(bool now);
+    hyper windowHandle() noexcept;
 
     ObjectNode m_node;
     ComPtr<ISkinObjResBase> m_treeReference; // the parent's reference to this object's face

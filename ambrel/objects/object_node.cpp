@@ -1,0 +1,190 @@
+#include "ambrel/objects/object_node.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace ambrel {
+
+ObjectNode::~ObjectNode()
+{
+    remove();
+    for (ObjectNode* child : m_children)
+        child->m_parent = nullptr;
+    for (ChildIteration* iteration = m_iterations; iteration; iteration = iteration->m_nextIteration)
+        iteration->m_node = nullptr;
+    for (WeakNode* weak = m_weakNodes; weak;) {
+        WeakNode* next = weak->m_next;
+        weak->m_node = nullptr;
+        weak->m_previous = weak->m_next = nullptr;
+        weak = next;
+    }
+}
+
+ObjectNode& ObjectNode::root() noexcept
+{
+    ObjectNode* node = this;
+    while (node->m_parent)
+        node = node->m_parent;
+    return *node;
+}
+
+int ObjectNode::indexOf(const ObjectNode& child) const noexcept
+{
+    if (child.m_parent != this)
+        return -1;
+    // From the top: what was added last is asked for most.
+    for (std::size_t i = m_children.size(); i-- > 0;) {
+        if (m_children[i] == &child)
+            return static_cast<int>(i);
+    }
+    return -1;
+}
+
+bool ObjectNode::holds(const ObjectNode& other) const noexcept
+{
+    const ObjectNode* node = &other;
+    while (node && node != this)
+        node = node->m_parent;
+    return node == this;
+}
+
+bool ObjectNode::insert(ObjectNode& child, std::size_t index)
+{
+    if (child.holds(*this))
+        return false;
+    if (child.m_parent == this) {
+        moveChild(child, index);
+        return true;
+    }
+    if (m_children.size() == m_children.capacity())
+        m_children.reserve(2 * m_children.size() + 4); // nothing below can fail
+    child.remove();
+    insertAt(std::min(index, m_children.size()), child);
+    child.m_parent = this;
+    return true;
+}
+
+void ObjectNode::remove() noexcept
+{
+    if (ObjectNode* parent = std::exchange(m_parent, nullptr)) {
+        const auto place = std::find(parent->m_children.begin(), parent->m_children.end(), this);
+        parent->eraseAt(static_cast<std::size_t>(place - parent->m_children.begin()));
+    }
+}
+
+bool ObjectNode::moveChild(ObjectNode& child, std::size_t index) noexcept
+{
+    const int present = indexOf(child);
+    if (present < 0)
+        return false;
+    index = std::min(index, m_children.size() - 1);
+    if (static_cast<std::size_t>(present) == index)
+        return false;
+    eraseAt(static_cast<std::size_t>(present));
+    insertAt(index, child); // within the capacity just given up: cannot fail
+    return true;
+}
+
+void ObjectNode::eraseAt(std::size_t index) noexcept
+{
+    m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
+    for (ChildIteration* iteration = m_iterations; iteration; iteration = iteration->m_nextIteration)
+        iteration->erased(index);
+}
+
+void ObjectNode::insertAt(std::size_t index, ObjectNode& child)
+{
+    m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), &child);
+    for (ChildIteration* iteration = m_iterations; iteration; iteration = iteration->m_nextIteration)
+        iteration->inserted(index);
+}
+
+Rect ObjectNode::shownRect() const noexcept
+{
+    Rect shown = m_rect;
+    for (const ObjectNode* node = this; node; node = node->m_parent) {
+        if (!node->has(NodeFlag::Visible))
+            return {};
+        shown = shown.intersection(node->m_rect);
+    }
+    return shown;
+}
+
+bool ObjectNode::set(NodeFlag flag, bool on) noexcept
+{
+    const std::uint32_t before = m_flags;
+    const auto bit = static_cast<std::uint32_t>(flag);
+    m_flags = on ? before | bit : before & ~bit;
+    return m_flags != before;
+}
+
+bool ObjectNode::allHave(NodeFlag flag) const noexcept
+{
+    const ObjectNode* node = this;
+    while (node && node->has(flag))
+        node = node->m_parent;
+    return !node;
+}
+
+ChildIteration::ChildIteration(ObjectNode& node, Order order) noexcept
+    : m_node(&node), m_nextIteration(node.m_iterations),
+      m_position(order == Order::BottomToTop ? 0 : node.m_children.size()), m_order(order)
+{
+    node.m_iterations = this;
+}
+
+ChildIteration::~ChildIteration()
+{
+    if (!m_node)
+        return;
+    // Iterations nest, but one may be ended out of order by an exception's way out.
+    ChildIteration** link = &m_node->m_iterations;
+    while (*link != this)
+        link = &(*link)->m_nextIteration;
+    *link = m_nextIteration;
+}
+
+ObjectNode* ChildIteration::next() noexcept
+{
+    if (!m_node)
+        return nullptr;
+    if (m_order == Order::BottomToTop)
+        return m_position < m_node->m_children.size() ? m_node->m_children[m_position++] : nullptr;
+    return m_position > 0 ? m_node->m_children[--m_position] : nullptr;
+}
+
+void ChildIteration::inserted(std::size_t index) noexcept
+{
+    if (index < m_position)
+        ++m_position;
+}
+
+void ChildIteration::erased(std::size_t index) noexcept
+{
+    if (index < m_position)
+        --m_position;
+}
+
+void WeakNode::link(ObjectNode* node) noexcept
+{
+    m_node = node;
+    if (!node)
+        return;
+    m_next = node->m_weakNodes;
+    if (m_next)
+        m_next->m_previous = this;
+    node->m_weakNodes = this;
+}
+
+void WeakNode::unlink() noexcept
+{
+    if (!m_node)
+        return;
+    (m_previous ? m_previous->m_next : m_node->m_weakNodes) = m_next;
+    if (m_next)
+        m_next->m_previous = m_previous;
+    m_node = nullptr;
+    m_previous = m_next = nullptr;
+}
+
+} // namespace ambrel
