@@ -4,6 +4,8 @@
 #include "frame/com/com_ptr.h"
 #include "host/host.h"
 
+#include <cstdint>
+
 namespace morvane {
 
 /// Filled when the framework says the control is configured or finally created, dropped when it says the control is being

@@ -1,6 +1,6 @@
 #include "controls/buttons/command_button/command_button.h"
 
-#include <algorithm>
+#include "frame/parts/property_access.h"
 
 namespace morvane {
 
@@ -101,20 +101,9 @@ STDMETHODIMP CCmdButton::SetText(BSTR text) noexcept
     });
 }
 
-STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept
-{
-    return returning(result, [&] { return m_properties.text.value(); });
-}
-
-STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept
-{
-    return guarded([&] { m_properties.toolTip.set(text); });
-}
-
-STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept
-{
-    return returning(result, [&] { return m_properties.toolTip.value(); });
-}
+STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
+STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
+STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
 
 STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
 {
@@ -127,13 +116,7 @@ STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
     });
 }
 
-STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& shown) {
-        shown = m_properties.showText.raw();
-        return m_properties.showText ? S_OK : S_FALSE;
-    });
-}
+STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
 
 STDMETHODIMP CCmdButton::GetTextLength(short* result) noexcept
 {
@@ -171,10 +154,9 @@ STDMETHODIMP CCmdButton::SetButtonState(VEX_BUTTONSTATE state) noexcept
 STDMETHODIMP CCmdButton::SetActive(VARIANT_BOOL active) noexcept
 {
     return guarded([&] {
-        if (m_active == active)
+        if (!m_active.set(active))
             return S_FALSE;
         m_hasFocus = false;
-        m_active = active;
         redraw();
         return S_OK;
     });
@@ -182,41 +164,29 @@ STDMETHODIMP CCmdButton::SetActive(VARIANT_BOOL active) noexcept
 
 STDMETHODIMP CCmdButton::IsActive(VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] { return m_active != 0; });
+    return returning(result, [&] { return m_active.isActive(); });
 }
 
 // Background and text style ---------------------------------------------------------------------------------------------
 
 STDMETHODIMP CCmdButton::SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept
 {
-    if (!isButtonState(state))
-        return E_INVALIDARG;
-    return guarded([&] { m_properties.look[static_cast<std::size_t>(state)].image.setSection(section); });
+    return isButtonState(state) ? store(lookOf(state).image, section) : E_INVALIDARG;
 }
 
 STDMETHODIMP CCmdButton::GetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
 {
-    if (result)
-        *result = nullptr;
-    if (!isButtonState(state))
-        return E_INVALIDARG;
-    return returning(result, [&] { return lookOf(static_cast<ButtonState>(state)).image.section(); });
+    return isButtonState(state) ? fetch(lookOf(state).image, result) : refused(result);
 }
 
 STDMETHODIMP CCmdButton::SetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle* style) noexcept
 {
-    if (!isButtonState(state))
-        return E_INVALIDARG;
-    return guarded([&] { lookOf(static_cast<ButtonState>(state)).textStyle.setStyle(style); });
+    return isButtonState(state) ? store(lookOf(state).textStyle, style) : E_INVALIDARG;
 }
 
 STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle** result) noexcept
 {
-    if (result)
-        *result = nullptr;
-    if (!isButtonState(state))
-        return E_INVALIDARG;
-    return returning(result, [&] { return lookOf(static_cast<ButtonState>(state)).textStyle.style(); });
+    return isButtonState(state) ? fetch(lookOf(state).textStyle, result) : refused(result);
 }
 
 // Size that follows the text ----------------------------------------------------------------------------------------------
@@ -264,24 +234,9 @@ STDMETHODIMP CCmdButton::SetMaxWidth(long width) noexcept { return setLimit(m_pr
 STDMETHODIMP CCmdButton::SetMinHeight(long height) noexcept { return setLimit(m_properties.autoSize.minHeight(), height); }
 STDMETHODIMP CCmdButton::SetMaxHeight(long height) noexcept { return setLimit(m_properties.autoSize.maxHeight(), height); }
 
-STDMETHODIMP CCmdButton::GetMinWidth(long* result) noexcept
-{
-    return returning(result, [&] { return m_properties.autoSize.minWidth().value(); });
-}
-
-STDMETHODIMP CCmdButton::GetMaxWidth(long* result) noexcept
-{
-    return returning(result, [&] { return m_properties.autoSize.maxWidth().value(); });
-}
-
-STDMETHODIMP CCmdButton::GetMinHeight(long* result) noexcept
-{
-    return returning(result, [&] { return m_properties.autoSize.minHeight().value(); });
-}
-
-STDMETHODIMP CCmdButton::GetMaxHeight(long* result) noexcept
-{
-    return returning(result, [&] { return m_properties.autoSize.maxHeight().value(); });
-}
+STDMETHODIMP CCmdButton::GetMinWidth(long* result) noexcept { return fetch(m_properties.autoSize.minWidth(), result); }
+STDMETHODIMP CCmdButton::GetMaxWidth(long* result) noexcept { return fetch(m_properties.autoSize.maxWidth(), result); }
+STDMETHODIMP CCmdButton::GetMinHeight(long* result) noexcept { return fetch(m_properties.autoSize.minHeight(), result); }
+STDMETHODIMP CCmdButton::GetMaxHeight(long* result) noexcept { return fetch(m_properties.autoSize.maxHeight(), result); }
 
 } // namespace morvane

@@ -4,6 +4,7 @@
 #include "controls/buttons/command_button/command_button_properties.h"
 #include "controls/control_interfaces.h"
 #include "frame/control.h"
+#include "frame/parts/active_flag.h"
 #include "frame/parts/frame_strip.h"
 #include "frame/parts/graphic_layout.h"
 #include "frame/parts/render_images.h"
@@ -87,8 +88,9 @@ private:
     };
 
     Look& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
+    Look& lookOf(VEX_BUTTONSTATE checked) { return lookOf(static_cast<ButtonState>(checked)); }
     /// The look that is drawn: an inactive button has its own while it is in its normal state.
-    Look& currentLook() { return !m_active && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state); }
+    Look& currentLook() { return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state); }
 
     void updateState();
     bool isCursorInside();
@@ -104,14 +106,13 @@ private:
     void fitIfEnabled();
     int widthTakenByGraphic();
     HRESULT setLimit(LongProp& limit, long value);
-    void replaceGraphic(std::int64_t handle, VEX_PICTURE_TYPE type);
     ComPtr<IVexImageBase> sectionForFile(BSTR path, bool& loaded);
 
     CommandButtonProperties m_properties;
     ButtonState m_state = ButtonState::Normal;
     bool m_isStateForced = false;
     bool m_hasFocus = false;
-    int m_active = 1; // as SetActive stored it: true is kept as -1, so the first SetActive(true) is a change
+    ActiveFlag m_active;
     FrameStrip m_strip;
     RenderImageSlot m_graphic;
     std::int64_t m_graphicHandle = 0;

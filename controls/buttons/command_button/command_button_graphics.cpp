@@ -2,6 +2,7 @@
 #include "controls/buttons/command_button/command_button.h"
 
 #include "frame/parts/file_bitmap.h"
+#include "frame/parts/property_access.h"
 
 namespace morvane {
 
@@ -48,15 +49,10 @@ STDMETHODIMP CCmdButton::GetGraphicsFilePath(BSTR* result) noexcept
     return returning(result, [&] { return Bstr(m_strip.path()); });
 }
 
-void CCmdButton::replaceGraphic(std::int64_t handle, VEX_PICTURE_TYPE type)
-{
-    m_graphic.makeFromHandle(host(), handle, type);
-}
-
 STDMETHODIMP CCmdButton::SetGraphicshIcon(std::int64_t icon, short, short) noexcept
 {
     return guarded([&] {
-        replaceGraphic(icon, VEX_PT_ICO);
+        m_graphic.makeFromHandle(host(), icon, VEX_PT_ICO);
         m_fileBitmap.reset(); // after the image that was made from it
         m_graphicHandle = icon;
         fitIfEnabled();
@@ -71,7 +67,7 @@ STDMETHODIMP CCmdButton::GetGraphicshIcon(std::int64_t* result) noexcept
 STDMETHODIMP CCmdButton::SetGraphicshBitmap(std::int64_t bitmap, VARIANT_BOOL redrawNow) noexcept
 {
     return guarded([&] {
-        replaceGraphic(bitmap, VEX_PT_BMP);
+        m_graphic.makeFromHandle(host(), bitmap, VEX_PT_BMP);
         fitIfEnabled();
         if (redrawNow != VARIANT_FALSE)
             redrawOwnRect();
@@ -91,28 +87,15 @@ STDMETHODIMP CCmdButton::SetFileIcon(BSTR path) noexcept
         if (!bitmap)
             return S_FALSE;
         m_graphicHandle = reinterpret_cast<std::int64_t>(bitmap.get());
-        replaceGraphic(m_graphicHandle, VEX_PT_BMP);
+        m_graphic.makeFromHandle(host(), m_graphicHandle, VEX_PT_BMP);
         m_fileBitmap = std::move(bitmap);
         redrawOwnRect();
         return S_OK;
     });
 }
 
-STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept
-{
-    return guarded([&] {
-        m_properties.isStacked.set(stacked);
-        return m_properties.isStacked ? S_OK : S_FALSE;
-    });
-}
-
-STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& stacked) {
-        stacked = m_properties.isStacked.raw();
-        return m_properties.isStacked ? S_OK : S_FALSE;
-    });
-}
+STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept { return store(m_properties.isStacked, stacked); }
+STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept { return fetch(m_properties.isStacked, result); }
 
 STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept
 {
@@ -144,7 +127,7 @@ STDMETHODIMP CCmdButton::SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* 
     return filling(result, [&](VARIANT_BOOL& done) {
         if (!isButtonState(state))
             return S_FALSE;
-        lookOf(static_cast<ButtonState>(state)).graphics.setSection(section);
+        lookOf(state).graphics.setSection(section);
         fitIfEnabled();
         if (redrawNow != VARIANT_FALSE)
             redraw();
@@ -155,12 +138,7 @@ STDMETHODIMP CCmdButton::SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* 
 
 STDMETHODIMP CCmdButton::GetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
 {
-    return filling(result, [&](IVexImageBase*& section) {
-        if (!isButtonState(state))
-            return S_FALSE;
-        section = lookOf(static_cast<ButtonState>(state)).graphics.section().detach();
-        return S_OK;
-    });
+    return isButtonState(state) ? fetch(lookOf(state).graphics, result) : refused(result, S_FALSE);
 }
 
 STDMETHODIMP CCmdButton::SetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t bitmap, VARIANT_BOOL*) noexcept
@@ -228,7 +206,7 @@ STDMETHODIMP CCmdButton::SetBackImageFile(VEX_BUTTONSTATE state, BSTR path, VARI
         const ComPtr<IVexImageBase> section = sectionForFile(path, loaded);
         if (!section || !loaded)
             return S_OK;
-        lookOf(static_cast<ButtonState>(state)).image.setSection(section.get());
+        lookOf(state).image.setSection(section.get());
         redraw();
         done = VARIANT_TRUE;
         return S_OK;
