@@ -60,3 +60,6 @@ endif()
 set_target_properties(morvane PROPERTIES OUTPUT_NAME Morvane PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set_source_files_properties(${MODULE_OUT}/registration.rc PROPERTIES
     OBJECT_DEPENDS "${MODULE_OUT}/morvane.tlb;${CMAKE_CURRENT_SOURCE_DIR}/class_table.toml;${CMAKE_CURRENT_SOURCE_DIR}/generate.py")
+
+morvane_windows_tests(SOURCES module_test.cpp registration_test.cpp LINKS morvane_control_interfaces morvane_com)
+add_dependencies(windows_tests morvane)
