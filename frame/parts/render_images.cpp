@@ -67,4 +67,11 @@ void RenderImageSlot::draw(IVexRenderDC& dc, const Rect& rect) const
         m_image->Draw(&dc, toSkinRect(rect), toSkinRect(Rect::at({}, size())), VARIANT_TRUE, 0, &drawn);
 }
 
+void RenderImageSlot::drawAll(IVexRenderDC& dc, const Rect& rect) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    if (m_image)
+        m_image->DrawAll(&dc, toSkinRect(rect), VARIANT_TRUE, 0, &drawn);
+}
+
 } // namespace morvane

@@ -27,6 +27,9 @@ public:
     /// Draws the whole image, stretched into the rectangle.
     void draw(IVexRenderDC& dc, const Rect& rect) const;
 
+    /// The same through the image's own operation for it.
+    void drawAll(IVexRenderDC& dc, const Rect& rect) const;
+
 private:
     ComPtr<IVexRenderImage> m_image;
 };

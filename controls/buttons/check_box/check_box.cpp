@@ -1,0 +1,304 @@
+#include "controls/buttons/check_box/check_box.h"
+
+#include "frame/parts/property_access.h"
+
+namespace morvane {
+
+void CheckBoxProperties::declare(PropertyTable& table)
+{
+    static constexpr std::array<std::wstring_view, kCheckValueCount> kValues = {L"Unchecked", L"Checked", L"HalfChecked"};
+    static constexpr std::array<std::wstring_view, kCheckStateCount> kStates = {L"Normal", L"Hot", L"Press", L"Disabled"};
+    const auto declareLook = [](Look& look, const PropertyGroup& group) {
+        group.style(look.image, L"Image");
+        group.style(look.graphics, L"Graphics");
+        group.style(look.textStyle, L"TextStyle");
+    };
+    for (std::size_t value = 0; value < kValues.size(); ++value) {
+        const PropertyGroup group = table.group(kValues[value]);
+        for (std::size_t state = 0; state < kStates.size(); ++state)
+            declareLook(values[value].states[state], group.group(kStates[state]));
+        declareLook(values[value].inactive, group.group(L"Inactive"));
+    }
+
+    const PropertyGroup textGroup = table.group(L"Text");
+    textGroup.content(text, L"Text", L"CheckBox");
+    textGroup.content(showText, L"ShowText", true);
+    table.group(L"Tooltip").content(toolTip, L"Tooltip");
+    table.group(L"ThreeState").content(threeState, L"ThreeState");
+    table.group(L"Cursor").style(cursor, L"Cursor");
+    table.group(L"PushButtonLike").style(looksLikePushButton, L"Value", false);
+
+    const PropertyGroup graphics = table.group(L"Graphics");
+    graphics.style(graphicX, L"x", 0);
+    graphics.style(graphicY, L"y", 0);
+
+    autoSize.declare(table);
+
+    const PropertyGroup misc = table.group(L"Misc");
+    misc.style(keepsValueOnClick, L"DisbaleAutoCheck"); // saved skins carry this spelling
+    misc.style(stepsThroughHalf, L"AutoChangeThreeState", VARIANT_BOOL{1}); // and this number, which counts as true
+}
+
+const ControlInfo& CVexCheckBox::info() const noexcept
+{
+    static const ControlInfo kInfo{L"CheckBox", 2094, 2093, 2092, iidOf<_IVexCheckBoxEvents>()};
+    return kInfo;
+}
+
+void CVexCheckBox::releaseHostObjects()
+{
+    m_graphic.destroy(host());
+    Control::releaseHostObjects();
+}
+
+// Notifications -------------------------------------------------------------------------------------------------------
+
+Handled CVexCheckBox::onAutoLoadInit()
+{
+    m_value = CheckValue::Unchecked;
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onMouseEnter(const PointerNotice&)
+{
+    if (!host().window)
+        host().refreshWindow();
+    sendToolTip();
+    redrawOwnRect();
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onMouseMove(const PointerNotice& notice)
+{
+    if (!isMouseOver()) {
+        setMouseOver(true);
+        redraw();
+    }
+    raise(notice);
+    return Handled::No;
+}
+
+Handled CVexCheckBox::onMouseLeave(const PointerNotice&)
+{
+    setMouseOver(false);
+    redrawOwnRect();
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onLeftButtonDown(const PointerNotice& notice)
+{
+    if (!isEnabled())
+        return Handled::No;
+    redrawOwnRect();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onLeftButtonUp(const PointerNotice& notice)
+{
+    if (!isEnabled())
+        return Handled::No;
+    if (!isDesignTime())
+        step();
+    redrawOwnRect();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onLeftDoubleClick(const PointerNotice&)
+{
+    redrawOwnRect();
+    return Handled::Yes;
+}
+
+Handled CVexCheckBox::onSize()
+{
+    if (m_properties.autoSize.isEnabled())
+        fitToText(false);
+    return Handled::No;
+}
+
+// Value and state -----------------------------------------------------------------------------------------------------
+
+void CVexCheckBox::step()
+{
+    if (m_properties.keepsValueOnClick.isExactlyTrue())
+        return;
+    const CheckStepping stepping{m_properties.threeState.isSet(), m_properties.stepsThroughHalf.isSet()};
+    SetValue(static_cast<VEXCHECKBOX_VALUE>(nextCheckValue(m_value, stepping)));
+}
+
+STDMETHODIMP CVexCheckBox::GetValue(VEXCHECKBOX_VALUE* result) noexcept
+{
+    return returning(result, [&] { return static_cast<VEXCHECKBOX_VALUE>(m_value); });
+}
+
+STDMETHODIMP CVexCheckBox::SetValue(VEXCHECKBOX_VALUE value) noexcept
+{
+    if (!isCheckValue(value))
+        return E_INVALIDARG;
+    return guarded([&] {
+        // A box without the property refuses; one whose property is off takes the value all the same.
+        if (value == VEXCHECKBOX_HALFCHECKED && !m_properties.threeState)
+            return S_FALSE;
+        m_value = static_cast<CheckValue>(value);
+        redrawOwnRect();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexCheckBox::GetButtonState(VEX_CHECKBOXSTATE* result) noexcept
+{
+    return returning(result, [&] { return static_cast<VEX_CHECKBOXSTATE>(m_state); });
+}
+
+STDMETHODIMP CVexCheckBox::SetButtonState(VEX_CHECKBOXSTATE state) noexcept
+{
+    if (!isCheckState(state))
+        return E_INVALIDARG;
+    return guarded([&] {
+        m_state = static_cast<CheckState>(state);
+        redrawOwnRect();
+    });
+}
+
+STDMETHODIMP CVexCheckBox::SetThreeState(VARIANT_BOOL threeState) noexcept
+{
+    const HRESULT status = store(m_properties.threeState, threeState);
+    return status == S_OK ? guarded([&] { redrawOwnRect(); }) : status;
+}
+
+STDMETHODIMP CVexCheckBox::GetThreeState(VARIANT_BOOL* result) noexcept { return fetch(m_properties.threeState, result); }
+
+STDMETHODIMP CVexCheckBox::SetActive(VARIANT_BOOL active) noexcept
+{
+    return guarded([&] {
+        if (!m_active.set(active))
+            return S_FALSE;
+        redrawOwnRect();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexCheckBox::IsActive(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_active.isActive(); });
+}
+
+STDMETHODIMP CVexCheckBox::SetData(std::int64_t data) noexcept
+{
+    m_data = data;
+    return S_OK;
+}
+
+STDMETHODIMP CVexCheckBox::GetData(std::int64_t* result) noexcept
+{
+    return returning(result, [&] { return m_data; });
+}
+
+// Text ----------------------------------------------------------------------------------------------------------------
+
+STDMETHODIMP CVexCheckBox::SetText(BSTR text) noexcept
+{
+    return guarded([&] {
+        m_properties.text.set(text);
+        if (m_properties.autoSize.isEnabled())
+            fitToText(true);
+        redrawOwnRect();
+    });
+}
+
+STDMETHODIMP CVexCheckBox::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
+STDMETHODIMP CVexCheckBox::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
+STDMETHODIMP CVexCheckBox::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
+STDMETHODIMP CVexCheckBox::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
+
+STDMETHODIMP CVexCheckBox::ShowText(VARIANT_BOOL show) noexcept
+{
+    const HRESULT status = store(m_properties.showText, show);
+    return status == S_OK ? guarded([&] { redrawOwnRect(); }) : status;
+}
+
+STDMETHODIMP CVexCheckBox::SetPushButtonLike(VARIANT_BOOL pushButtonLike) noexcept
+{
+    return store(m_properties.looksLikePushButton, pushButtonLike);
+}
+
+STDMETHODIMP CVexCheckBox::IsPushButtonLike(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.looksLikePushButton, result);
+}
+
+void CVexCheckBox::fitToText(bool forced)
+{
+    IVexControlBase* const inner = innerBase();
+    if (!inner)
+        return;
+    const Rect control = ownRect();
+    const Bstr text = m_properties.text.value();
+    const FittedTo now{control.size(), static_cast<int>(text.view().size())};
+    if (!forced && now == m_fitted)
+        return;
+    m_fitted = now;
+    const ComPtr<IVexTextStyle> style = lookOf(CheckValue::Unchecked).textStyle.style();
+    long boxWidth = 0;
+    if (const ComPtr<IVexImageBase> box = currentLook().image.section())
+        box->GetWidth(&boxWidth);
+    m_properties.autoSize.apply(*inner, control, text, style.get(), static_cast<int>(boxWidth));
+}
+
+// Graphics ------------------------------------------------------------------------------------------------------------
+
+ImageProp* CVexCheckBox::graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value)
+{
+    if (!isCheckState(state) || !isCheckValue(value))
+        return nullptr;
+    return &m_properties.values[static_cast<std::size_t>(value)].states[static_cast<std::size_t>(state)].graphics;
+}
+
+STDMETHODIMP CVexCheckBox::SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon) noexcept
+{
+    if (handle == 0)
+        return S_FALSE;
+    return guarded([&] {
+        m_graphic.destroy(host());
+        m_graphicHandle = handle;
+        m_isGraphicIcon = isIcon == VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexCheckBox::SetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section) noexcept
+{
+    ImageProp* const graphics = graphicsAt(state, value);
+    return graphics ? store(*graphics, section) : E_INVALIDARG;
+}
+
+STDMETHODIMP CVexCheckBox::GetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept
+{
+    const ImageProp* const graphics = graphicsAt(state, value);
+    return graphics ? fetch(*graphics, result) : refused(result);
+}
+
+STDMETHODIMP CVexCheckBox::SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section,
+                                            VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) {
+        ImageProp* const graphics = graphicsAt(state, value);
+        if (!graphics)
+            return S_FALSE;
+        graphics->setSection(section);
+        if (redrawNow != VARIANT_FALSE)
+            redraw();
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexCheckBox::GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept
+{
+    const ImageProp* const graphics = graphicsAt(state, value);
+    return graphics ? fetch(*graphics, result) : refused(result, S_FALSE);
+}
+
+} // namespace morvane

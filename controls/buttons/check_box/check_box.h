@@ -1,0 +1,96 @@
+// The check box: a box chosen by value and state, a text beside it, a click that cycles two or three values.
+#pragma once
+
+#include "controls/buttons/check_box/check_box_properties.h"
+#include "controls/control_interfaces.h"
+#include "frame/control.h"
+#include "frame/parts/active_flag.h"
+#include "frame/parts/render_images.h"
+
+#include <optional>
+
+namespace morvane {
+
+class CVexCheckBox : public Control<IVexCheckBox> {
+public:
+    STDMETHODIMP SetText(BSTR text) noexcept override;
+    STDMETHODIMP GetText(BSTR* result) noexcept override;
+    STDMETHODIMP GetButtonState(VEX_CHECKBOXSTATE* result) noexcept override;
+    STDMETHODIMP SetButtonState(VEX_CHECKBOXSTATE state) noexcept override;
+    STDMETHODIMP GetValue(VEXCHECKBOX_VALUE* result) noexcept override;
+    STDMETHODIMP SetValue(VEXCHECKBOX_VALUE value) noexcept override;
+    STDMETHODIMP SetThreeState(VARIANT_BOOL threeState) noexcept override;
+    STDMETHODIMP GetThreeState(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
+    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
+    STDMETHODIMP ShowText(VARIANT_BOOL show) noexcept override;
+    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetPushButtonLike(VARIANT_BOOL pushButtonLike) noexcept override;
+    STDMETHODIMP IsPushButtonLike(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetActive(VARIANT_BOOL active) noexcept override;
+    STDMETHODIMP IsActive(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetData(std::int64_t data) noexcept override;
+    STDMETHODIMP GetData(std::int64_t* result) noexcept override;
+    STDMETHODIMP SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon) noexcept override;
+    STDMETHODIMP SetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section) noexcept override;
+    STDMETHODIMP GetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section,
+                                  VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept override;
+
+protected:
+    const ControlInfo& info() const noexcept override;
+    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
+    void render(IVexRenderDC& dc) override;
+    HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
+    void releaseHostObjects() override;
+
+    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    Handled onAutoLoadInit() override;
+    Handled onMouseEnter(const PointerNotice& notice) override;
+    Handled onMouseMove(const PointerNotice& notice) override;
+    Handled onMouseLeave(const PointerNotice& notice) override;
+    Handled onLeftButtonDown(const PointerNotice& notice) override;
+    Handled onLeftButtonUp(const PointerNotice& notice) override;
+    Handled onLeftDoubleClick(const PointerNotice& notice) override;
+    Handled onDrawPreview() override { return Handled::No; }
+    Handled onSize() override;
+
+private:
+    using Look = CheckBoxProperties::Look;
+
+    struct FittedTo {
+        Size control{-1, -1};
+        int textLength = 0;
+        friend bool operator==(const FittedTo&, const FittedTo&) = default;
+    };
+
+    CheckBoxProperties::ValueLooks& looksOf(CheckValue value) { return m_properties.values[static_cast<std::size_t>(value)]; }
+    Look& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
+    /// The look that is drawn: an inactive box has its own while it is in its normal state.
+    Look& currentLook();
+    /// The graphic's property of an interface method's indexes; null for indexes that do not exist.
+    ImageProp* graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value);
+
+    void updateState();
+    void step();
+    void fitToText(bool forced);
+
+    Rect boxRect(const Rect& control);
+    Rect textRect(const Rect& control);
+    Size graphicSectionSize();
+    Rect graphicSectionRect(const Rect& control, Size size);
+    RenderImageSlot& graphic();
+
+    CheckBoxProperties m_properties;
+    CheckState m_state = CheckState::Normal;
+    CheckValue m_value = CheckValue::Unchecked;
+    ActiveFlag m_active;
+    std::int64_t m_graphicHandle = 0; // the application's
+    bool m_isGraphicIcon = false;
+    RenderImageSlot m_graphic; // made from the handle when it is first drawn
+    std::int64_t m_data = 0;   // the application's
+    FittedTo m_fitted;
+};
+
+} // namespace morvane
