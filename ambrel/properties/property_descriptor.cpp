@@ -35,6 +35,14 @@ HRESULT getRange(const DescriptorState::Range<Value>& range, Value* least, Value
 
 } // namespace
 
+DescriptorState& descriptorStateOf(PropertyCore& property)
+{
+    PropertyExtras& extras = property.extras();
+    if (!extras.descriptorState)
+        extras.descriptorState = std::make_shared<DescriptorState>();
+    return *extras.descriptorState;
+}
+
 ComPtr<IVexPropType> PropertyDescriptor::of(PropertyCore& property)
 {
     PropertyExtras& extras = property.extras();
@@ -56,9 +64,8 @@ PropertyDescriptor::~PropertyDescriptor()
 
 void PropertyDescriptor::attach(PropertyCore& property)
 {
+    descriptorStateOf(property);
     PropertyExtras& extras = property.extras();
-    if (!extras.descriptorState)
-        extras.descriptorState = std::make_shared<DescriptorState>();
     if (m_property && m_property->extras().descriptor == this)
         m_property->extras().descriptor = nullptr;
     if (!extras.descriptor)

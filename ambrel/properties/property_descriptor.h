@@ -26,6 +26,8 @@ struct DescriptorState {
     Range<float> floatRange;
 };
 
+DescriptorState& descriptorStateOf(PropertyCore& property);
+
 /// Keeps its property. Asking a property twice while a descriptor of it lives gives the same object.
 class PropertyDescriptor final : public morvane::Dispatch<IVexPropType>, public InSmallBlock {
 public:

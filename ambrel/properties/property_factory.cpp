@@ -1,6 +1,8 @@
 #include "ambrel/properties/property_factory.h"
 
+#include "ambrel/properties/color_property.h"
 #include "ambrel/properties/property_group.h"
+#include "ambrel/properties/resource_properties.h"
 #include "ambrel/properties/simple_properties.h"
 
 #include <array>
@@ -31,20 +33,20 @@ const TypeEntry* typeEntry(enumPropType type) noexcept
 {
     // In the order of the types' numbers. The suffixes are those of saved skins.
     static const std::array<TypeEntry, kTypeCount> entries = {
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
+        entryOf<ImageSectionPropertyObject>(L".ImageSecId"),
+        entryOf<TextStylePropertyObject>(L".TextStyleId"),
+        entryOf<LongPropertyObject>(), // _PROPTYPE_INT
+        entryOf<LongPropertyObject>(), // _PROPTYPE_LONG
         entryOf<BoolPropertyObject>(),
         entryOf<ComboPropertyObject>(),
         entryOf<StringPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
+        entryOf<ObjectPropertyObject<IVexFontEx>>(L".FontId"),
+        entryOf<ColorPropertyObject>(),
+        entryOf<PluginPropertyObject>(),
+        entryOf<ObjectPropertyObject<IVexCursor>>(L".SkinCursorId"),
         entryOf<FloatPropertyObject>(),
-        entryOf<LongPropertyObject>(),
-        entryOf<LongPropertyObject>(),
+        entryOf<HotkeyPropertyObject>(),
+        entryOf<FillColorPropertyObject>(L".GradientColorId"),
     };
     return type >= 0 && static_cast<std::size_t>(type) < kTypeCount ? &entries[type] : nullptr;
 }

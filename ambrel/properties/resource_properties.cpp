@@ -1,0 +1,416 @@
+#include "ambrel/properties/resource_properties.h"
+
+#include "ambrel/properties/hotkey.h"
+#include "ambrel/properties/picture_frames.h"
+#include "ambrel/properties/property_descriptor.h"
+#include "ambrel/properties/property_factory.h"
+#include "ambrel/properties/simple_properties.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::filling;
+using morvane::guarded;
+using morvane::returning;
+
+namespace {
+
+short toShort(long value) noexcept
+{
+    constexpr long kMost = std::numeric_limits<short>::max();
+    return static_cast<short>(std::clamp(value, 0L, kMost));
+}
+
+/// Runs a drawing of `object` with held references; without an object nothing is drawn and the status is S_FALSE.
+template <class Object, class Body>
+HRESULT drawing(const ComPtr<Object>& object, const SkinRect* rect, VARIANT_BOOL* drawn, Body&& body) noexcept
+{
+    return filling(drawn, [&](VARIANT_BOOL& result) -> HRESULT {
+        if (!rect)
+            return E_POINTER;
+        const ComPtr<Object> held = object;
+        return held ? body(*held.get(), result) : S_FALSE;
+    });
+}
+
+} // namespace
+
+STDMETHODIMP ImageSectionPropertyObject::HasPicture(VARIANT_BOOL* has) noexcept
+{
+    return returning(has, [&] {
+        ComPtr<IVexPicture> picture;
+        if (m_object)
+            m_object->get_ImageObj(picture.put());
+        return picture != nullptr;
+    });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::SetSectionRect(const SkinRect* rect) noexcept
+{
+    if (!rect)
+        return E_POINTER;
+    if (!m_object)
+        return S_FALSE;
+    SkinRect changed = *rect;
+    const HRESULT status = m_object->put_rect(&changed);
+    if (SUCCEEDED(status))
+        announceChange();
+    return status;
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetSectionRect(SkinRect* rect) noexcept
+{
+    return filling(rect, [&](SkinRect& place) { return m_object ? m_object->get_rect(&place) : S_FALSE; });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
+{
+    return filling(width, [&](short& place) {
+        long whole = 0;
+        const HRESULT status = m_object ? m_object->GetWidth(&whole) : S_FALSE;
+        place = toShort(whole / m_imageCount);
+        return status;
+    });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetImageHeight(short* height) noexcept
+{
+    return filling(height, [&](short& place) {
+        long whole = 0;
+        const HRESULT status = m_object ? m_object->GetHeight(&whole) : S_FALSE;
+        place = toShort(whole);
+        return status;
+    });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetImageCount(long* count) noexcept
+{
+    return returning(count, [&] { return m_imageCount; });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::SetImageCount(long count) noexcept
+{
+    if (count < 1)
+        return E_INVALIDARG;
+    assign(m_imageCount, count);
+    return S_OK;
+}
+
+STDMETHODIMP ImageSectionPropertyObject::Draw(hyper dc, const SkinRect* rect, long, VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IVexImageBase& section, VARIANT_BOOL& done) {
+        return section.Draw(dc, *rect, &done);
+    });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short,
+                                                    VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IVexImageBase& section, VARIANT_BOOL& done) -> HRESULT {
+        if (!dc)
+            return E_POINTER;
+        if (index < 0 || index > std::numeric_limits<short>::max())
+            return S_FALSE;
+        return section.RenderDraw(dc, *rect, static_cast<short>(index), &done);
+    });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetBorder(SkinRect* border) noexcept
+{
+    return filling(border, [&](SkinRect& place) { return m_object ? m_object->get_rcBorder(&place) : S_FALSE; });
+}
+
+STDMETHODIMP ImageSectionPropertyObject::SetBorder(const SkinRect* border) noexcept
+{
+    if (!border)
+        return E_POINTER;
+    if (!m_object)
+        return S_FALSE;
+    const HRESULT status = m_object->put_rcBorder(*border);
+    if (SUCCEEDED(status))
+        announceChange();
+    return status;
+}
+
+STDMETHODIMP ImageSectionPropertyObject::GetFrameTable(const morvane::PictureFrameTable** table) noexcept
+{
+    return filling(table, [&](const morvane::PictureFrameTable*& place) {
+        ComPtr<IVexPicture> picture;
+        if (m_object)
+            m_object->get_ImageObj(picture.put());
+        ComPtr<PictureFrames> frames;
+        if (picture)
+            picture->QueryInterface(kIidPictureFrames, frames.putVoid());
+        place = frames ? frames->frameTable() : nullptr;
+        return place ? S_OK : S_FALSE;
+    });
+}
+
+void ImageSectionPropertyObject::copyValue(ImageSectionPropertyObject& source)
+{
+    ResourceProperty::copyValue(source);
+    m_imageCount = source.m_imageCount;
+}
+
+STDMETHODIMP TextStylePropertyObject::HasTextStyle(VARIANT_BOOL* has) noexcept
+{
+    return returning(has, [&] { return m_object != nullptr; });
+}
+
+STDMETHODIMP TextStylePropertyObject::GetTextColor(OLE_COLOR* color) noexcept
+{
+    return filling(color, [&](OLE_COLOR& place) { return m_object ? m_object->get_clrText(&place) : S_FALSE; });
+}
+
+STDMETHODIMP TextStylePropertyObject::SetTextColor(OLE_COLOR color) noexcept
+{
+    if (!m_object)
+        return S_FALSE;
+    OLE_COLOR former = 0;
+    m_object->get_clrText(&former);
+    const HRESULT status = m_object->put_clrText(color);
+    if (SUCCEEDED(status) && former != color)
+        announceChange();
+    return status;
+}
+
+STDMETHODIMP TextStylePropertyObject::Draw(hyper dc, const SkinRect* rect, const wchar_t* text,
+                                           VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IVexTextStyle& style, VARIANT_BOOL& done) {
+        const Bstr content(text ? std::wstring_view(text) : std::wstring_view());
+        return style.DrawText(dc, content.get(), *rect, VARIANT_FALSE, -1, nullptr, &done);
+    });
+}
+
+STDMETHODIMP TextStylePropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRect* rect, const wchar_t* text,
+                                                 VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IVexTextStyle& style, VARIANT_BOOL& done) -> HRESULT {
+        if (!dc)
+            return E_POINTER;
+        const Bstr content(text ? std::wstring_view(text) : std::wstring_view());
+        return style.RenderDrawText(dc, content.get(), *rect, VARIANT_FALSE, -1, nullptr, &done);
+    });
+}
+
+namespace {
+
+constexpr OLE_COLOR kNoColor = 0xFFFFFFFF;
+constinit FillFactory g_fillFactory = nullptr;
+
+} // namespace
+
+void setFillFactory(FillFactory factory) noexcept { g_fillFactory = factory; }
+
+IFillColor* FillColorPropertyObject::fill()
+{
+    if (!m_object && g_fillFactory && SUCCEEDED(g_fillFactory(m_object.put())) && m_object) {
+        m_object->put_clrStart(kNoColor);
+        m_object->put_clrEnd(kNoColor);
+    }
+    return m_object.get();
+}
+
+bool FillColorPropertyObject::isDrawn() const noexcept
+{
+    if (!m_object)
+        return false;
+    OLE_COLOR start = 0;
+    OLE_COLOR end = 0;
+    m_object->get_clrStart(&start);
+    m_object->get_clrEnd(&end);
+    return start != kNoColor || end != kNoColor;
+}
+
+STDMETHODIMP FillColorPropertyObject::GetFill(IFillColor** result) noexcept
+{
+    return filling(result, [&](IFillColor*& place) {
+        place = ComPtr<IFillColor>(fill()).detach();
+        return place ? S_OK : S_FALSE;
+    });
+}
+
+namespace {
+
+/// Reads through a getter of the fill; without a fill the value stays and the status is S_FALSE.
+template <class Value>
+HRESULT readFill(IFillColor* fill, HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*), Value* result,
+                 Value unset) noexcept
+{
+    if (!result)
+        return E_POINTER;
+    *result = unset;
+    return fill ? (fill->*getter)(result) : S_FALSE;
+}
+
+/// Writes through a setter of the fill. S_FALSE when nothing changed.
+template <class Value>
+HRESULT writeFill(IFillColor* fill, HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*),
+                  HRESULT (STDMETHODCALLTYPE IFillColor::*setter)(Value), Value value) noexcept
+{
+    if (!fill)
+        return S_FALSE;
+    Value former{};
+    if (SUCCEEDED((fill->*getter)(&former)) && former == value)
+        return S_FALSE;
+    return (fill->*setter)(value);
+}
+
+} // namespace
+
+STDMETHODIMP FillColorPropertyObject::GetStartColor(OLE_COLOR* color) noexcept
+{
+    return readFill(m_object.get(), &IFillColor::get_clrStart, color, kNoColor);
+}
+
+STDMETHODIMP FillColorPropertyObject::SetStartColor(OLE_COLOR color) noexcept
+{
+    return guarded([&] {
+        const HRESULT status = writeFill(fill(), &IFillColor::get_clrStart, &IFillColor::put_clrStart, color);
+        if (status == S_OK)
+            announceChange();
+        return status;
+    });
+}
+
+STDMETHODIMP FillColorPropertyObject::GetEndColor(OLE_COLOR* color) noexcept
+{
+    return readFill(m_object.get(), &IFillColor::get_clrEnd, color, kNoColor);
+}
+
+STDMETHODIMP FillColorPropertyObject::SetEndColor(OLE_COLOR color) noexcept
+{
+    return guarded([&] {
+        const HRESULT status = writeFill(fill(), &IFillColor::get_clrEnd, &IFillColor::put_clrEnd, color);
+        if (status == S_OK)
+            announceChange();
+        return status;
+    });
+}
+
+STDMETHODIMP FillColorPropertyObject::GetRotation(long* degrees) noexcept
+{
+    return readFill(m_object.get(), &IFillColor::get_nGradientIrotation, degrees, 0L);
+}
+
+STDMETHODIMP FillColorPropertyObject::SetRotation(long degrees) noexcept
+{
+    return guarded([&] {
+        const HRESULT status =
+            writeFill(fill(), &IFillColor::get_nGradientIrotation, &IFillColor::put_nGradientIrotation, degrees);
+        if (status == S_OK)
+            announceChange();
+        return status;
+    });
+}
+
+STDMETHODIMP FillColorPropertyObject::Draw(hyper dc, const SkinRect* rect, VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IFillColor& painted, VARIANT_BOOL& done) {
+        return isDrawn() ? painted.Draw(dc, *rect, &done) : S_FALSE;
+    });
+}
+
+STDMETHODIMP FillColorPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRect* rect, VARIANT_BOOL* drawn) noexcept
+{
+    return drawing(m_object, rect, drawn, [&](IFillColor& painted, VARIANT_BOOL& done) -> HRESULT {
+        if (!dc)
+            return E_POINTER;
+        return isDrawn() ? painted.RenderDraw(dc, *rect, &done) : S_FALSE;
+    });
+}
+
+IVexHotkey& HotkeyPropertyObject::hotkey()
+{
+    if (!m_object)
+        m_object = Hotkey::create();
+    return *m_object.get();
+}
+
+STDMETHODIMP HotkeyPropertyObject::GetObject(IVexHotkey** object) noexcept
+{
+    return returning(object, [&] { return ComPtr<IVexHotkey>(&hotkey()); });
+}
+
+HRESULT HotkeyPropertyObject::toVariant(VARIANT& result)
+{
+    hotkey();
+    return ResourceProperty::toVariant(result);
+}
+
+std::wstring HotkeyPropertyObject::toText() { return m_object ? hotkeyText(*m_object.get()) : std::wstring(); }
+
+TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
+{
+    // A new object, so that the former one stays as its holders know it when the text is none.
+    const auto changed = Hotkey::create();
+    if (!setHotkeyText(*changed.get(), text))
+        return TextResult::NotThisType;
+    if (toText() == hotkeyText(*changed.get()) || (!m_object && text.empty()))
+        return TextResult::Taken;
+    assign(m_object, changed, notify);
+    return TextResult::Taken;
+}
+
+void HotkeyPropertyObject::copyValue(HotkeyPropertyObject& source)
+{
+    if (!source.m_object) {
+        releaseValue();
+        return;
+    }
+    m_object = Hotkey::create();
+    setHotkeyText(*m_object.get(), source.toText());
+}
+
+HRESULT PluginPropertyObject::toVariant(VARIANT& result)
+{
+    if (m_object)
+        return ResourceProperty::toVariant(result);
+    if (!m_text.empty()) {
+        result.bstrVal = Bstr(m_text.view()).detach();
+        result.vt = VT_BSTR;
+        return S_OK;
+    }
+    const PropertyExtras* known = knownExtras();
+    result.vt = VT_I4;
+    result.lVal = known && known->descriptorState ? known->descriptorState->identifier : 0;
+    return S_OK;
+}
+
+HRESULT PluginPropertyObject::fromVariant(const VARIANT& value, Notify notify)
+{
+    if (value.vt == VT_BSTR) {
+        fromText(morvane::viewOf(value.bstrVal), SkinResources(nullptr), notify);
+        return S_OK;
+    }
+    const HRESULT status = ResourceProperty::fromVariant(value, notify);
+    if (status != DISP_E_TYPEMISMATCH)
+        return status;
+    const ConvertedVariant identifier(value, VT_I4);
+    if (SUCCEEDED(identifier.status()))
+        descriptorStateOf(*this).identifier = identifier.value().lVal;
+    return identifier.status();
+}
+
+TextResult PluginPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
+{
+    if (text == m_text.view())
+        return TextResult::Taken;
+    m_text = text.empty() ? Bstr() : Bstr(text);
+    if (notify == Notify::Yes)
+        announceChange();
+    return TextResult::Taken;
+}
+
+void PluginPropertyObject::copyValue(PluginPropertyObject& source)
+{
+    m_text = source.m_text;
+    m_object = source.m_object;
+}
+
+} // namespace ambrel
