@@ -32,12 +32,12 @@ void splitAxis(int sourceLength, int targetLength, int sourceNear, int sourceFar
                Span (&spans)[3])
 {
     const ThreeLengths s = splitLength(sourceLength, sourceNear, sourceFar);
-    const ThreeLengths t = splitLength(targetLength, s.near > 0 ? targetNear : 0, s.far > 0 ? targetFar : 0);
-    spans[0] = {0, s.near, 0, t.near};
-    spans[1] = {s.near, s.middle, t.near, t.middle};
+    const ThreeLengths t = splitLength(targetLength, s.first > 0 ? targetNear : 0, s.last > 0 ? targetFar : 0);
+    spans[0] = {0, s.first, 0, t.first};
+    spans[1] = {s.first, s.middle, t.first, t.middle};
     if (s.middle == 0 && t.middle > 0) // borders cover the whole picture: its innermost pixels fill the middle
-        spans[1] = {std::max(0, s.near - 1), std::min(1, sourceLength), t.near, t.middle};
-    spans[2] = {s.near + s.middle, s.far, t.near + t.middle, t.far};
+        spans[1] = {std::max(0, s.first - 1), std::min(1, sourceLength), t.first, t.middle};
+    spans[2] = {s.first + s.middle, s.last, t.first + t.middle, t.last};
 }
 
 void repeat(PixelView target, ConstPixelView source)

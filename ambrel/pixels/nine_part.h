@@ -37,9 +37,9 @@ struct NineParts {
 
 /// The three lengths of one axis: near border, middle, far border. Borders that do not fit share the length in proportion.
 struct ThreeLengths {
-    int near;
+    int first;
     int middle;
-    int far;
+    int last;
 };
 ThreeLengths splitLength(int length, int nearBorder, int farBorder);
 

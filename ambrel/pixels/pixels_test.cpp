@@ -296,10 +296,10 @@ TEST(NinePartTest, BordersThatDoNotFitShareTheLength)
     const ThreeLengths fits = splitLength(10, 3, 4);
     EXPECT_EQ(fits.middle, 3);
     const ThreeLengths tight = splitLength(6, 4, 8);
-    EXPECT_EQ(tight.near, 2);
+    EXPECT_EQ(tight.first, 2);
     EXPECT_EQ(tight.middle, 0);
-    EXPECT_EQ(tight.far, 4);
-    EXPECT_EQ(splitLength(-5, 4, 8).far, 0);
+    EXPECT_EQ(tight.last, 4);
+    EXPECT_EQ(splitLength(-5, 4, 8).last, 0);
 }
 
 TEST(ColourChangeTest, TheKeyColourBecomesTransparentAndNothingElse)
