@@ -47,6 +47,8 @@ enum class NodeFlag : std::uint32_t {
     FinallyCreated = 1u << 16, // told that its creation is finished
     Destroyed = 1u << 17,      // told that it is being destroyed; never told again
     Sizing = 1u << 18,         // is being told about a new size
+    SizedAgain = 1u << 19,     // got another size meanwhile
+    Initialised = 1u << 20,    // told about its window for the first time
 };
 
 /// One object of the tree. Children lie in z-order: the first is drawn first and lies lowest.
@@ -96,6 +98,7 @@ public:
     bool set(NodeFlag flag, bool on) noexcept;
     bool isShown() const noexcept { return allHave(NodeFlag::Visible); }
     bool isUsable() const noexcept { return allHave(NodeFlag::Enabled); }
+    bool redraws() const noexcept { return allHave(NodeFlag::Redraws); }
     std::uint8_t opacity() const noexcept { return m_opacity; }
     void setOpacity(std::uint8_t opacity) noexcept { m_opacity = opacity; }
 

@@ -25,9 +25,10 @@ inline HRESULT checkedCore(ISkinObjResBase* object, SkinObjectCore*& core) noexc
 template <class Interface>
 class SkinObject : public morvane::Dispatch<Interface>, public CoreAccess, public SkinObjectCore {
 public:
-    using Interface::AddRef;
-    using Interface::QueryInterface;
-    using Interface::Release;
+    // Declared once for both bases; the instance completes them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override = 0;
+    STDMETHODIMP_(ULONG) AddRef() noexcept override = 0;
+    STDMETHODIMP_(ULONG) Release() noexcept override = 0;
 
     SkinObjectCore& STDMETHODCALLTYPE core() noexcept override { return *this; }
 

@@ -5,9 +5,11 @@
 #include "ambrel/objects/root_services.h"
 #include "frame/com/bstr.h"
 #include "frame/com/com_ptr.h"
+#include "frame/com/result.h"
 #include "host/geometry.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -50,12 +52,14 @@ public:
     void removeChildren(bool destroying);
     bool moveChild(SkinObjectCore& child, std::size_t index);
     /// The first object with this name: direct children, or with `deep` everything beneath, in tree order. Type 90000 means any
-    /// type. Starts after the `skip`-th match.
-    SkinObjectCore* findByName(std::wstring_view name, long type, bool deep, int skip = 0) noexcept;
+    /// type.
+    SkinObjectCore* findByName(std::wstring_view name, long type, bool deep) noexcept;
 
     // Geometry.
     void place(const Position& position);      // stores the position and lays out
-    void layOutNow(bool alwaysTell);           // its rectangle from its position, then its children; sends VEXSM_SIZE
+    /// Takes the rectangle that its position gives, lays out its children, and sends VEXSM_SIZE when that changed something
+    /// or `alwaysTell` says so. A root keeps its rectangle.
+    void layOutNow(bool alwaysTell);
     void moveTo(const Rect& rect);             // takes this rectangle and keeps it as its position
     void layOutChildren();
     void setMirrored(bool mirrored);           // with everything beneath
@@ -65,12 +69,16 @@ public:
     bool setEnabled(bool enabled, bool redraw);
     void setOpacity(int opacity);
 
-    /// Asks for a part of the object (null: all of it) to be painted; the part that ancestors cut away is left out.
+    /// Asks for a part of the object (null: all of it) to be painted; the part that ancestors cut away is left out. Passes the
+    /// trace point.
     void redraw(const Rect* part = nullptr);
+    /// The same for changes that the runtime makes itself; not traced.
+    void invalidate(const Rect* part = nullptr);
 
     // Names and belongings.
     std::wstring_view name() const noexcept;
     void setName(std::wstring_view name);
+    void setObjectId(std::wstring_view id) { extras().objectId = id; }
     VexObjType type() const noexcept { return m_type; }
     ComPtr<IVexRes> resources();
     void setResources(IVexRes* resources) { m_resources = ComPtr<IVexRes>(resources); }
@@ -82,6 +90,10 @@ public:
 
     /// Reads or writes its properties' values from or to its configuration node; false without one.
     virtual bool accessConfiguration(bool) { return false; }
+    /// Its top-level property groups, in order.
+    virtual std::span<const ComPtr<ICtrlPluginProp>> groups() const noexcept { return {}; }
+    /// Draws what an application laid over the object.
+    virtual void drawRetained(IVexRenderDC&) {}
 
 protected:
     ~SkinObjectCore() = default;
@@ -89,6 +101,8 @@ protected:
     /// Tells the object about its size; called with changed geometry.
     virtual void sizeChanged() {}
     virtual void enabledChanged(bool) {}
+    /// It has become part of a window; `fromAnother` when it was part of another one before.
+    virtual void windowEntered(bool) {}
     /// Its type name where none was set.
     virtual Bstr defaultTypeName() { return {}; }
     /// Before it ends: children are destroyed, the object unlinked. Called by the class's finalRelease.
@@ -103,11 +117,9 @@ protected:
         hyper userData = 0;
         hyper configuration = 0;
         ComPtr<IVexXMLNode> configurationNode;
-        Rect availableRect;
-        bool hasAvailableRect = false;
+        Rect childGaps; // what it keeps free of laid out children, from each edge
         ambrel::Dock dock = ambrel::Dock::LeftTop;
-        VEX_CTRLSTATE controlState = VEX_CTRL_NORMAL;
-        bool hasControlState = false;
+        bool isInactive = false;
         hyper ownerWindow = 0;
     };
     Extras& extras();
@@ -129,12 +141,18 @@ protected:
     void dock(Dock dock, bool full);
     HRESULT setAvailableRect(IVexRect* rect);
     Rect availableRect() const noexcept;
+    Rect areaForLayout() const noexcept;
+    bool isLaidOutMirrored() const noexcept;
+    void takeRect(const Rect& rect, bool alwaysTell);
+    void tellSize(bool changed);
+    void tellDestroyed();
+    void tellWindowEntered(bool fromAnother);
     bool redrawWindow(bool now);
     hyper windowHandle() noexcept;
 
     ObjectNode m_node;
     ComPtr<ISkinObjResBase> m_treeReference; // the parent's reference to this object's face
-    ComPtr<IVexRes> m_resources;
+    ComPtr<IVexRes> m_resources; // its own; without, those of its window
     std::unique_ptr<Extras> m_extras;
     VexObjType m_type;
     long m_internalReferences = 0;

@@ -1,0 +1,210 @@
+// What the base object draws itself: children, the focus mark, and the application's own pictures.
+#include "ambrel/objects/base_object.h"
+
+#include "ambrel/objects/display_list.h"
+#include "ambrel/objects/drawing.h"
+#include "host/host_classes.h"
+
+namespace ambrel {
+
+STDMETHODIMP BaseObject::DirectRedraw(SkinRect* rect) noexcept
+{
+    return guarded([&] {
+        const Rect part = rect ? morvane::toRect(*rect) : Rect{};
+        redraw(rect ? &part : nullptr);
+    });
+}
+
+STDMETHODIMP BaseObject::DrawObject(IVexObjectDraw*, SkinRect, VARIANT_BOOL* result) noexcept
+{
+    return answering(result, [] { return false; }); // the control's business
+}
+
+STDMETHODIMP BaseObject::RenderDrawObject(IVexRenderDC*, SkinRect, VARIANT_BOOL* result) noexcept
+{
+    return answering(result, [] { return false; });
+}
+
+STDMETHODIMP BaseObject::RenderDrawChildren(IVexRenderDC* dc, SkinRect rect) noexcept
+{
+    if (!dc)
+        return E_POINTER;
+    return guarded([&] {
+        const ComPtr<IVexControlBase> hold(control());
+        drawRetained(*dc);
+        drawChildren(m_node, *dc, morvane::toRect(rect));
+    });
+}
+
+STDMETHODIMP BaseObject::RenderDrawFocus(IVexRenderDC* dc) noexcept
+{
+    if (!dc)
+        return E_POINTER;
+    RootServices* const window = services();
+    if (!window || !window->showsFocusMarks() || !m_node.has(NodeFlag::Focused) || !m_node.has(NodeFlag::DrawsFocus))
+        return S_FALSE;
+    return guarded([&] { drawFocusMark(*dc, m_node.rect()); });
+}
+
+STDMETHODIMP BaseObject::DrawChildren(hyper dc, SkinRect rect) noexcept
+{
+    return guarded([&]() -> HRESULT {
+        if (!dc)
+            return E_INVALIDARG;
+        ComPtr<IVexObjectDraw> draw;
+        const HRESULT status = CoCreateInstance(morvane::kClsidObjectDraw, nullptr, CLSCTX_INPROC_SERVER,
+                                                morvane::iidOf<IVexObjectDraw>(), draw.putVoid());
+        if (FAILED(status))
+            return status;
+        ChildIteration children(m_node);
+        while (ObjectNode* child = children.next()) {
+            const ComPtr<IVexControlBase> childControl(coreOf(*child).control());
+            if (!childControl || !child->shownRect().intersects(morvane::toRect(rect)))
+                continue;
+            VARIANT_BOOL drawn = VARIANT_FALSE;
+            draw->BeginDraw(dc, childControl.get(), VARIANT_TRUE, VARIANT_FALSE);
+            childControl->DrawObject(draw.get(), morvane::toSkinRect(child->rect()), &drawn);
+            draw->EndDraw();
+            childControl->DrawChildren(dc, rect);
+        }
+        return S_OK;
+    });
+}
+
+STDMETHODIMP BaseObject::DrawPreview(hyper dc, SkinRect* rect) noexcept
+{
+    return guarded([&] { tell(VEXSM_DRAWPREVIEW, dc, reinterpret_cast<hyper>(rect)); });
+}
+
+STDMETHODIMP BaseObject::DestroyBmpPerPixel() noexcept
+{
+    return guarded([&] { return tell(VEXSM_DESTROYBMPPERPIXEL) ? S_OK : S_FALSE; });
+}
+
+STDMETHODIMP BaseObject::GetVexRenderDC(IVexRenderDC** result) noexcept
+{
+    return finding(result, [&] {
+        RootServices* const window = services();
+        return ComPtr<IVexRenderDC>(window ? window->renderContext() : nullptr);
+    });
+}
+
+STDMETHODIMP BaseObject::IsHaveCanvas(VEX_HAVECANVASFLAGES* flags, VARIANT_BOOL* result) noexcept
+{
+    if (!flags)
+        return E_POINTER;
+    *flags = VEX_HCF_NONE;
+    return notImplemented(result);
+}
+
+// --- the application's own pictures
+
+void BaseObject::DisplayList::Fill::draw(IVexRenderDC& dc) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    fill->RenderDraw(&dc, rect, &drawn);
+}
+
+void BaseObject::DisplayList::Section::draw(IVexRenderDC& dc) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    image->RenderDraw(&dc, rect, index, &drawn);
+}
+
+void BaseObject::DisplayList::Text::draw(IVexRenderDC& dc) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    style->RenderDrawText(&dc, text.get(), rect, VARIANT_TRUE, -1, nullptr, &drawn);
+}
+
+void BaseObject::DisplayList::Image::draw(IVexRenderDC& dc) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    image->Draw(&dc, rect, source, stretch, transparent, &drawn);
+}
+
+void BaseObject::DisplayList::Solid::draw(IVexRenderDC& dc) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    color->RenderDraw(&dc, rect, &drawn);
+}
+
+void BaseObject::DisplayList::draw(IVexRenderDC& dc) const
+{
+    // What is drawn may be foreign and add to the list: each item is kept by a copy, and what comes later waits.
+    const std::size_t present = m_items.size();
+    for (std::size_t i = 0; i < present; ++i) {
+        const Item item = m_items[i];
+        std::visit([&](const auto& what) { what.draw(dc); }, item);
+    }
+}
+
+void BaseObject::drawRetained(IVexRenderDC& dc)
+{
+    if (const auto list = m_displayList) // Reset may be called meanwhile
+        list->draw(dc);
+}
+
+BaseObject::DisplayList& BaseObject::displayList()
+{
+    if (!m_displayList)
+        m_displayList = std::make_shared<DisplayList>();
+    return *m_displayList;
+}
+
+STDMETHODIMP BaseObject::AddFillColor(IFillColor* fill, SkinRect rect) noexcept
+{
+    if (!fill)
+        return E_POINTER;
+    return guarded([&] { displayList().add(DisplayList::Fill{ComPtr<IFillColor>(fill), rect}); });
+}
+
+STDMETHODIMP BaseObject::AddImageBase(IVexImageBase* image, SkinRect rect, short index) noexcept
+{
+    if (!image)
+        return E_POINTER;
+    return guarded([&] { displayList().add(DisplayList::Section{ComPtr<IVexImageBase>(image), rect, index}); });
+}
+
+STDMETHODIMP BaseObject::AddTextStyle(IVexTextStyle* style, SkinRect rect, BSTR text) noexcept
+{
+    if (!style)
+        return E_POINTER;
+    return guarded([&] {
+        displayList().add(DisplayList::Text{ComPtr<IVexTextStyle>(style), rect, Bstr(morvane::viewOf(text))});
+    });
+}
+
+STDMETHODIMP BaseObject::AddRenderImage(IVexRenderImage* image, SkinRect rect, SkinRect source, VARIANT_BOOL stretch,
+                                        OLE_COLOR transparent) noexcept
+{
+    if (!image)
+        return E_POINTER;
+    return guarded([&] {
+        displayList().add(DisplayList::Image{ComPtr<IVexRenderImage>(image), rect, source, stretch, transparent});
+    });
+}
+
+STDMETHODIMP BaseObject::AddSolidColor(IColorProp* color, SkinRect rect) noexcept
+{
+    if (!color)
+        return E_POINTER;
+    return guarded([&] { displayList().add(DisplayList::Solid{ComPtr<IColorProp>(color), rect}); });
+}
+
+STDMETHODIMP BaseObject::Update() noexcept
+{
+    return guarded([&] { redraw(); });
+}
+
+STDMETHODIMP BaseObject::Reset() noexcept
+{
+    if (!m_displayList)
+        return S_FALSE;
+    return guarded([&] {
+        m_displayList.reset();
+        redraw();
+    });
+}
+
+} // namespace ambrel

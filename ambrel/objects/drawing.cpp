@@ -1,0 +1,85 @@
+#include "ambrel/objects/drawing.h"
+
+#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/render/render_dc.h"
+
+namespace ambrel {
+
+namespace {
+
+constexpr int kFocusRingWidth = 2;
+constexpr OLE_COLOR kAccent = RGB(0x25, 0x63, 0xD9);
+
+/// Draws aside, for objects that are not wholly opaque. Does nothing on a foreign context.
+class Layer {
+public:
+    Layer(IVexRenderDC& dc, const Rect& rect, int opacity) : m_dc(opacity < 255 ? fromInterface(&dc) : nullptr)
+    {
+        if (m_dc)
+            m_dc->pushLayer(rect, opacity);
+    }
+    Layer(const Layer&) = delete;
+    Layer& operator=(const Layer&) = delete;
+    ~Layer()
+    {
+        if (m_dc)
+            m_dc->popLayer();
+    }
+
+private:
+    ComPtr<RenderDC> m_dc;
+};
+
+void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
+{
+    if (!node.has(NodeFlag::Visible) || node.opacity() == 0)
+        return;
+    const Rect shown = node.rect().intersection(part);
+    const ComPtr<IVexControlBase> control(coreOf(node).control());
+    if (!control || shown.isEmpty())
+        return;
+    const SkinRect rect = morvane::toSkinRect(shown);
+    dc.SetUpdateRect(rect);
+    const Layer layer(dc, shown, node.opacity());
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    dc.SetCurrentControl(control.get());
+    control->RenderDrawObject(&dc, rect, &drawn);
+    dc.SetCurrentControl(nullptr);
+    control->RenderDrawChildren(&dc, rect);
+}
+
+} // namespace
+
+void drawChildren(ObjectNode& parent, IVexRenderDC& dc, const Rect& part)
+{
+    const Rect shown = parent.shownRect().intersection(part);
+    if (shown.isEmpty() || parent.childCount() == 0)
+        return;
+    const ComPtr<IVexRenderDC> hold(&dc);
+    SkinRect former{};
+    dc.GetUpdateRect(&former);
+    ChildIteration children(parent);
+    while (ObjectNode* child = children.next())
+        drawObject(*child, dc, shown);
+    dc.SetUpdateRect(former);
+}
+
+void drawFocusMark(IVexRenderDC& dc, const Rect& rect)
+{
+    const Rect inner = rect.inflated(-kFocusRingWidth);
+    if (inner.isEmpty())
+        return;
+    const Rect sides[] = {
+        {rect.left, rect.top, rect.right, inner.top},
+        {rect.left, inner.bottom, rect.right, rect.bottom},
+        {rect.left, inner.top, inner.left, inner.bottom},
+        {inner.right, inner.top, rect.right, inner.bottom},
+    };
+    for (const Rect& side : sides) {
+        SkinRect record = morvane::toSkinRect(side);
+        VARIANT_BOOL drawn = VARIANT_FALSE;
+        dc.FillSolidColor(&record, kAccent, &drawn);
+    }
+}
+
+} // namespace ambrel
