@@ -20,6 +20,22 @@ HRESULT STDMETHODCALLTYPE AmbrelCreateRes(IVexRes** result);
 /// 0xAARRGGBB (premultiplied), top row first. The window need not be visible.
 HRESULT STDMETHODCALLTYPE AmbrelRenderWindow(IAmbrel* root, long width, long height, std::uint32_t* pixels);
 
+/// What IAmbrel::SetEventRecieve takes the address of: the application's ear for a window. Borrowed; lives until another one
+/// (or 0) is set. Each member may be null; none may throw. Called synchronously; the window may be ended inside.
+struct AmbrelEventReceiver {
+    /// IAmbrel::VexMessage.
+    void(STDMETHODCALLTYPE* frameworkMessage)(AmbrelEventReceiver* self, hyper window, long message, hyper wParam,
+                                              hyper lParam);
+    /// CallEvent of any object of the window.
+    void(STDMETHODCALLTYPE* objectEvent)(AmbrelEventReceiver* self, ISkinObjResBase* object, long message, hyper wParam,
+                                         hyper lParam);
+};
+
+/// Gives an existing control the look and settings that a packaged skin has for the first object of the control's class.
+/// `module` holds the package as a resource of type "UIFILES". On failure the control is unchanged and the thread's error
+/// info (IErrorInfo) says "file:line:column: ...".
+HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module, long resourceId);
+
 /// Live objects of the runtime, for leak checks.
 long STDMETHODCALLTYPE AmbrelLiveObjects();
 

@@ -2,6 +2,7 @@
 
 #include "ambrel/trace/clock.h"
 
+#include <algorithm>
 #include <chrono>
 
 namespace ambrel {
@@ -46,10 +47,28 @@ void Clock::freeze() noexcept
     }
 }
 
-void Clock::advance(std::int64_t milliseconds) noexcept
+void Clock::advance(std::int64_t milliseconds)
 {
-    if (m_frozen && milliseconds > 0)
-        m_frozenAt += milliseconds;
+    if (!m_frozen || milliseconds <= 0)
+        return;
+    m_frozenAt += milliseconds;
+    ++m_telling;
+    for (std::size_t i = 0; i < m_listeners.size(); ++i) {
+        if (m_listeners[i])
+            m_listeners[i]->clockMoved();
+    }
+    if (--m_telling == 0)
+        std::erase(m_listeners, nullptr);
+}
+
+void Clock::add(Listener& listener) { m_listeners.push_back(&listener); }
+
+void Clock::remove(Listener& listener) noexcept
+{
+    if (m_telling)
+        std::replace(m_listeners.begin(), m_listeners.end(), &listener, static_cast<Listener*>(nullptr));
+    else
+        std::erase(m_listeners, &listener);
 }
 
 void Clock::run() noexcept

@@ -1,5 +1,6 @@
 #include "ambrel/window/input_router.h"
 
+#include <algorithm>
 #include <cstdlib>
 
 namespace ambrel {
@@ -46,30 +47,23 @@ bool isWithin(Point a, Point b, int distance) noexcept
 
 } // namespace
 
+/// A target that a running operation still needs; emptied when the object goes. They end in reverse order.
 class InputRouter::Watched {
 public:
-    Watched(InputRouter& router, InputTarget target) noexcept : m_router(router), m_target(target), m_next(router.m_watched)
+    Watched(InputRouter& router, InputTarget target) : m_router(router), m_index(router.m_watched.size())
     {
-        m_router.m_watched = this;
+        m_router.m_watched.push_back(target);
     }
     Watched(const Watched&) = delete;
     Watched& operator=(const Watched&) = delete;
-    ~Watched() { m_router.m_watched = m_next; }
+    ~Watched() { m_router.m_watched.pop_back(); }
 
     /// 0 once the object has gone.
-    InputTarget get() const noexcept { return m_target; }
-
-    static void forget(Watched* first, InputTarget target) noexcept
-    {
-        for (Watched* each = first; each; each = each->m_next)
-            if (each->m_target == target)
-                each->m_target = 0;
-    }
+    InputTarget get() const noexcept { return m_router.m_watched[m_index]; }
 
 private:
     InputRouter& m_router;
-    InputTarget m_target;
-    Watched* m_next;
+    std::size_t m_index;
 };
 
 InputRouter::InputRouter(InputScene& scene, InputSettings settings) noexcept : m_scene(&scene), m_settings(settings) {}
@@ -79,6 +73,12 @@ void InputRouter::deliver(InputKind kind, InputTarget target, Point point, unsig
 {
     if (target)
         m_scene->deliver({kind, target, point, flags, wheelDelta});
+}
+
+void InputRouter::deliverByKey(InputKind kind, InputTarget target)
+{
+    if (target)
+        m_scene->deliver({.kind = kind, .target = target, .point = {}, .byKeyboard = true});
 }
 
 InputTarget InputRouter::enabledTargetAt(Point point)
@@ -91,7 +91,7 @@ void InputRouter::makeHot(InputTarget target, const PointerFact& fact)
 {
     if (m_hot == target)
         return;
-    Watched entered(*this, target);
+    const Watched entered(*this, target);
     const InputTarget left = m_hot;
     m_hot = 0;
     deliver(InputKind::Leave, left, fact.point, fact.flags);
@@ -120,7 +120,7 @@ void InputRouter::moveWhilePressed(const PointerFact& fact)
 {
     if (drag(fact))
         return;
-    Watched pressed(*this, m_pressed);
+    const Watched pressed(*this, m_pressed);
     makeHot(m_scene->covers(m_pressed, fact.point) ? m_pressed : 0, fact);
     if (pressed.get() && m_hot == pressed.get())
         deliver(InputKind::Move, m_hot, fact.point, fact.flags);
@@ -132,7 +132,7 @@ bool InputRouter::drag(const PointerFact& fact)
         if (isWithin(fact.point, m_pressPoint, m_settings.dragThreshold) || !m_scene->isDraggable(m_pressed))
             return false;
         m_dragging = true;
-        Watched dragged(*this, m_pressed);
+        const Watched dragged(*this, m_pressed);
         deliver(InputKind::PressCancelled, m_pressed, m_pressPoint, fact.flags);
         if (m_dragging)
             deliver(InputKind::DragStart, dragged.get(), m_pressPoint, fact.flags);
@@ -168,7 +168,7 @@ bool InputRouter::isSecondPress(InputTarget target, const PointerFact& fact) con
 void InputRouter::pressLeft(const PointerFact& fact)
 {
     cancelPress(); // a press whose release never arrived
-    Watched target(*this, m_captured ? m_captured : enabledTargetAt(fact.point));
+    const Watched target(*this, m_captured ? m_captured : enabledTargetAt(fact.point));
     const bool second = isSecondPress(target.get(), fact);
     m_lastPress = second ? LastPress{} : LastPress{target.get(), fact.point, fact.timeMs};
     if (!m_captured)
@@ -271,7 +271,7 @@ bool InputRouter::cancelByEscape()
 {
     if (const InputTarget held = m_keyPressed) {
         m_keyPressed = 0;
-        deliver(InputKind::PressCancelled, held);
+        deliverByKey(InputKind::PressCancelled, held);
         return true;
     }
     if (!m_pressed)
@@ -303,7 +303,7 @@ bool InputRouter::pressByKey(const KeyFact& key)
         // Held like a button: pressed now, released with the key.
         if (m_keyPressed != m_focused) {
             m_keyPressed = m_focused;
-            deliver(InputKind::LeftDown, m_focused);
+            deliverByKey(InputKind::LeftDown, m_focused);
         }
         return true;
     }
@@ -322,13 +322,13 @@ bool InputRouter::keyUp(const KeyFact& key)
         return false;
     const InputTarget held = m_keyPressed;
     m_keyPressed = 0;
-    deliver(m_scene->isEnabled(held) ? InputKind::LeftUp : InputKind::PressCancelled, held);
+    deliverByKey(m_scene->isEnabled(held) ? InputKind::LeftUp : InputKind::PressCancelled, held);
     return true;
 }
 
 bool InputRouter::activate(InputTarget target)
 {
-    deliver(InputKind::Activate, target);
+    deliverByKey(InputKind::Activate, target);
     return target != 0;
 }
 
@@ -341,7 +341,7 @@ void InputRouter::windowFocused(bool focused)
         deliver(InputKind::FocusGained, m_focused);
         return;
     }
-    Watched loser(*this, m_focused);
+    const Watched loser(*this, m_focused);
     cancelByEscape();
     deliver(InputKind::FocusLost, loser.get());
 }
@@ -350,12 +350,12 @@ bool InputRouter::setFocus(InputTarget target)
 {
     if (m_focused == target)
         return true;
-    Watched gaining(*this, target);
+    const Watched gaining(*this, target);
     const InputTarget loser = m_focused;
     m_focused = 0;
     if (const InputTarget held = m_keyPressed) {
         m_keyPressed = 0;
-        deliver(InputKind::PressCancelled, held);
+        deliverByKey(InputKind::PressCancelled, held);
     }
     if (m_windowFocused)
         deliver(InputKind::FocusLost, loser);
@@ -377,7 +377,7 @@ void InputRouter::objectGone(InputTarget target) noexcept
 {
     if (!target)
         return;
-    Watched::forget(m_watched, target);
+    std::replace(m_watched.begin(), m_watched.end(), target, InputTarget{0});
     for (InputTarget* place : {&m_hot, &m_captured, &m_focused, &m_keyPressed, &m_lastPress.target})
         if (*place == target)
             *place = 0;
@@ -388,13 +388,25 @@ void InputRouter::objectGone(InputTarget target) noexcept
     updatePointerCapture();
 }
 
+void InputRouter::objectsGone(bool (*isGone)(const void* context, InputTarget), const void* context) noexcept
+{
+    const auto forgetIfGone = [&](InputTarget target) {
+        if (target && isGone(context, target))
+            objectGone(target);
+    };
+    for (const InputTarget each : {m_hot, m_pressed, m_captured, m_focused, m_keyPressed, m_lastPress.target})
+        forgetIfGone(each);
+    for (std::size_t i = 0; i < m_watched.size(); ++i)
+        forgetIfGone(m_watched[i]);
+}
+
 void InputRouter::sceneChanged()
 {
     if (m_captured && !m_scene->isEnabled(m_captured))
         releaseCapture();
     if (m_pressed && !m_scene->isEnabled(m_pressed))
         cancelPress();
-    if (m_focused && !m_scene->takesFocus(m_focused))
+    if (m_focused && !m_scene->isEnabled(m_focused))
         setFocus(0);
     findHotAgain();
 }

@@ -53,9 +53,10 @@ enum class InputKind {
 struct InputAction {
     InputKind kind;
     InputTarget target;
-    morvane::Point point; // for Activate: nothing meaningful
+    morvane::Point point;
     unsigned flags = 0;
     int wheelDelta = 0;
+    bool byKeyboard = false; // a press or release by a key: the point means nothing
 };
 
 /// What the router asks of the objects. Calls to `deliver` may do anything: change the tree, move the focus, take objects
@@ -68,6 +69,7 @@ public:
     virtual InputTarget hitTest(morvane::Point) = 0;
     /// Whether the object itself covers the point, regardless of what lies above it.
     virtual bool covers(InputTarget, morvane::Point) = 0;
+    /// Whether the object is shown and can be used.
     virtual bool isEnabled(InputTarget) = 0;
     /// Whether a press gives the object the keyboard focus.
     virtual bool takesFocus(InputTarget) = 0;
@@ -133,6 +135,8 @@ public:
 
     /// The object left the scene: it is told nothing any more and forgotten everywhere.
     void objectGone(InputTarget) noexcept;
+    /// The same for every known target that `isGone(context, target)` answers true for.
+    void objectsGone(bool (*isGone)(const void* context, InputTarget), const void* context) noexcept;
     /// Visibility, enabling or positions changed: what is hot or pressed is found again at the last pointer position.
     void sceneChanged();
     /// Nothing is delivered from here on.
@@ -146,7 +150,6 @@ public:
     bool hasWindowFocus() const noexcept { return m_windowFocused; }
 
 private:
-    /// A target that a running operation still needs; emptied when the object goes.
     class Watched;
 
     struct LastPress {
@@ -156,6 +159,7 @@ private:
     };
 
     void deliver(InputKind, InputTarget, morvane::Point = {}, unsigned flags = 0, int wheelDelta = 0);
+    void deliverByKey(InputKind, InputTarget);
     InputTarget enabledTargetAt(morvane::Point);
     void makeHot(InputTarget, const PointerFact&);
     void findHotAgain();
@@ -184,7 +188,7 @@ private:
     bool m_dragging = false;
     bool m_windowFocused = true; // until the platform says otherwise: a window that was never shown can have a focus
     bool m_ownsPointer = false;
-    Watched* m_watched = nullptr;
+    std::vector<InputTarget> m_watched; // those of running operations
 };
 
 } // namespace ambrel

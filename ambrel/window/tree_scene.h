@@ -1,0 +1,60 @@
+// The object tree as the input router sees it.
+#pragma once
+
+#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/window/input_router.h"
+#include "ambrel/window/message_registry.h"
+
+namespace ambrel {
+
+/// What the scene needs of the window around the tree.
+class SceneWindow {
+public:
+    virtual void setPointerCapture(bool captured) = 0;
+    /// The object drag that an object of the tree started; the record of IVexRes::SetDrag decides whether there is one.
+    virtual bool dragsObjects() = 0;
+    virtual void dragged(const InputAction& action, SkinObjectCore& source) = 0;
+    /// Hot keys work in this window.
+    virtual bool usesHotKeys() const noexcept = 0;
+
+protected:
+    ~SceneWindow() = default;
+};
+
+/// Router targets are nodes; whoever unlinks a subtree tells the router before a node's address can be used again.
+InputTarget targetOf(ObjectNode* node) noexcept;
+ObjectNode* nodeOf(InputTarget target) noexcept;
+
+/// Answers the router from the tree and tells controls what concerns them through their On... operations.
+class TreeScene final : public InputScene {
+public:
+    TreeScene(ObjectNode& root, const MessageRegistry& registry, SceneWindow& window) noexcept
+        : m_root(root), m_registry(registry), m_window(window)
+    {
+    }
+
+    InputTarget hitTest(morvane::Point point) override;
+    bool covers(InputTarget target, morvane::Point point) override;
+    bool isEnabled(InputTarget target) override;
+    bool takesFocus(InputTarget target) override;
+    bool isDraggable(InputTarget target) override;
+    InputTarget nextInTabOrder(InputTarget from, bool forward) override;
+    InputTarget hotKeyOwner(const KeyFact& key) override;
+    InputTarget enterOwner() override;
+    InputTarget backspaceOwner() override;
+    bool keepsTab(InputTarget) override { return false; }
+    bool isPressedByKeyboard(InputTarget target) override;
+    void deliver(const InputAction& action) override;
+    void setPointerCapture(bool captured) override { m_window.setPointerCapture(captured); }
+
+private:
+    enum class PlainKey { Enter, Backspace };
+    InputTarget plainKeyOwner(PlainKey key);
+    static void press(IVexControlBase& control, const WeakNode& node);
+
+    ObjectNode& m_root;
+    const MessageRegistry& m_registry;
+    SceneWindow& m_window;
+};
+
+} // namespace ambrel

@@ -1,0 +1,196 @@
+// One window of the runtime: the host window, its object tree's services, its input, messages and painting.
+#pragma once
+
+#include "ambrel/ambrel.h"
+#include "ambrel/objects/invalid_region.h"
+#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/trace/clock.h"
+#include "ambrel/window/host_window.h"
+#include "ambrel/window/input_router.h"
+#include "ambrel/window/message_registry.h"
+#include "ambrel/window/tool_tip.h"
+#include "ambrel/window/tree_scene.h"
+#include "ambrel/window/window_surface.h"
+
+#include <vector>
+
+namespace ambrel {
+
+/// How a window behaves towards the desktop.
+struct WindowTraits {
+    SkinRect resizeBorder{4, 4, 4, 4}; // widths at 96 dots per inch
+    SkinSize minSize{0, 0};
+    SkinSize maxSize{0, 0}; // 0: no limit
+    bool resizable = false;
+    bool dragable = false; // by its content
+    bool popup = true;     // false: a child of its parent window
+    bool perPixel = false; // the window's own alpha reaches the desktop
+    bool shaped = false;   // its region follows what is painted
+};
+
+/// What RootWindow, the face of the tree's root, stands on. Lives inside it; while the platform's window exists it holds the
+/// face, so a window lives until it is closed or its holder destroys it.
+class WindowCore final : public RootServices, private HostWindow::Client, private SceneWindow, private Clock::Listener {
+public:
+    WindowCore(SkinObjectCore& root, IAmbrel& face);
+    WindowCore(const WindowCore&) = delete;
+    WindowCore& operator=(const WindowCore&) = delete;
+    ~WindowCore();
+
+    bool create(HWND parent, const Rect& rect);
+    void destroy() noexcept { m_window.destroy(); }
+
+    // RootServices
+    IAmbrel* ambrel() noexcept override { return &m_face; }
+    HWND window() const noexcept override { return m_window.handle(); }
+    hyper renderDevice() const noexcept override { return m_surface.device(); }
+    IVexRenderDC* renderContext() noexcept override { return m_surface.context(); }
+    IVexRes* resources() noexcept override;
+    void invalidate(const Rect& rect) override;
+    void paintNow() override;
+    ObjectNode* focusNode() const noexcept override { return nodeOf(m_router.focused()); }
+    bool setFocus(ObjectNode* node) override;
+    void shiftFocus(bool forward) override { m_router.shiftFocus(forward); }
+    bool showsFocusMarks() const noexcept override { return m_keyboardCues; }
+    ObjectNode* captureNode() const noexcept override { return nodeOf(m_router.captured()); }
+    ObjectNode* hotNode() const noexcept override { return nodeOf(m_router.hot()); }
+    void nodeWithdrawn(ObjectNode& node) override;
+    void nodeDetached(ObjectNode& node) noexcept override;
+    void finalCreatePending(ObjectNode& node) override;
+    void finalCreateDone(ObjectNode& node) noexcept override;
+    void objectEvent(ObjectNode& node, long id, hyper wParam, hyper lParam) override;
+    void toolTipChanged(ObjectNode& node) override;
+
+    // For the face.
+    WindowTraits& traits() noexcept { return m_traits; }
+    InputRouter& router() noexcept { return m_router; }
+    MessageRegistry& messages() noexcept { return m_messages; }
+    ObjectNode& rootNode() noexcept { return m_root.node(); }
+    /// Brings the platform's styles in line with the traits.
+    void applyTraits();
+    void sendToReceiver(HWND window, long message, hyper wParam, hyper lParam);
+    void setReceiver(AmbrelEventReceiver* receiver) noexcept { m_receiver = receiver; }
+    AmbrelEventReceiver* receiver() const noexcept { return m_receiver; }
+    /// What the platform would answer to the message that is being handled; 0 when none is.
+    LRESULT defaultForCurrent();
+    LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) { return windowMessage(message, wParam, lParam); }
+    void setFrozen(bool frozen);
+    bool isFrozen() const noexcept { return m_frozen; }
+    void setBatching(bool batching);
+    bool isBatching() const noexcept { return m_batching; }
+    /// Paints all of it into the surface, whatever waits; for pictures without a display and for Draw.
+    void renderAll(Size size);
+    WindowSurface& surface() noexcept { return m_surface; }
+    /// The rectangles painted by the last paint, joined.
+    const Rect& lastPainted() const noexcept { return m_lastPainted; }
+    void setHotKeys(bool used) noexcept { m_hotKeys = used; }
+    bool usesHotKeys() const noexcept override { return m_hotKeys; }
+    void updateShape();
+    void fade(bool show, VEX_FADE_TYPE type);
+    void acceptFiles(ObjectNode& node, bool accept);
+    void followMoves(HWND window, bool follow);
+    void moveFollowers();
+    /// A message that is passed on to the parent (owner) window.
+    void passOn(UINT message, bool pass);
+
+private:
+    struct Running; // the message being handled
+
+    // HostWindow::Client
+    LRESULT windowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
+    void windowGone() noexcept override;
+
+    // SceneWindow
+    void setPointerCapture(bool captured) override;
+    bool dragsObjects() override;
+    void dragged(const InputAction& action, SkinObjectCore& source) override;
+
+    void clockMoved() override; // Clock::Listener
+
+    // Messages (window_messages.cpp)
+    using Handler = bool (WindowCore::*)(WPARAM, LPARAM, LRESULT&);
+    struct HandlerEntry {
+        UINT message;
+        Handler handler;
+    };
+    static const HandlerEntry* handlerFor(UINT message) noexcept;
+    LRESULT dispatch(UINT message, WPARAM wParam, LPARAM lParam);
+    bool serveRegistered(UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result);
+    bool forward(ObjectNode& node, UINT message, WPARAM wParam, LPARAM lParam, LRESULT& result, bool fromParent);
+    bool onTimer(WPARAM, LPARAM, LRESULT&);
+    bool onTipMessage(WPARAM, LPARAM, LRESULT&);
+    bool onShowWindow(WPARAM, LPARAM, LRESULT&);
+    bool onDropFiles(WPARAM, LPARAM, LRESULT&);
+    bool onDestroy(WPARAM, LPARAM, LRESULT&);
+    bool onSceneChanged(WPARAM, LPARAM, LRESULT&);
+
+    // Geometry and the desktop (window_frame.cpp)
+    bool onSize(WPARAM, LPARAM, LRESULT&);
+    bool onMove(WPARAM, LPARAM, LRESULT&);
+    bool onHitTest(WPARAM, LPARAM, LRESULT&);
+    bool onCalculateClient(WPARAM, LPARAM, LRESULT&);
+    bool onMinMaxInfo(WPARAM, LPARAM, LRESULT&);
+    bool onDpiChanged(WPARAM, LPARAM, LRESULT&);
+    bool onEraseBackground(WPARAM, LPARAM, LRESULT&);
+    bool onPaint(WPARAM, LPARAM, LRESULT&);
+    void paint(HDC dc, const RECT* exposed);
+    void presentPerPixel();
+
+    // Pointer and keys (window_input.cpp)
+    PointerFact factOf(WPARAM wParam, LPARAM lParam) const;
+    bool onMouseMove(WPARAM, LPARAM, LRESULT&);
+    bool onMouseLeave(WPARAM, LPARAM, LRESULT&);
+    bool onLeftDown(WPARAM, LPARAM, LRESULT&);
+    bool onLeftUp(WPARAM, LPARAM, LRESULT&);
+    bool onRightDown(WPARAM, LPARAM, LRESULT&);
+    bool onRightUp(WPARAM, LPARAM, LRESULT&);
+    bool onWheel(WPARAM, LPARAM, LRESULT&);
+    bool onCaptureChanged(WPARAM, LPARAM, LRESULT&);
+    bool onKeyDown(WPARAM, LPARAM, LRESULT&);
+    bool onKeyUp(WPARAM, LPARAM, LRESULT&);
+    bool onSetFocus(WPARAM, LPARAM, LRESULT&);
+    bool onKillFocus(WPARAM, LPARAM, LRESULT&);
+    bool onSetCursor(WPARAM, LPARAM, LRESULT&);
+    void trackLeaving();
+    bool dragsWindow() const;
+    void setKeyboardCues(bool shown);
+    void recheckSceneSoon() noexcept;
+    void armTipTimer();
+    std::int64_t messageTimeMs() const noexcept;
+
+    SkinObjectCore& m_root;
+    IAmbrel& m_face;
+    HostWindow m_window;
+    ComPtr<IAmbrel> m_windowHold; // while the platform's window exists
+    MessageRegistry m_messages;
+    TreeScene m_scene;
+    InputRouter m_router;
+    InvalidRegion m_invalid;
+    WindowSurface m_surface;
+    ToolTip m_tip;
+    WindowTraits m_traits;
+    AmbrelEventReceiver* m_receiver = nullptr;
+    Running* m_running = nullptr;
+    Rect m_lastPainted;
+    Point m_lastPosition; // on the screen
+    int m_dpi = 96;
+    std::vector<WeakNode> m_waitingForFinalCreate;
+    std::vector<WeakNode> m_fileReceivers;
+    std::vector<HWND> m_followers;
+    std::vector<UINT> m_passedOn;
+    WeakNode m_dragOver;
+    bool m_dragArmed = false;
+    Point m_dragPress;
+    bool m_keyHandledByFocus = false; // the raw key message, by the object that has the focus
+    bool m_trackingLeave = false;
+    bool m_keyboardCues = false;
+    bool m_hotKeys = true;
+    bool m_frozen = false;
+    bool m_batching = false;
+    bool m_painting = false;
+    bool m_recheckPosted = false;
+    bool m_changingCapture = false;
+    bool m_destroying = false;
+};
+
+} // namespace ambrel

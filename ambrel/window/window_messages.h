@@ -1,0 +1,15 @@
+// What a window of the runtime answers besides the platform's own messages.
+#pragma once
+
+#include "host/windows_headers.h"
+
+namespace ambrel {
+
+/// Sets the tool tip: wParam the text (const wchar_t*) or 0, lParam the control it belongs to.
+inline constexpr UINT kToolTipMessage = 3464;
+
+// The runtime's own. The numbers lie outside of what controls use.
+inline constexpr UINT kSceneChangedMessage = WM_APP + 0x3A51;
+inline constexpr UINT_PTR kTipTimer = 0x41'4D'42'01;
+
+} // namespace ambrel

@@ -1,0 +1,42 @@
+// What a host window shows: its render device, and how the object tree is drawn on it.
+#pragma once
+
+#include "ambrel/objects/object_node.h"
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
+
+namespace ambrel {
+
+class WindowSurface {
+public:
+    hyper device() const noexcept { return m_device.handle(); }
+    /// The drawing context while `draw` runs, otherwise null.
+    IVexRenderDC* context() noexcept { return m_drawing ? &m_device.renderDC() : nullptr; }
+
+    /// In percent.
+    void setScale(int percent) { m_device.setScale(Scale(percent)); }
+    /// False: where nothing is drawn, what lies behind the window shows.
+    void setOpaque(bool opaque) noexcept { m_device.setOpaque(opaque); }
+
+    /// Answers whether the surface is new, so that everything has to be drawn.
+    bool resize(Size size);
+
+    /// Draws everything beneath `root` that touches `part`. Runs foreign code.
+    void draw(ObjectNode& root, const Rect& part);
+
+    void copyTo(HDC target, const Rect& part) { m_device.present(target, {&part, 1}); }
+    bool presentLayered(HWND window, Point onScreen) { return m_device.presentLayered(window, onScreen); }
+    const DibSurface* pixels() const noexcept { return m_device.surface(); }
+    HBITMAP bitmap() const noexcept { return pixels() ? pixels()->bitmap() : nullptr; }
+    /// The pixels that are not wholly transparent, as a region that the caller owns; null without a surface.
+    HRGN opaqueRegion() const;
+
+private:
+    void clear(const Rect& part);
+    void drawNode(ObjectNode& node, RenderDC& dc, const Rect& part);
+
+    RenderDevice m_device;
+    bool m_drawing = false;
+};
+
+} // namespace ambrel
