@@ -59,8 +59,8 @@ private:
         constexpr std::size_t kMost = 0xFFFF;
         if (m_capacity == kMost)
             throw std::bad_alloc();
-        // Most groups hold one or three properties.
-        const std::size_t wanted = m_capacity == 0 ? 1 : m_capacity == 1 ? 3 : m_capacity * 2;
+        // Tight, since most lists are as short as a group's properties: 1, 2, 3, 4, 6, 9...
+        const std::size_t wanted = m_capacity + (m_capacity > 3 ? m_capacity / 2 : 1);
         const std::size_t capacity = wanted < kMost ? wanted : kMost;
         auto* items = static_cast<T*>(allocateBlock(capacity * sizeof(T)));
         std::uninitialized_move_n(m_items, m_size, items);

@@ -124,7 +124,9 @@ bool ConfigNode::isWithin(const ConfigNode& ancestor) const noexcept
 
 bool ConfigNode::insertChild(std::size_t index, std::shared_ptr<ConfigNode> child)
 {
-    if (!child || index > m_children.size() || isWithin(*child))
+    // A node without children contains at most itself; most are put in before they get any.
+    const bool wouldLoop = child && (child.get() == this || (!child->m_children.empty() && isWithin(*child)));
+    if (!child || wouldLoop || index > m_children.size())
         return false;
     if (m_children.size() == m_children.capacity())
         m_children.reserve(m_children.size() * 2 + 1); // before anything changes

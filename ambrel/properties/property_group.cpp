@@ -42,7 +42,7 @@ HRESULT giveAt(const List& list, long index, Interface** result) noexcept
 } // namespace
 
 PropertyGroup::PropertyGroup(IVexControlBase* owner, std::wstring_view name, bool expanded)
-    : m_name(name), m_owner(owner), m_isExpanded(expanded)
+    : m_isExpanded(expanded), m_name(name), m_owner(owner)
 {
     morvane::ModuleLock::add();
 }
@@ -204,7 +204,7 @@ STDMETHODIMP_(ULONG) PropertyGroup::Release() noexcept
 {
     const ULONG left = --m_references;
     if (left == 0) {
-        constexpr std::uint32_t kDying = 0x40000000;
+        constexpr std::uint32_t kDying = 0x20000000;
         m_references = kDying; // what is released with it may ask for it again
         delete this;
     }
@@ -213,7 +213,7 @@ STDMETHODIMP_(ULONG) PropertyGroup::Release() noexcept
 
 STDMETHODIMP PropertyGroup::get_bGroup(VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] { return m_isGroup; });
+    return returning(result, [&] { return m_isGroup != 0; });
 }
 
 STDMETHODIMP PropertyGroup::put_bGroup(VARIANT_BOOL isGroup) noexcept
@@ -263,7 +263,7 @@ STDMETHODIMP PropertyGroup::Expand(VARIANT_BOOL expanded) noexcept
 
 STDMETHODIMP PropertyGroup::IsExpand(VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] { return m_isExpanded; });
+    return returning(result, [&] { return isExpanded(); });
 }
 
 STDMETHODIMP PropertyGroup::SetParent(ICtrlPluginProp* parent) noexcept

@@ -30,7 +30,7 @@ public:
     std::wstring_view name() const noexcept { return m_name.text(); }
     /// The names of the groups from the top-level one to this one, with `separator` between them.
     std::wstring path(std::wstring_view separator = {}) const;
-    bool isExpanded() const noexcept { return m_isExpanded; }
+    bool isExpanded() const noexcept { return m_isExpanded != 0; }
     void setExpanded(bool isExpanded) noexcept { m_isExpanded = isExpanded; }
 
     PropertyGroup* parent() const noexcept { return m_parent; }
@@ -112,14 +112,15 @@ private:
     template <class Visit>
     void eachShown(Visit visit) const;
 
-    std::uint32_t m_references = 0;
+    // One word: a control has a dozen groups.
+    std::uint32_t m_references : 30 = 0;
+    std::uint32_t m_isExpanded : 1;
+    std::uint32_t m_isGroup : 1 = 1;
     Atom m_name;
     IVexControlBase* m_owner;
     PropertyGroup* m_parent = nullptr;
     std::unique_ptr<Extras> m_extras;
     CompactList<morvane::ComPtr<IVexPropBase>> m_properties;
-    bool m_isExpanded;
-    bool m_isGroup = true;
 };
 
 } // namespace ambrel

@@ -72,7 +72,7 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
     return filling(width, [&](short& place) {
         long whole = 0;
         const HRESULT status = m_object ? m_object->GetWidth(&whole) : S_FALSE;
-        place = toShort(whole / m_imageCount);
+        place = toShort(whole / imageCount());
         return status;
     });
 }
@@ -89,15 +89,17 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageHeight(short* height) noexcept
 
 STDMETHODIMP ImageSectionPropertyObject::GetImageCount(long* count) noexcept
 {
-    return returning(count, [&] { return m_imageCount; });
+    return returning(count, [&] { return imageCount(); });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::SetImageCount(long count) noexcept
 {
     if (count < 1)
         return E_INVALIDARG;
-    assign(m_imageCount, count);
-    return S_OK;
+    return guarded([&] {
+        if (count != imageCount())
+            assign(extras().imageCount, count);
+    });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::Draw(hyper dc, const SkinRect* rect, long, VARIANT_BOOL* drawn) noexcept
@@ -153,7 +155,8 @@ STDMETHODIMP ImageSectionPropertyObject::GetFrameTable(const morvane::PictureFra
 void ImageSectionPropertyObject::copyValue(ImageSectionPropertyObject& source)
 {
     ResourceProperty::copyValue(source);
-    m_imageCount = source.m_imageCount;
+    if (imageCount() != source.imageCount())
+        extras().imageCount = source.imageCount();
 }
 
 STDMETHODIMP TextStylePropertyObject::HasTextStyle(VARIANT_BOOL* has) noexcept

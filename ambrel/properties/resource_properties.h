@@ -124,7 +124,7 @@ public:
     void copyValue(ImageSectionPropertyObject& source);
 
 private:
-    long m_imageCount = 1;
+    long imageCount() const noexcept { return knownExtras() ? knownExtras()->imageCount : 1; }
 };
 
 class TextStylePropertyObject final

@@ -1,0 +1,19 @@
+/* Where the methods that the tests stand in for lie in their interfaces' tables, as the interface compiler orders them. */
+#define COBJMACROS
+#include <windows.h>
+
+#include "host/idl/host.h"
+
+#include <stddef.h>
+
+#define SLOT(interface, method) (offsetof(interface##Vtbl, method) / sizeof(void*))
+
+const size_t kSlotCount = sizeof(IVexControlBaseVtbl) / sizeof(void*);
+const size_t kSlotPropChangedNotify = SLOT(IVexControlBase, PropChangedNotify);
+const size_t kSlotImageGetWidth = SLOT(IVexImageBase, GetWidth);
+const size_t kSlotImageRenderDraw = SLOT(IVexImageBase, RenderDraw);
+const size_t kSlotFillGetStart = SLOT(IFillColor, get_clrStart);
+const size_t kSlotFillPutStart = SLOT(IFillColor, put_clrStart);
+const size_t kSlotFillRenderDraw = SLOT(IFillColor, RenderDraw);
+const size_t kSlotDcDrawLine = SLOT(IVexRenderDC, DrawLine);
+const size_t kSlotObjGetName = SLOT(IVexImageBase, GetName);
