@@ -4,16 +4,14 @@
 // overrides the handlers in which it differs from the common handling. Instance<> completes it into a creatable object.
 #pragma once
 
-#include "frame/com/connection_point.h"
+#include "frame/com/event_source.h"
 #include "frame/com/instance.h"
 #include "frame/forwarding.h" // generated
-
-#include <memory>
 
 namespace morvane {
 
 template <class Interface>
-class Control : public Forwarding<Interface>, public ISupportErrorInfo, public IConnectionPointContainer {
+class Control : public Forwarding<Interface>, public EventSource<Interface> {
 public:
     // The five base operations that a control implements itself ------------------------------------------------------
 
@@ -63,27 +61,6 @@ public:
         });
     }
 
-    // ISupportErrorInfo ----------------------------------------------------------------------------------------------
-
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) noexcept override { return iid == iidOf<Interface>() ? S_OK : S_FALSE; }
-
-    // IConnectionPointContainer --------------------------------------------------------------------------------------
-
-    STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** result) noexcept override
-    {
-        return filling(result, [&](IEnumConnectionPoints*& place) { return connectionPoint().enumerate(&place); });
-    }
-
-    STDMETHODIMP FindConnectionPoint(REFIID iid, IConnectionPoint** result) noexcept override
-    {
-        return filling(result, [&](IConnectionPoint*& place) -> HRESULT {
-            if (iid != this->info().eventInterface)
-                return CONNECT_E_NOCONNECTION;
-            ComPtr<IConnectionPoint>(&connectionPoint()).copyTo(&place);
-            return S_OK;
-        });
-    }
-
     // For Instance<> ---------------------------------------------------------------------------------------------------
 
     HRESULT finalConstruct()
@@ -99,11 +76,7 @@ public:
         if (iid == iidOf<Interface>() || iid == iidOf<IVexControlBase>() || iid == iidOf<ISkinObjResBase>() ||
             iid == iidOf<IVexObj>() || iid == IID_IDispatch)
             return static_cast<Interface*>(this);
-        if (iid == IID_ISupportErrorInfo)
-            return static_cast<ISupportErrorInfo*>(this);
-        if (iid == IID_IConnectionPointContainer)
-            return static_cast<IConnectionPointContainer*>(this);
-        return nullptr;
+        return this->findEventInterface(iid);
     }
 
 protected:
@@ -117,16 +90,7 @@ protected:
     virtual HRESULT drawOnDc(IVexObjectDraw*, VARIANT_BOOL*) { return S_OK; }
 
     IVexControlBase& self() noexcept override { return *this; }
-
-private:
-    ConnectionPoint& connectionPoint()
-    {
-        if (!m_connectionPoint)
-            m_connectionPoint = std::make_unique<ConnectionPoint>(*this, this->info().eventInterface);
-        return *m_connectionPoint;
-    }
-
-    std::unique_ptr<ConnectionPoint> m_connectionPoint; // made when somebody asks for it
+    const IID& eventInterface() const noexcept override { return this->info().eventInterface; }
 };
 
 } // namespace morvane

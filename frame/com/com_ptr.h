@@ -3,6 +3,7 @@
 
 #include "frame/com/compiler.h"
 
+#include <type_traits>
 #include <utility>
 
 namespace morvane {
@@ -23,6 +24,14 @@ public:
 
     ComPtr(const ComPtr& other) noexcept : ComPtr(other.m_object) {}
     ComPtr(ComPtr&& other) noexcept : m_object(std::exchange(other.m_object, nullptr)) {}
+
+    /// From a pointer to a derived class.
+    template <class Derived>
+        requires(std::is_convertible_v<Derived*, T*> && !std::is_same_v<Derived, T>)
+    ComPtr(ComPtr<Derived> other) noexcept : m_object(other.detach())
+    {
+    }
+
     ~ComPtr() { reset(); }
 
     ComPtr& operator=(ComPtr other) noexcept

@@ -35,13 +35,13 @@ public:
     }
 
     /// Creates a plain object for use inside this module. Throws std::bad_alloc; null when finalConstruct failed.
-    static ComPtr<Object> make()
+    static ComPtr<Instance> make()
     {
         auto* object = new Instance(nullptr);
         ComPtr<IUnknown> hold(&object->m_inner);
         if (FAILED(object->finalConstruct()))
             return nullptr;
-        return ComPtr<Object>(object);
+        return ComPtr<Instance>(object);
     }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override { return m_outer->QueryInterface(iid, result); }

@@ -45,19 +45,29 @@ bool FrameStrip::load(BSTR path, int frameCount, bool isHorizontal)
     return true;
 }
 
+ComPtr<IVexImageBase> temporarySection(IVexPicture& picture, const Rect& source)
+{
+    ComPtr<IVexImageBase> section;
+    CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), section.putVoid());
+    if (section) {
+        SkinRect rect = toSkinRect(source);
+        section->put_ImageObj(&picture);
+        section->put_rect(&rect);
+        section->BuildPerPixImage();
+    }
+    return section;
+}
+
 void FrameStrip::draw(IVexRenderDC& dc, const Rect& rect, int state) const
 {
-    ComPtr<IVexImageBase> image;
-    CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), image.putVoid());
-    if (!image || !m_picture)
+    if (!m_picture)
         return;
-    SkinRect source = toSkinRect(frameRect(geometry(), state));
-    image->put_ImageObj(m_picture.get());
-    image->put_rect(&source);
-    image->BuildPerPixImage();
+    const ComPtr<IVexImageBase> section = temporarySection(*m_picture, frameRect(geometry(), state));
+    if (!section)
+        return;
     VARIANT_BOOL drawn = VARIANT_FALSE;
-    image->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
-    image->put_ImageObj(nullptr); // the picture outlives the temporary section
+    section->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
+    section->put_ImageObj(nullptr); // the picture outlives the section
 }
 
 } // namespace morvane

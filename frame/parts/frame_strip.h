@@ -16,6 +16,10 @@ ComPtr<IVexPicture> loadPicture(BSTR path);
 /// In pixels; empty for null.
 Size pictureSize(IVexPicture* picture);
 
+/// An image section that shows a part of a picture, made for one drawing; its maker detaches the picture again. Null when
+/// the framework cannot make one.
+ComPtr<IVexImageBase> temporarySection(IVexPicture& picture, const Rect& source);
+
 class FrameStrip {
 public:
     /// Loads the file in place of the former one. On failure the strip is empty, though it keeps the path.

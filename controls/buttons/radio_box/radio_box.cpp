@@ -1,0 +1,388 @@
+#include "controls/buttons/radio_box/radio_box.h"
+
+#include "frame/parts/property_access.h"
+
+#include <algorithm>
+
+namespace morvane {
+
+namespace {
+constexpr UINT kChildImageClicked = 3024;
+}
+
+void RadioBoxProperties::declare(PropertyTable& table)
+{
+    static constexpr std::array<std::wstring_view, 2> kValues = {L"Unchecked", L"Checked"};
+    static constexpr std::array<std::wstring_view, kRadioStateCount> kStates = {L"Normal", L"Hot", L"Press", L"Disabled"};
+    table.group(L"DrawMode").style(drawsColor, L"DrawColor", false);
+    for (std::size_t value = 0; value < kValues.size(); ++value) {
+        const PropertyGroup group = table.group(kValues[value]);
+        for (std::size_t state = 0; state < kStates.size(); ++state) {
+            Look& look = looks[value * kStates.size() + state];
+            const PropertyGroup stateGroup = group.group(kStates[state]);
+            stateGroup.style(look.back, L"Back");
+            stateGroup.style(look.color, L"Color");
+            stateGroup.style(look.box, L"Box");
+            stateGroup.style(look.graphics, L"Graphics");
+            stateGroup.style(look.textStyle, L"TextStyle");
+        }
+    }
+    const PropertyGroup textGroup = table.group(L"Text");
+    textGroup.style(text, L"Text", L"RadioBox");
+    textGroup.style(showText, L"ShowText", true);
+    table.group(L"Tooltip").style(toolTip, L"Tooltip");
+
+    const PropertyGroup graphics = table.group(L"Graphics");
+    graphics.style(isStacked, L"UpDownMode");
+    graphics.style(isRightAligned, L"RightAlign");
+    graphics.style(graphicX, L"x");
+    graphics.style(graphicY, L"y");
+    graphics.style(graphicWidth, L"width");
+    graphics.style(graphicHeight, L"height");
+
+    table.group(L"Group").style(groupId, L"GroupID");
+    table.group(L"Cursor").style(cursor, L"Cursor");
+    autoSize.declare(table);
+}
+
+const ControlInfo& CRadioBox::info() const noexcept
+{
+    static const ControlInfo kInfo{L"RadioBox", 2088, 2087, 2086, iidOf<_IRadioBoxEvents>()};
+    return kInfo;
+}
+
+void* CRadioBox::findInterface(REFIID iid) noexcept
+{
+    return iid == kRadioMemberIid ? static_cast<RadioMember*>(this) : Control::findInterface(iid);
+}
+
+void CRadioBox::releaseHostObjects()
+{
+    stopBlinkTimer();
+    leaveGroups();
+    for (GraphicBitmap& bitmap : m_bitmaps)
+        bitmap.image.destroy(host());
+    Control::releaseHostObjects();
+}
+
+// Groups --------------------------------------------------------------------------------------------------------------
+
+void CRadioBox::enteredGroup(CVexRadioGroup& group, const std::wstring& name) { m_memberships.emplace_back(&group, name); }
+
+void CRadioBox::leftGroup(CVexRadioGroup& group)
+{
+    std::erase_if(m_memberships, [&](const auto& membership) { return membership.first == &group; });
+}
+
+void CRadioBox::leaveGroups()
+{
+    for (const auto& [group, name] : std::exchange(m_memberships, {}))
+        group->forget(name);
+    m_group.reset();
+}
+
+void CRadioBox::changeValue(bool isChecked)
+{
+    m_isChecked = isChecked;
+    redraw();
+}
+
+void CRadioBox::joinGroup()
+{
+    IVexControlBase* const inner = innerBase();
+    if (m_group || !inner)
+        return;
+    ComPtr<ISkinObjResBase> parent;
+    inner->GetParent(parent.put());
+    if (!parent)
+        return;
+    const int ownId = m_properties.groupId.value();
+    const long id = ownId != 0 ? ownId : static_cast<long>(reinterpret_cast<std::intptr_t>(parent.get()) & 0xFFFFFFFF);
+    ComPtr<ISkinObjResBase> root;
+    inner->GetRoot(root.put());
+    m_group = CVexRadioGroup::find(root.get(), id);
+    if (!m_group)
+        m_group = groupOfSiblings(*parent, id);
+    if (!m_group)
+        m_group = CVexRadioGroup::make(root.get(), id, host().window);
+    m_group->AddObject(this);
+}
+
+/// The group of another radio box of the parent that has the number as its own.
+ComPtr<IVexRadioGroup> CRadioBox::groupOfSiblings(ISkinObjResBase& parent, long id)
+{
+    short count = 0;
+    parent.GetChildCount(&count);
+    for (short i = 0; i < count; ++i) {
+        ComPtr<ISkinObjResBase> child;
+        parent.GetSubObject(i, child.put());
+        const ComPtr<IVexControlBase> object = child.as<IVexControlBase>();
+        ComPtr<IVexControlBase> real;
+        if (object)
+            object->GetRealCtrlPtr(real.put());
+        const ComPtr<IRadioBox> box = real.as<IRadioBox>();
+        if (!box || box.get() == static_cast<IRadioBox*>(this))
+            continue;
+        long siblingId = 0;
+        ComPtr<IVexRadioGroup> group;
+        box->GetGroupID(&siblingId);
+        box->GetGroup(group.put());
+        if (siblingId == id && group)
+            return group;
+    }
+    return nullptr;
+}
+
+STDMETHODIMP CRadioBox::SetGroupID(long id, VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) {
+        done = VARIANT_TRUE;
+        long current = 0;
+        if (m_group && SUCCEEDED(m_group->GetID(&current)) && current == id)
+            return S_OK;
+        m_properties.groupId.set(static_cast<int>(id));
+        if (const ComPtr<IVexRadioGroup> former = std::exchange(m_group, nullptr)) {
+            const auto place = std::find_if(m_memberships.begin(), m_memberships.end(),
+                                            [&](const auto& membership) { return membership.first == former.get(); });
+            if (place != m_memberships.end())
+                former->RemoveObject(Bstr(place->second).get());
+        }
+        joinGroup();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::GetGroupID(long* result) noexcept { return fetch(m_properties.groupId, result); }
+
+STDMETHODIMP CRadioBox::GetGroup(IVexRadioGroup** result) noexcept
+{
+    return returning(result, [&] { return m_group; });
+}
+
+STDMETHODIMP CRadioBox::SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow) noexcept
+{
+    if (value != VEXRADIOBOX_UNCHECKED && value != VEXRADIOBOX_CHECKED)
+        return E_INVALIDARG;
+    return guarded([&] {
+        const bool isChecked = value == VEXRADIOBOX_CHECKED;
+        if (isChecked && !m_group)
+            return S_FALSE; // a box outside any group has nobody to uncheck the others
+        if (isChecked != m_isChecked) {
+            m_isChecked = isChecked;
+            if (isChecked)
+                ComPtr<IVexRadioGroup>(m_group)->SetRadio(this);
+        }
+        redrawIf(redrawNow);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::GetValue(VEXRADIOBOX_VALUE* result) noexcept
+{
+    return returning(result, [&] { return m_isChecked ? VEXRADIOBOX_CHECKED : VEXRADIOBOX_UNCHECKED; });
+}
+
+// Notifications -------------------------------------------------------------------------------------------------------
+
+Handled CRadioBox::onFinalCreate()
+{
+    Control::onFinalCreate();
+    joinGroup();
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onAccessConfigured(bool isRead)
+{
+    Control::onAccessConfigured(isRead);
+    if (isRead)
+        joinGroup();
+    return Handled::No;
+}
+
+Handled CRadioBox::onDestroying()
+{
+    stopBlinkTimer();
+    leaveGroups();
+    return Control::onDestroying();
+}
+
+Handled CRadioBox::onEnableObject(const EnableNotice& notice)
+{
+    m_state = notice.enable ? RadioState::Normal : RadioState::Disable;
+    if (notice.redraw)
+        redraw();
+    return Handled::Yes;
+}
+
+/// A disabled box stays so until it is enabled.
+void CRadioBox::enterState(RadioState state)
+{
+    if (m_state != RadioState::Disable)
+        m_state = state;
+}
+
+Handled CRadioBox::onMouseEnter(const PointerNotice& notice)
+{
+    m_child.hasMouse = m_child.isSet && m_child.picture && childImageRect(ownRect()).contains(notice.point);
+    enterState(RadioState::Hot);
+    if (!host().window)
+        host().refreshWindow();
+    sendToolTip();
+    redraw();
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onMouseLeave(const PointerNotice&)
+{
+    m_child.hasMouse = false;
+    enterState(RadioState::Normal);
+    redraw();
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onLeftButtonDown(const PointerNotice&)
+{
+    if (m_child.isSet && m_child.hasMouse) {
+        sendToHost(kChildImageClicked, reinterpret_cast<WPARAM>(static_cast<IRadioBox*>(this)), 0);
+        return Handled::No;
+    }
+    enterState(RadioState::Press);
+    redraw();
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onLeftButtonUp(const PointerNotice& notice)
+{
+    if (!isDesignTime() && !m_isChecked)
+        if (const ComPtr<IVexRadioGroup> group = m_group)
+            group->SetRadio(this);
+    enterState(RadioState::Hot);
+    redraw();
+    raise(notice);
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onLeftDoubleClick(const PointerNotice&)
+{
+    redraw();
+    return Handled::Yes;
+}
+
+Handled CRadioBox::onSize()
+{
+    if (m_properties.autoSize.isEnabled())
+        fitToText(false);
+    return Handled::No;
+}
+
+Handled CRadioBox::onTimer(UINT_PTR id)
+{
+    if (m_blinkTimer == 0 || id != m_blinkTimer)
+        return Handled::No;
+    m_isBlinkOn = !m_isBlinkOn;
+    redraw();
+    return Handled::Yes;
+}
+
+// State and text ------------------------------------------------------------------------------------------------------
+
+void CRadioBox::redrawIf(VARIANT_BOOL asked)
+{
+    if (asked != VARIANT_FALSE)
+        redraw();
+}
+
+STDMETHODIMP CRadioBox::GetButtonState(VEX_RADIOBOXSTATE* result) noexcept
+{
+    return returning(result, [&] { return static_cast<VEX_RADIOBOXSTATE>(m_state); });
+}
+
+STDMETHODIMP CRadioBox::SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL redrawNow) noexcept
+{
+    if (!isRadioState(state))
+        return E_INVALIDARG;
+    return guarded([&] {
+        if (m_state == RadioState::Disable)
+            return S_FALSE;
+        m_state = static_cast<RadioState>(state);
+        redrawIf(redrawNow);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept
+{
+    return guarded([&] {
+        m_properties.text.set(text);
+        if (m_properties.autoSize.isEnabled())
+            fitToText(true);
+        redrawIf(redrawNow);
+    });
+}
+
+STDMETHODIMP CRadioBox::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
+STDMETHODIMP CRadioBox::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
+STDMETHODIMP CRadioBox::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
+STDMETHODIMP CRadioBox::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
+
+STDMETHODIMP CRadioBox::ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept
+{
+    const HRESULT status = store(m_properties.showText, show);
+    return status == S_OK ? guarded([&] { redrawIf(redrawNow); }) : status;
+}
+
+void CRadioBox::fitToText(bool forced)
+{
+    IVexControlBase* const inner = innerBase();
+    if (!inner)
+        return;
+    const Bstr text = m_properties.text.value();
+    const FittedTo now{static_cast<int>(text.view().size()), boxSize().width};
+    if (!forced && now == m_fitted)
+        return;
+    m_fitted = now;
+    const ComPtr<IVexTextStyle> style = currentLook().textStyle.style();
+    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), now.boxWidth);
+}
+
+STDMETHODIMP CRadioBox::SetData(std::int64_t data) noexcept
+{
+    m_data = data;
+    return S_OK;
+}
+
+STDMETHODIMP CRadioBox::GetData(std::int64_t* result) noexcept
+{
+    return returning(result, [&] { return m_data; });
+}
+
+// Blinking --------------------------------------------------------------------------------------------------------------
+
+STDMETHODIMP CRadioBox::StartBlink(short timerId, short intervalMs) noexcept
+{
+    return guarded([&] {
+        stopBlinkTimer();
+        m_isBlinkOn = true;
+        m_blinkTimer = static_cast<unsigned short>(timerId);
+        redraw();
+        if (host().window && m_blinkTimer != 0)
+            SetTimer(host().window, m_blinkTimer, static_cast<UINT>(std::max<short>(intervalMs, USER_TIMER_MINIMUM)), nullptr);
+    });
+}
+
+STDMETHODIMP CRadioBox::StopBlink() noexcept
+{
+    return guarded([&] {
+        stopBlinkTimer();
+        m_isBlinkOn = false;
+        redraw();
+    });
+}
+
+void CRadioBox::stopBlinkTimer()
+{
+    if (const UINT_PTR timer = std::exchange(m_blinkTimer, 0); timer != 0 && host().window)
+        KillTimer(host().window, timer);
+}
+
+} // namespace morvane

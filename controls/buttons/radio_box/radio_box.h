@@ -1,0 +1,157 @@
+// The radio box: one of a group, of which exactly one is checked. It can blink and carry a clickable picture at its edge.
+#pragma once
+
+#include "controls/buttons/radio_box/radio_box_properties.h"
+#include "controls/buttons/radio_box/radio_group.h"
+#include "frame/control.h"
+#include "frame/parts/frame_strip.h"
+#include "frame/parts/graphic_layout.h"
+#include "frame/parts/render_images.h"
+
+#include <string>
+#include <vector>
+
+namespace morvane {
+
+class CRadioBox : public Control<IRadioBox>, public RadioMember {
+public:
+    STDMETHODIMP SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP GetText(BSTR* result) noexcept override;
+    STDMETHODIMP GetButtonState(VEX_RADIOBOXSTATE* result) noexcept override;
+    STDMETHODIMP SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept override;
+    STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
+    STDMETHODIMP SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP GetValue(VEXRADIOBOX_VALUE* result) noexcept override;
+    STDMETHODIMP SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP IsUpDownMode(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
+    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
+    STDMETHODIMP SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP GetGraphicOffset(long* x, long* y) noexcept override;
+    STDMETHODIMP ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept override;
+    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP StartBlink(short timerId, short intervalMs) noexcept override;
+    STDMETHODIMP StopBlink() noexcept override;
+    STDMETHODIMP SetChildWndImage(BSTR path, short rightSpace, short offsetY) noexcept override;
+    STDMETHODIMP SetBlinkImage(BSTR path) noexcept override;
+    STDMETHODIMP SetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                              VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR color,
+                              VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR* result) noexcept override;
+    STDMETHODIMP SetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                             VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                                  VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept override;
+    STDMETHODIMP SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t bitmap,
+                                VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t* result) noexcept override;
+    STDMETHODIMP SetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle* style,
+                              VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle** result) noexcept override;
+    STDMETHODIMP SetBackDrawColor(VARIANT_BOOL drawColor) noexcept override;
+    STDMETHODIMP GetBackDrawColor(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetData(std::int64_t data) noexcept override;
+    STDMETHODIMP GetData(std::int64_t* result) noexcept override;
+    STDMETHODIMP SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGraphicSize(long* width, long* height) noexcept override;
+    STDMETHODIMP SetGroupID(long id, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetGroupID(long* result) noexcept override;
+    STDMETHODIMP GetGroup(IVexRadioGroup** result) noexcept override;
+
+    // RadioMember
+    IRadioBox& box() override { return *this; }
+    void changeValue(bool isChecked) override;
+    void enteredGroup(CVexRadioGroup& group, const std::wstring& name) override;
+    void leftGroup(CVexRadioGroup& group) override;
+
+    void* findInterface(REFIID iid) noexcept;
+
+protected:
+    const ControlInfo& info() const noexcept override;
+    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
+    void render(IVexRenderDC& dc) override;
+    HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
+    void releaseHostObjects() override;
+
+    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    Handled onFinalCreate() override;
+    Handled onAccessConfigured(bool isRead) override;
+    Handled onDestroying() override;
+    Handled onEnableObject(const EnableNotice& notice) override;
+    Handled onMouseEnter(const PointerNotice& notice) override;
+    Handled onMouseLeave(const PointerNotice& notice) override;
+    Handled onLeftButtonDown(const PointerNotice& notice) override;
+    Handled onLeftButtonUp(const PointerNotice& notice) override;
+    Handled onLeftDoubleClick(const PointerNotice& notice) override;
+    Handled onDrawPreview() override { return Handled::No; }
+    Handled onSize() override;
+    Handled onTimer(UINT_PTR id) override;
+
+private:
+    using Look = RadioBoxProperties::Look;
+
+    /// An application's bitmap and what is drawn of it.
+    struct GraphicBitmap {
+        std::int64_t handle = 0;
+        RenderImageSlot image; // made when it is first drawn
+    };
+
+    /// The clickable picture at the right edge.
+    struct ChildImage {
+        bool isSet = false;
+        bool hasMouse = false;
+        ComPtr<IVexPicture> picture;
+        short rightSpace = 0;
+        short offsetY = 0;
+    };
+
+    struct FittedTo {
+        int textLength = -1;
+        int boxWidth = 0;
+        friend bool operator==(const FittedTo&, const FittedTo&) = default;
+    };
+
+    std::size_t currentIndex() const { return radioLookIndex(static_cast<int>(m_state), m_isChecked); }
+    Look& currentLook() { return m_properties.looks[currentIndex()]; }
+    /// The look of an interface method's indexes; null for a state that does not exist.
+    Look* lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked);
+
+    void enterState(RadioState state);
+    void redrawIf(VARIANT_BOOL asked);
+    void joinGroup();
+    ComPtr<IVexRadioGroup> groupOfSiblings(ISkinObjResBase& parent, long id);
+    void leaveGroups();
+    void fitToText(bool forced);
+    void stopBlinkTimer();
+    Rect childImageRect(const Rect& control) const;
+
+    void settleState();
+    bool showsBlinkPicture() const { return m_isBlinkOn && m_blinkPicture; }
+    Size boxSize();
+    Rect textRect(const Rect& control);
+    Rect graphicRect(const Rect& control, Size natural) const;
+    GraphicPlacement graphicPlacement() const;
+    void drawBackground(IVexRenderDC& dc, const Rect& control);
+    void drawGraphic(IVexRenderDC& dc, const Rect& control);
+
+    RadioBoxProperties m_properties;
+    RadioState m_state = RadioState::Normal;
+    bool m_isChecked = false;
+    ComPtr<IVexRadioGroup> m_group; // the group the box joined
+    std::vector<std::pair<CVexRadioGroup*, std::wstring>> m_memberships; // every group it is in, with its name there
+    bool m_isBlinkOn = false;
+    UINT_PTR m_blinkTimer = 0;
+    ComPtr<IVexPicture> m_blinkPicture;
+    ChildImage m_child;
+    FrameStrip m_strip;
+    std::array<GraphicBitmap, 2 * kRadioStateCount> m_bitmaps; // by radioLookIndex
+    std::int64_t m_data = 0; // the application's
+    FittedTo m_fitted;
+};
+
+} // namespace morvane

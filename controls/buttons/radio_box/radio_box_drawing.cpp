@@ -1,0 +1,156 @@
+// The radio box's looks, from value and state to drawing calls, on render devices and on device contexts.
+#include "controls/buttons/radio_box/radio_box.h"
+
+#include "frame/parts/box_layout.h"
+#include "frame/parts/dc_drawing.h"
+
+namespace morvane {
+
+namespace {
+
+/// A section that shows a whole picture, for the length of one drawing.
+class WholePicture {
+public:
+    explicit WholePicture(IVexPicture& picture) : m_section(temporarySection(picture, Rect::at({}, pictureSize(&picture)))) {}
+    WholePicture(const WholePicture&) = delete;
+    WholePicture& operator=(const WholePicture&) = delete;
+    ~WholePicture()
+    {
+        if (m_section)
+            m_section->put_ImageObj(nullptr);
+    }
+    IVexImageBase* get() const { return m_section.get(); }
+
+private:
+    ComPtr<IVexImageBase> m_section;
+};
+
+void drawPicture(IVexRenderDC& dc, IVexPicture& picture, const Rect& rect)
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    const WholePicture section(picture);
+    if (section.get())
+        section.get()->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
+}
+
+void drawPicture(const DcPainter& painter, IVexPicture& picture, const Rect& rect)
+{
+    const WholePicture section(picture);
+    if (section.get())
+        painter.drawSection(*section.get(), rect);
+}
+
+} // namespace
+
+/// A pointer that left without the framework's word leaves the state behind.
+void CRadioBox::settleState()
+{
+    if (!isMouseOver())
+        enterState(RadioState::Normal);
+}
+
+Size CRadioBox::boxSize() { return currentLook().box.sectionRect().size(); }
+
+Rect CRadioBox::textRect(const Rect& control)
+{
+    return m_properties.isStacked.isSet() ? control : textBesideBox(control, boxSize().width, isMirrored());
+}
+
+GraphicPlacement CRadioBox::graphicPlacement() const
+{
+    return {m_properties.isStacked.isSet(), m_properties.isRightAligned.isSet(), m_properties.graphicX.value(),
+            m_properties.graphicY.value()};
+}
+
+Rect CRadioBox::graphicRect(const Rect& control, Size natural) const
+{
+    const Size wanted{m_properties.graphicWidth.value(), m_properties.graphicHeight.value()};
+    return placeGraphic(graphicPlacement(), control, wanted.isEmpty() ? natural : wanted);
+}
+
+Rect CRadioBox::childImageRect(const Rect& control) const
+{
+    const Size size = pictureSize(m_child.picture.get());
+    return Rect::at({control.right - m_child.rightSpace - size.width, control.top + m_child.offsetY}, size);
+}
+
+void CRadioBox::drawBackground(IVexRenderDC& dc, const Rect& control)
+{
+    if (showsBlinkPicture())
+        drawPicture(dc, *m_blinkPicture, control);
+    else if (m_properties.drawsColor.isSet())
+        currentLook().color.fill(dc, control);
+    else
+        currentLook().back.draw(dc, control);
+}
+
+void CRadioBox::drawGraphic(IVexRenderDC& dc, const Rect& control)
+{
+    if (m_strip) {
+        m_strip.draw(dc, graphicRect(control, m_strip.frameSize()), static_cast<int>(m_state));
+        return;
+    }
+    GraphicBitmap& bitmap = m_bitmaps[currentIndex()];
+    if (bitmap.handle != 0) {
+        if (!bitmap.image)
+            bitmap.image.makeFromHandle(host(), bitmap.handle, VEX_PT_BMP);
+        bitmap.image.draw(dc, graphicRect(control, bitmap.image.size()));
+        return;
+    }
+    const ImageProp& section = currentLook().graphics;
+    if (section.hasPicture())
+        section.draw(dc, graphicRect(control, section.imageSize()));
+}
+
+void CRadioBox::render(IVexRenderDC& dc)
+{
+    settleState();
+    const Rect control = ownRect();
+    drawBackground(dc, control);
+    currentLook().box.draw(dc, placeBox(control, boxSize(), isMirrored()));
+    drawGraphic(dc, control);
+    const Bstr text = m_properties.text.value();
+    if (!text.empty() && m_properties.showText.isSet())
+        currentLook().textStyle.draw(dc, textRect(control), text);
+    if (m_child.isSet && m_child.picture)
+        drawPicture(dc, *m_child.picture, childImageRect(control));
+    drawFocusMark(dc);
+}
+
+HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
+{
+    if (!objectDraw || !result)
+        return E_POINTER;
+    settleState();
+    const DcPainter painter(*objectDraw);
+    const Rect control = ownRect();
+    Look& look = currentLook();
+
+    if (showsBlinkPicture())
+        drawPicture(painter, *m_blinkPicture, control);
+    else if (m_properties.drawsColor.isSet())
+        painter.fillColor(look.color.value(), control);
+    else if (const ComPtr<IVexImageBase> back = look.back.section())
+        painter.drawSection(*back, control);
+
+    if (const ComPtr<IVexImageBase> box = look.box.section())
+        painter.drawSection(*box, placeBox(control, boxSize(), isMirrored()));
+
+    const auto bitmap = reinterpret_cast<HBITMAP>(m_bitmaps[currentIndex()].handle);
+    const ComPtr<IVexImageBase> graphics = look.graphics.section();
+    if (bitmap)
+        painter.drawAlphaBitmap(bitmap, graphicRect(control, bitmapSize(bitmap)));
+    else if (graphics && look.graphics.hasPicture())
+        painter.drawSection(*graphics, graphicRect(control, look.graphics.imageSize()));
+
+    const Bstr text = m_properties.text.value();
+    const ComPtr<IVexTextStyle> style = look.textStyle.style();
+    if (style && !text.empty() && m_properties.showText.isSet())
+        painter.drawText(*style, text, textRect(control));
+    if (m_child.isSet && m_child.picture)
+        drawPicture(painter, *m_child.picture, childImageRect(control));
+    *result = VARIANT_TRUE;
+    return S_OK;
+}
+
+} // namespace morvane

@@ -1,0 +1,204 @@
+// The radio box's pictures: per state and value, from files and from bitmaps.
+#include "controls/buttons/radio_box/radio_box.h"
+
+#include "frame/parts/property_access.h"
+
+namespace morvane {
+
+CRadioBox::Look* CRadioBox::lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked)
+{
+    return isRadioState(state) ? &m_properties.looks[radioLookIndex(state, checked != VARIANT_FALSE)] : nullptr;
+}
+
+namespace {
+
+/// Stores a value in one property of a look; E_INVALIDARG and false without one.
+template <class Look, class Property, class Set>
+HRESULT storeIn(Look* look, Property Look::*property, VARIANT_BOOL* result, Set set) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
+        if (!look)
+            return E_INVALIDARG;
+        set(look->*property);
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+template <class Look, class Property, class Out>
+HRESULT fetchFrom(Look* look, Property Look::*property, Out* result) noexcept
+{
+    return look ? fetch(look->*property, result) : refused(result);
+}
+
+} // namespace
+
+STDMETHODIMP CRadioBox::SetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                                     VARIANT_BOOL* result) noexcept
+{
+    return storeIn(lookAt(state, checked), &Look::back, result, [&](ImageProp& p) { p.setSection(section); });
+}
+
+STDMETHODIMP CRadioBox::GetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
+{
+    return fetchFrom(lookAt(state, checked), &Look::back, result);
+}
+
+STDMETHODIMP CRadioBox::SetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR color,
+                                     VARIANT_BOOL* result) noexcept
+{
+    return storeIn(lookAt(state, checked), &Look::color, result, [&](ColorProp& p) { p.set(color); });
+}
+
+STDMETHODIMP CRadioBox::GetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR* result) noexcept
+{
+    const Look* const look = lookAt(state, checked);
+    return look ? returning(result, [&] { return look->color.value(); }) : refused(result);
+}
+
+STDMETHODIMP CRadioBox::SetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                                    VARIANT_BOOL* result) noexcept
+{
+    return storeIn(lookAt(state, checked), &Look::box, result, [&](ImageProp& p) { p.setSection(section); });
+}
+
+STDMETHODIMP CRadioBox::GetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
+{
+    return fetchFrom(lookAt(state, checked), &Look::box, result);
+}
+
+STDMETHODIMP CRadioBox::SetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
+                                         VARIANT_BOOL* result) noexcept
+{
+    return storeIn(lookAt(state, checked), &Look::graphics, result, [&](ImageProp& p) { p.setSection(section); });
+}
+
+STDMETHODIMP CRadioBox::GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
+{
+    return fetchFrom(lookAt(state, checked), &Look::graphics, result);
+}
+
+STDMETHODIMP CRadioBox::SetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle* style,
+                                     VARIANT_BOOL* result) noexcept
+{
+    return storeIn(lookAt(state, checked), &Look::textStyle, result, [&](TextStyleProp& p) { p.setStyle(style); });
+}
+
+STDMETHODIMP CRadioBox::GetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle** result) noexcept
+{
+    return fetchFrom(lookAt(state, checked), &Look::textStyle, result);
+}
+
+STDMETHODIMP CRadioBox::SetBackDrawColor(VARIANT_BOOL drawColor) noexcept { return store(m_properties.drawsColor, drawColor); }
+STDMETHODIMP CRadioBox::GetBackDrawColor(VARIANT_BOOL* result) noexcept { return fetch(m_properties.drawsColor, result); }
+
+STDMETHODIMP CRadioBox::SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t bitmap,
+                                       VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
+        if (!isRadioState(state))
+            return E_INVALIDARG;
+        GraphicBitmap& place = m_bitmaps[radioLookIndex(state, checked != VARIANT_FALSE)];
+        place.image.destroy(host());
+        place.handle = bitmap; // the application's; it must outlive its use here
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::GetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t* result) noexcept
+{
+    if (!isRadioState(state))
+        return refused(result);
+    return returning(result, [&] { return m_bitmaps[radioLookIndex(state, checked != VARIANT_FALSE)].handle; });
+}
+
+STDMETHODIMP CRadioBox::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
+{
+    return guarded([&] {
+        if (!m_strip.load(path, count, horizontal == VARIANT_TRUE))
+            return S_FALSE;
+        m_properties.graphicX.set(x);
+        m_properties.graphicY.set(y);
+        if (m_properties.autoSize.isEnabled())
+            fitToText(true);
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::GetGraphicsFilePath(BSTR* result) noexcept
+{
+    return returning(result, [&] { return Bstr(m_strip.path()); });
+}
+
+STDMETHODIMP CRadioBox::SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawNow) noexcept
+{
+    const HRESULT status = store(m_properties.isStacked, stacked);
+    return status == S_OK ? guarded([&] { redrawIf(redrawNow); }) : status;
+}
+
+STDMETHODIMP CRadioBox::IsUpDownMode(VARIANT_BOOL* result) noexcept { return fetch(m_properties.isStacked, result); }
+
+STDMETHODIMP CRadioBox::SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept
+{
+    return guarded([&] {
+        m_properties.graphicX.set(static_cast<int>(x));
+        m_properties.graphicY.set(static_cast<int>(y));
+        redrawIf(redrawNow);
+    });
+}
+
+STDMETHODIMP CRadioBox::GetGraphicOffset(long* x, long* y) noexcept
+{
+    if (!x || !y)
+        return E_POINTER;
+    fetch(m_properties.graphicX, x);
+    return fetch(m_properties.graphicY, y);
+}
+
+STDMETHODIMP CRadioBox::SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) {
+        m_properties.graphicWidth.set(static_cast<int>(width));
+        m_properties.graphicHeight.set(static_cast<int>(height));
+        redrawIf(redrawNow);
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::GetGraphicSize(long* width, long* height) noexcept
+{
+    if (!width || !height)
+        return E_POINTER;
+    fetch(m_properties.graphicWidth, width);
+    return fetch(m_properties.graphicHeight, height);
+}
+
+STDMETHODIMP CRadioBox::SetChildWndImage(BSTR path, short rightSpace, short offsetY) noexcept
+{
+    return guarded([&] {
+        m_child.rightSpace = rightSpace;
+        m_child.offsetY = offsetY;
+        m_child.isSet = true;
+        m_child.hasMouse = false;
+        m_child.picture.reset();
+        m_child.picture = loadPicture(path);
+        if (!m_child.picture)
+            return S_FALSE;
+        redraw();
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CRadioBox::SetBlinkImage(BSTR path) noexcept
+{
+    return guarded([&] {
+        m_blinkPicture.reset();
+        m_blinkPicture = loadPicture(path);
+        return m_blinkPicture ? S_OK : S_FALSE;
+    });
+}
+
+} // namespace morvane

@@ -1,0 +1,139 @@
+#include "controls/buttons/radio_box/radio_group.h"
+
+#include <map>
+#include <utility>
+
+namespace morvane {
+
+namespace {
+
+constexpr UINT kGroupSelectionChanged = 3025;
+
+/// The groups of the module under root object and number. A group is entered while it lives: a kept one would name a
+/// window and a root that are gone, and hold the module in memory.
+class GroupRegistry {
+public:
+    using Key = std::pair<IUnknown*, long>;
+
+    CVexRadioGroup* find(const Key& key)
+    {
+        const auto found = m_groups.find(key);
+        return found == m_groups.end() ? nullptr : found->second;
+    }
+    void enter(const Key& key, CVexRadioGroup& group) { m_groups[key] = &group; }
+    void leave(const Key& key, const CVexRadioGroup& group)
+    {
+        const auto found = m_groups.find(key);
+        if (found != m_groups.end() && found->second == &group)
+            m_groups.erase(found);
+    }
+
+private:
+    std::map<Key, CVexRadioGroup*> m_groups;
+};
+
+/// Used on the user-interface thread only, like everything it names.
+GroupRegistry& registry()
+{
+    static GroupRegistry groups;
+    return groups;
+}
+
+std::wstring nameOf(IRadioBox& box)
+{
+    Bstr name;
+    box.GetName(name.put());
+    return name.str();
+}
+
+ComPtr<RadioMember> memberOf(IRadioBox& box)
+{
+    ComPtr<RadioMember> member;
+    box.QueryInterface(kRadioMemberIid, member.putVoid());
+    return member;
+}
+
+} // namespace
+
+ComPtr<IVexRadioGroup> CVexRadioGroup::find(IUnknown* root, long id)
+{
+    return ComPtr<IVexRadioGroup>(registry().find({root, id}));
+}
+
+ComPtr<IVexRadioGroup> CVexRadioGroup::make(IUnknown* root, long id, HWND window)
+{
+    const auto object = Instance<CVexRadioGroup>::make();
+    CVexRadioGroup& group = *object;
+    group.m_id = id;
+    group.m_window = window;
+    group.m_root = root;
+    registry().enter({root, id}, group);
+    return object;
+}
+
+void CVexRadioGroup::finalRelease()
+{
+    registry().leave({m_root, m_id}, *this);
+    m_members.forEach([this](RadioMember* member) { member->leftGroup(*this); });
+}
+
+STDMETHODIMP CVexRadioGroup::GetID(long* result) noexcept
+{
+    return returning(result, [&] { return m_id; });
+}
+
+STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
+{
+    if (!box)
+        return S_FALSE;
+    return guarded([&]() -> HRESULT {
+        const ComPtr<RadioMember> member = memberOf(*box);
+        if (!member)
+            return E_NOINTERFACE; // nobody would tell when it goes
+        const std::wstring name = nameOf(*box);
+        if (!m_members.add(name, member.get()))
+            return S_FALSE;
+        member->enteredGroup(*this, name);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexRadioGroup::RemoveObject(BSTR name) noexcept
+{
+    return guarded([&] {
+        RadioMember* const member = m_members.remove(std::wstring(viewOf(name)));
+        if (!member)
+            return S_FALSE;
+        member->leftGroup(*this);
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
+{
+    if (!box)
+        return S_FALSE;
+    return guarded([&] {
+        const ComPtr<RadioMember> member(m_members.find(nameOf(*box)));
+        if (!member)
+            return S_OK;
+        const ComPtr<IVexRadioGroup> hold(this); // the host may take boxes and group apart
+        // A box that is current already is unchecked and checked again, and the host hears of it again.
+        const ComPtr<RadioMember> former(m_members.makeCurrent(member.get()));
+        if (former)
+            former->changeValue(false);
+        member->changeValue(true);
+        SendMessageW(m_window, kGroupSelectionChanged, static_cast<WPARAM>(m_id), reinterpret_cast<LPARAM>(&member->box()));
+        return S_OK;
+    });
+}
+
+STDMETHODIMP CVexRadioGroup::GetRadio(IRadioBox** result) noexcept
+{
+    return returning(result, [&] {
+        RadioMember* const current = m_members.current();
+        return current ? ComPtr<IRadioBox>(&current->box()) : ComPtr<IRadioBox>();
+    });
+}
+
+} // namespace morvane

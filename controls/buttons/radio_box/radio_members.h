@@ -1,0 +1,53 @@
+// Who belongs to a radio group and which member is checked.
+#pragma once
+
+#include <map>
+#include <string>
+#include <utility>
+
+namespace morvane {
+
+/// Members under their names, in the order of the names, and at most one of them current. Members are borrowed.
+template <class Member>
+class RadioMembers {
+public:
+    /// False when a member of that name is there already.
+    bool add(std::wstring name, Member* member) { return m_members.emplace(std::move(name), member).second; }
+
+    Member* find(const std::wstring& name) const
+    {
+        const auto found = m_members.find(name);
+        return found == m_members.end() ? nullptr : found->second;
+    }
+
+    /// The member that left, null when there is none of that name. One that was current leaves the group without any.
+    Member* remove(const std::wstring& name)
+    {
+        const auto found = m_members.find(name);
+        if (found == m_members.end())
+            return nullptr;
+        Member* const member = found->second;
+        m_members.erase(found);
+        if (m_current == member)
+            m_current = nullptr;
+        return member;
+    }
+
+    /// Makes a member current and gives the one that was, which may be the same.
+    Member* makeCurrent(Member* member) { return std::exchange(m_current, member); }
+    Member* current() const { return m_current; }
+    bool isEmpty() const { return m_members.empty(); }
+
+    template <class Visitor>
+    void forEach(Visitor visit) const
+    {
+        for (const auto& [name, member] : m_members)
+            visit(member);
+    }
+
+private:
+    std::map<std::wstring, Member*> m_members;
+    Member* m_current = nullptr;
+};
+
+} // namespace morvane

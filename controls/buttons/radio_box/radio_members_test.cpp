@@ -1,0 +1,37 @@
+#include "controls/buttons/radio_box/radio_members.h"
+
+#include <gtest/gtest.h>
+
+using namespace morvane;
+
+namespace {
+struct Box {};
+} // namespace
+
+TEST(RadioMembersTest, ANameStandsForOneMember)
+{
+    Box first;
+    Box second;
+    RadioMembers<Box> members;
+    EXPECT_TRUE(members.add(L"Radio1", &first));
+    EXPECT_FALSE(members.add(L"Radio1", &second));
+    EXPECT_EQ(members.find(L"Radio1"), &first);
+    EXPECT_EQ(members.find(L"Radio2"), nullptr);
+}
+
+TEST(RadioMembersTest, TheCurrentMemberLeavesTheGroupWithoutOne)
+{
+    Box first;
+    Box second;
+    RadioMembers<Box> members;
+    members.add(L"Radio1", &first);
+    members.add(L"Radio2", &second);
+    EXPECT_EQ(members.makeCurrent(&first), nullptr);
+    EXPECT_EQ(members.makeCurrent(&second), &first);
+    EXPECT_EQ(members.remove(L"Radio1"), &first);
+    EXPECT_EQ(members.current(), &second);
+    EXPECT_EQ(members.remove(L"Radio2"), &second);
+    EXPECT_EQ(members.current(), nullptr);
+    EXPECT_EQ(members.remove(L"Radio2"), nullptr);
+    EXPECT_TRUE(members.isEmpty());
+}
