@@ -22,8 +22,8 @@ function(morvane_idl_header source header)
     file(MAKE_DIRECTORY ${dir})
     if(MSVC)
         set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR}
-                    /I ${PROJECT_SOURCE_DIR}/host/idl /I ${MORVANE_IDL_OUT} /h ${out}.new /iid nul /proxy nul /dlldata nul
-                    /notlb ${source})
+                    /I ${PROJECT_SOURCE_DIR}/host/idl /I ${MORVANE_IDL_OUT} /h ${out}.new /iid nul /proxy nul
+                    /dlldata nul /notlb ${source})
     else()
         set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -h -o ${out}.new ${source})
     endif()
@@ -41,8 +41,8 @@ function(morvane_idl_typelib source library)
     cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
     set(out ${MORVANE_IDL_OUT}/${library})
     if(MSVC)
-        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /I ${MORVANE_IDL_OUT} /tlb ${out} /h nul /iid nul
-                    /proxy nul /dlldata nul ${source})
+        set(command ${MORVANE_MIDL} /nologo /env x64 /I ${PROJECT_SOURCE_DIR} /I ${MORVANE_IDL_OUT} /tlb ${out} /h nul
+                    /iid nul /proxy nul /dlldata nul ${source})
     else()
         set(command ${MORVANE_WIDL} ${MORVANE_WIDL_FLAGS} -t -o ${out} ${source})
     endif()
@@ -68,8 +68,8 @@ function(morvane_idl_identifiers source file)
         COMMENT "Interface identifiers ${file}" VERBATIM)
 endfunction()
 
-# morvane_idl_marshalling(source stem DEPENDS ...): proxies and stubs (<stem>_p.c) for the interfaces of an IDL file, and
-# the list that names them to the run-time (<stem>_dlldata.c). The code includes the file's header by its bare name.
+# morvane_idl_marshalling(source stem DEPENDS ...): proxies and stubs (<stem>_p.c) for the interfaces of an IDL file,
+# and the list that names them to the run-time (<stem>_dlldata.c). The code includes the file's header by its bare name.
 function(morvane_idl_marshalling source stem)
     cmake_parse_arguments(arg "" "" "DEPENDS" ${ARGN})
     set(out ${MORVANE_IDL_OUT}/${stem})

@@ -37,8 +37,8 @@ public:
     ClassObjects& operator=(const ClassObjects&) = delete;
     ~ClassObjects();
 
-    /// An interface of the class object of `clsid`; the first entry of the table serves a class that stands there twice.
-    /// CLASS_E_CLASSNOTAVAILABLE for unknown classes and for those that are not built.
+    /// An interface of the class object of `clsid`; the first entry of the table serves a class that stands there
+    /// twice. CLASS_E_CLASSNOTAVAILABLE for unknown classes and for those that are not built.
     HRESULT find(REFCLSID clsid, REFIID iid, void** result);
 
 private:

@@ -14,8 +14,8 @@ using CreateInstanceFunction = HRESULT (*)(IUnknown* outer, REFIID iid, void** r
 struct ComponentClass {
     const wchar_t* name;
     CLSID clsid;
-    UINT script; // number of the REGISTRY resource with its registration script
-    bool inToolbox; // designers offer it as a stand-alone control
+    UINT script;                   // number of the REGISTRY resource with its registration script
+    bool inToolbox;                // designers offer it as a stand-alone control
     CreateInstanceFunction create; // null while the component is not built: the class is then not available
 };
 

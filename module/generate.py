@@ -63,7 +63,7 @@ def check(table, classes):
             sys.exit(f"class_table.toml: {what}: {values}")
 
 
-# --- IDL ---------------------------------------------------------------------------------------------------------------
+# --- IDL --------------------------------------------------------------------------------------------------------------
 
 def controls_idl(classes, fragments):
     forward = "\n".join(f"interface {c.interface};" for c in classes)
@@ -146,7 +146,7 @@ def coclasses_idl(classes):
     return GENERATED + "\n" + "\n".join(events + [coclass(c) for c in classes])
 
 
-# --- Registration scripts ----------------------------------------------------------------------------------------------
+# --- Registration scripts ---------------------------------------------------------------------------------------------
 
 def class_script(c):
     return f"""HKCR
@@ -208,7 +208,7 @@ def registration_rc(numbers):
     return GENERATED + "\n".join(['1 TYPELIB "morvane.tlb"'] + lines) + "\n"
 
 
-# --- C++ ---------------------------------------------------------------------------------------------------------------
+# --- C++ --------------------------------------------------------------------------------------------------------------
 
 def guid_literal(text):
     a, b, c, d, e = text.split("-")
@@ -249,7 +249,7 @@ std::span<const ComponentClass> classTable() noexcept {{ return kClasses; }}
 """
 
 
-# --- Files -------------------------------------------------------------------------------------------------------------
+# --- Files ------------------------------------------------------------------------------------------------------------
 
 def write(path, text, encoding="utf-8"):
     data = text.encode(encoding)

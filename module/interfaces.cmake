@@ -3,7 +3,8 @@
 find_package(Python3 3.11 REQUIRED COMPONENTS Interpreter)
 
 set(MODULE_OUT ${MORVANE_IDL_OUT}/module)
-file(GLOB_RECURSE control_fragments RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/controls/*.idl)
+file(GLOB_RECURSE control_fragments RELATIVE ${PROJECT_SOURCE_DIR} CONFIGURE_DEPENDS
+    ${PROJECT_SOURCE_DIR}/controls/*.idl)
 file(GLOB host_fragments CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/host/idl/*.idl)
 list(TRANSFORM control_fragments PREPEND ${PROJECT_SOURCE_DIR}/ OUTPUT_VARIABLE control_fragment_paths)
 
@@ -30,7 +31,8 @@ morvane_idl_identifiers(${PROJECT_SOURCE_DIR}/host/idl/host.idl module/host_iden
 # The interface compiler spells the import of host.idl as this include.
 file(CONFIGURE OUTPUT ${MORVANE_IDL_OUT}/host.h CONTENT "#include \"host/host.h\"\n")
 
-# Linked by every control: "controls/control_interfaces.h" declares all control interfaces, event interfaces and classes.
+# Linked by every control: "controls/control_interfaces.h" declares all control interfaces, event interfaces and
+# classes.
 add_custom_target(morvane_control_headers DEPENDS ${MORVANE_IDL_OUT}/controls/control_interfaces.h)
 add_library(morvane_control_interfaces INTERFACE)
 target_link_libraries(morvane_control_interfaces INTERFACE morvane_host)

@@ -6,7 +6,10 @@ add_library(morvane_marshalling STATIC
     ${MORVANE_IDL_OUT}/module/control_identifiers.c
     ${MORVANE_IDL_OUT}/module/host_identifiers.c
     ${MORVANE_IDL_OUT}/module/marshalling_dlldata.c)
-target_include_directories(morvane_marshalling PRIVATE ${PROJECT_SOURCE_DIR} ${MORVANE_IDL_OUT} ${MORVANE_IDL_OUT}/controls)
+target_include_directories(morvane_marshalling PRIVATE
+    ${PROJECT_SOURCE_DIR}
+    ${MORVANE_IDL_OUT}
+    ${MORVANE_IDL_OUT}/controls)
 target_compile_definitions(morvane_marshalling PRIVATE ENTRY_PREFIX=Prx REGISTER_PROXY_DLL PROXY_DELEGATION
                                                        USE_COMPILER_EXCEPTIONS _WIN32_WINNT=0x0A00)
 if(MSVC)
@@ -57,9 +60,13 @@ target_link_libraries(morvane PRIVATE morvane_module morvane_marshalling rpcrt4)
 if(TARGET morvane_resources)
     target_link_libraries(morvane PRIVATE morvane_resources)
 endif()
-set_target_properties(morvane PROPERTIES OUTPUT_NAME Morvane PREFIX "" LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set_target_properties(morvane PROPERTIES
+    OUTPUT_NAME Morvane
+    PREFIX ""
+    LIBRARY_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
 set_source_files_properties(${MODULE_OUT}/registration.rc PROPERTIES
-    OBJECT_DEPENDS "${MODULE_OUT}/morvane.tlb;${CMAKE_CURRENT_SOURCE_DIR}/class_table.toml;${CMAKE_CURRENT_SOURCE_DIR}/generate.py")
+    OBJECT_DEPENDS "${MODULE_OUT}/morvane.tlb;${CMAKE_CURRENT_LIST_DIR}/class_table.toml;${CMAKE_CURRENT_LIST_DIR}/generate.py")
 
-morvane_windows_tests(SOURCES module_test.cpp registration_test.cpp LINKS morvane_control_interfaces morvane_com)
+morvane_windows_tests(SOURCES module_test.cpp registration_test.cpp LINKS morvane_control_interfaces morvane_com
+    morvane_registration)
 add_dependencies(windows_tests morvane)

@@ -14,7 +14,10 @@ constexpr CLSID kOtherMonthDate{0x35F75BB6, 0x0D82, 0x45DD, {0xB0, 0x67, 0x0B, 0
 constexpr CLSID kListControlItem{0xC5F79C22, 0x52AB, 0x484C, {0x9D, 0xB8, 0xAF, 0x58, 0x38, 0x21, 0xDF, 0x09}};
 constexpr CLSID kStranger{0x12345678, 0x0D82, 0x45DD, {0, 1, 2, 3, 4, 5, 6, 7}};
 
-const CLSID& commandButton() { return iidOf<::CmdButton>(); }
+const CLSID& commandButton()
+{
+    return iidOf<::CmdButton>();
+}
 
 /// An outer object that knows only itself and counts what it is asked for.
 class Outer final : public IUnknown {
@@ -167,7 +170,8 @@ TEST_F(ModuleTest, TheLibrarysHelpTextReadsRightWhereItsLanguageIsSpoken)
     const std::string_view resource(bytes, SizeofResource(module.handle(), place));
     constexpr UINT kGbk = 936;
     char help[64] = "";
-    const int length = WideCharToMultiByte(kGbk, 0, L"Morvane 3.0 \u7C7B\u578B\u5E93", -1, help, sizeof help, nullptr, nullptr);
+    const int length =
+        WideCharToMultiByte(kGbk, 0, L"Morvane 3.0 \u7C7B\u578B\u5E93", -1, help, sizeof help, nullptr, nullptr);
     ASSERT_EQ(length, 19); // 12 letters, three characters of two bytes, the end
     EXPECT_NE(resource.find(help), std::string_view::npos);
 }

@@ -1,5 +1,5 @@
-/* Included before the generated proxies: delegation to a base interface's proxy needs these from the RPC library, and our
-   interface compiler's run-time header does not declare them. */
+/* Included before the generated proxies: delegation to a base interface's proxy needs these from the RPC library, and
+   our interface compiler's run-time header does not declare them. */
 #pragma once
 
 #include <objbase.h>

@@ -1,4 +1,5 @@
 #include "module/loaded_module.h"
+#include "module/registration/script.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -69,7 +70,8 @@ std::vector<std::wstring> keysBelow(const wchar_t* path)
     return names;
 }
 
-std::optional<std::wstring> classValue(const std::wstring& clsid, const std::wstring& key, const wchar_t* name = nullptr)
+std::optional<std::wstring> classValue(const std::wstring& clsid, const std::wstring& key,
+                                       const wchar_t* name = nullptr)
 {
     return valueAt(L"CLSID\\" + clsid + key, name);
 }
@@ -113,14 +115,20 @@ TEST_F(RegistrationTest, WritesEverythingThatAClassNeeds)
 
 TEST_F(RegistrationTest, KeepsTheValuesInWhichScriptsDiffer)
 {
-    EXPECT_EQ(classValue(L"{8110881D-CA4F-43E0-99B1-0D0B9F15F364}", L"\\TypeLib"), L"{862A4A30-BC21-4878-87A6-52BADFBA4208}");
-    EXPECT_EQ(classValue(L"{BD596601-105D-4471-BDF4-6C0DCB9169E7}", L"\\TypeLib"), L"{CB0AEE82-AE74-4FB9-AFAD-09D2CA6411E6}");
-    EXPECT_EQ(classValue(L"{461A39B7-B543-450E-A7BD-400333139322}", L"\\TypeLib"), L"{1F9C6358-218E-4E55-9FD2-47DCB2F6998C}");
-    EXPECT_EQ(classValue(L"{1EACE0BE-11AD-4868-8B6E-85B0A8E264C5}", L"\\TypeLib"), L"{4D06A261-B986-4A58-8E11-4988A575D314}");
-    EXPECT_EQ(classValue(L"{15BE03C8-3E96-4355-8B1C-2EC1AA1F1D50}", L"\\TypeLib"), L"{FD195CBF-B619-4D23-88C7-556670174455}");
+    EXPECT_EQ(classValue(L"{8110881D-CA4F-43E0-99B1-0D0B9F15F364}", L"\\TypeLib"),
+              L"{862A4A30-BC21-4878-87A6-52BADFBA4208}");
+    EXPECT_EQ(classValue(L"{BD596601-105D-4471-BDF4-6C0DCB9169E7}", L"\\TypeLib"),
+              L"{CB0AEE82-AE74-4FB9-AFAD-09D2CA6411E6}");
+    EXPECT_EQ(classValue(L"{461A39B7-B543-450E-A7BD-400333139322}", L"\\TypeLib"),
+              L"{1F9C6358-218E-4E55-9FD2-47DCB2F6998C}");
+    EXPECT_EQ(classValue(L"{1EACE0BE-11AD-4868-8B6E-85B0A8E264C5}", L"\\TypeLib"),
+              L"{4D06A261-B986-4A58-8E11-4988A575D314}");
+    EXPECT_EQ(classValue(L"{15BE03C8-3E96-4355-8B1C-2EC1AA1F1D50}", L"\\TypeLib"),
+              L"{FD195CBF-B619-4D23-88C7-556670174455}");
 
     EXPECT_EQ(classValue(L"{1EACE0BE-11AD-4868-8B6E-85B0A8E264C5}", L"\\InprocServer32", L"ThreadingModel"), L"Both");
-    EXPECT_EQ(classValue(L"{4F3BDA34-5DB9-4E85-B415-40E5288E52A9}", L"\\InprocServer32", L"ThreadingModel"), L"Apartment");
+    EXPECT_EQ(classValue(L"{4F3BDA34-5DB9-4E85-B415-40E5288E52A9}", L"\\InprocServer32", L"ThreadingModel"),
+              L"Apartment");
 
     EXPECT_EQ(classValue(L"{AA5F6FA9-4983-4FC8-A8AB-2A98AB6CBB6E}", L""), L"VexScrollBar class");
     EXPECT_EQ(classValue(L"{4F3BDA34-5DB9-4E85-B415-40E5288E52A9}", L""), L"VexCalendar class");
@@ -160,6 +168,20 @@ TEST_F(RegistrationTest, TheTypeLibraryIsRegisteredWithTheModulesFolderForHelp)
     const std::wstring library = L"TypeLib\\{FD195CBF-B619-4D23-88C7-556670174455}\\3.0";
     EXPECT_EQ(valueAt(library + L"\\804\\win64"), path);
     EXPECT_EQ(valueAt(library + L"\\HELPDIR"), path.substr(0, path.rfind(L'\\')));
+}
+
+TEST(RegistrationScriptsTest, SparesThatNoClassRunsAreThereAndCanBeRead)
+{
+    const LoadedModule module;
+    const registration::Replacements replacements{{u"MODULE", u"C:\\Morvane.dll"}, {u"APPID", u"{0}"}};
+    for (const int id : {1501, 2125, 1000, 1002, 1003, 1004, 1005, 1006, 1007, 1013, 1014,
+                         1015, 1016, 1017, 1018, 2133, 2136, 3198, 1506, 1548, 1549, 1550}) {
+        const HRSRC place = FindResourceW(module.handle(), MAKEINTRESOURCEW(id), L"REGISTRY");
+        ASSERT_NE(place, nullptr) << id;
+        const auto* bytes = static_cast<const char*>(LockResource(LoadResource(module.handle(), place)));
+        const std::u16string text(bytes, bytes + SizeofResource(module.handle(), place));
+        EXPECT_EQ(registration::parseScript(text, replacements).size(), 1u) << id;
+    }
 }
 
 TEST(RegistrationCycleTest, UnregistrationTakesBackWhatTwoRegistrationsWrote)

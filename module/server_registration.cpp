@@ -17,9 +17,15 @@ using registration::Removal;
 
 constexpr const wchar_t* kScriptType = L"REGISTRY";
 
-HRESULT lastError() noexcept { return HRESULT_FROM_WIN32(GetLastError()); }
+HRESULT lastError() noexcept
+{
+    return HRESULT_FROM_WIN32(GetLastError());
+}
 
-std::u16string utf16(std::wstring_view text) { return {text.begin(), text.end()}; }
+std::u16string utf16(std::wstring_view text)
+{
+    return {text.begin(), text.end()};
+}
 
 std::u16string braced(const GUID& id)
 {
@@ -74,8 +80,8 @@ HRESULT runInRegistry(const registration::Script& script, Mode mode)
     }
 }
 
-/// The category of a toolbox class below its class key. A class whose script writes another identifier has no class key:
-/// nothing is made for it.
+/// The category of a toolbox class below its class key. A class whose script writes another identifier has no class
+/// key: nothing is made for it.
 HRESULT runCategory(const ComponentClass& component, Mode mode)
 {
     if (!component.inToolbox)

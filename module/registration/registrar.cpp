@@ -21,7 +21,8 @@ void restoreTree(KeyStore& store, const KeyPath& key, const StoredKey& content)
         restoreTree(store, key / name, below);
 }
 
-/// Changes the store and remembers how to take each change back. Without commit() the destructor takes all of them back.
+/// Changes the store and remembers how to take each change back. Without commit() the destructor takes all of them
+/// back.
 class Transaction {
 public:
     explicit Transaction(KeyStore& store) : m_store(store) {}

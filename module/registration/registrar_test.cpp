@@ -23,7 +23,10 @@ constexpr std::u16string_view kClassScript = uR"(HKCR
     }
 })";
 
-StoredValue text(std::u16string_view value) { return encode(std::u16string(value)); }
+StoredValue text(std::u16string_view value)
+{
+    return encode(std::u16string(value));
+}
 
 /// A registry in which a stranger's class and an older registration of ours already stand.
 void fill(MemoryKeyStore& store)

@@ -10,18 +10,28 @@ void require(LSTATUS status)
         throw StoreError{static_cast<std::uint32_t>(status)};
 }
 
-std::wstring wide(std::u16string_view text) { return {text.begin(), text.end()}; }
+std::wstring wide(std::u16string_view text)
+{
+    return {text.begin(), text.end()};
+}
 
 HKEY handleOf(Root root) noexcept
 {
     switch (root) {
-    case Root::ClassesRoot: return HKEY_CLASSES_ROOT;
-    case Root::CurrentUser: return HKEY_CURRENT_USER;
-    case Root::LocalMachine: return HKEY_LOCAL_MACHINE;
-    case Root::Users: return HKEY_USERS;
-    case Root::PerformanceData: return HKEY_PERFORMANCE_DATA;
-    case Root::DynamicData: return HKEY_DYN_DATA;
-    case Root::CurrentConfig: return HKEY_CURRENT_CONFIG;
+    case Root::ClassesRoot:
+        return HKEY_CLASSES_ROOT;
+    case Root::CurrentUser:
+        return HKEY_CURRENT_USER;
+    case Root::LocalMachine:
+        return HKEY_LOCAL_MACHINE;
+    case Root::Users:
+        return HKEY_USERS;
+    case Root::PerformanceData:
+        return HKEY_PERFORMANCE_DATA;
+    case Root::DynamicData:
+        return HKEY_DYN_DATA;
+    case Root::CurrentConfig:
+        return HKEY_CURRENT_CONFIG;
     }
     return nullptr;
 }
@@ -91,8 +101,8 @@ StoredKey RegistryStore::copyTree(const KeyPath& key)
     const RegistryKey open(key, KEY_READ);
     DWORD longestKey = 0;
     DWORD longestValue = 0;
-    require(RegQueryInfoKeyW(open.get(), nullptr, nullptr, nullptr, nullptr, &longestKey, nullptr, nullptr, &longestValue,
-                             nullptr, nullptr, nullptr));
+    require(RegQueryInfoKeyW(open.get(), nullptr, nullptr, nullptr, nullptr, &longestKey, nullptr, nullptr,
+                             &longestValue, nullptr, nullptr, nullptr));
     StoredKey copy;
     const auto values = namesOf(longestValue, [&](DWORD index, wchar_t* name, DWORD* length) {
         return RegEnumValueW(open.get(), index, name, length, nullptr, nullptr, nullptr, nullptr);

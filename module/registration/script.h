@@ -1,4 +1,5 @@
-// Registration scripts: a tree of keys and values in a small language. Portable; text is UTF-16, as the registry keeps it.
+// Registration scripts: a tree of keys and values in a small language. Portable; text is UTF-16, as the registry keeps
+// it.
 #pragma once
 
 #include <cstdint>
@@ -51,7 +52,8 @@ struct Section {
 
 using Script = std::vector<Section>;
 
-/// Where in the script's text something stands; both count from 1, columns in characters of the text before replacement.
+/// Where in the script's text something stands; both count from 1, columns in characters of the text before
+/// replacement.
 struct Position {
     int line = 1;
     int column = 1;
@@ -71,7 +73,8 @@ private:
     Position m_position;
 };
 
-/// Name between percent signs -> text that stands for it. The text is interpreted with the script: quotes in it are doubled.
+/// Name between percent signs -> text that stands for it. The text is interpreted with the script: quotes in it are
+/// doubled.
 using Replacements = std::map<std::u16string, std::u16string, std::less<>>;
 
 /// Keys deeper than this, and longer names, the registry would refuse.

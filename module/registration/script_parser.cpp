@@ -39,8 +39,8 @@ int digitValue(char16_t c, int base) noexcept
 std::uint32_t parseNumber(const Word& word)
 {
     std::u16string_view digits = word.text;
-    const bool hex = digits.size() > 2 && (equalIgnoringCase(digits.substr(0, 2), u"0x") ||
-                                           equalIgnoringCase(digits.substr(0, 2), u"&h"));
+    const bool hex = digits.size() > 2 &&
+                     (equalIgnoringCase(digits.substr(0, 2), u"0x") || equalIgnoringCase(digits.substr(0, 2), u"&h"));
     if (hex)
         digits.remove_prefix(2);
     const int base = hex ? 16 : 10;

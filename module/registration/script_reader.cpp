@@ -6,9 +6,15 @@ namespace morvane::registration {
 
 namespace {
 
-bool isSpace(char16_t c) noexcept { return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n'; }
+bool isSpace(char16_t c) noexcept
+{
+    return c == u' ' || c == u'\t' || c == u'\r' || c == u'\n';
+}
 
-char16_t lower(char16_t c) noexcept { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c; }
+char16_t lower(char16_t c) noexcept
+{
+    return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + (u'a' - u'A')) : c;
+}
 
 void advance(Position& at, char16_t past) noexcept
 {
@@ -65,7 +71,10 @@ ExpandedText expand(std::u16string_view script, const Replacements& replacements
     return result;
 }
 
-WordReader::WordReader(ExpandedText script) : m_script(std::move(script)) { take(); }
+WordReader::WordReader(ExpandedText script) : m_script(std::move(script))
+{
+    take();
+}
 
 Word WordReader::take()
 {

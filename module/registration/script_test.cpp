@@ -63,11 +63,26 @@ TEST(RegistrationScript, ErrorsNameLineAndColumnOfTheTextBeforeReplacement)
 
 TEST(RegistrationScript, RefusesWhatTheRegistryCouldNotHold)
 {
-    for (const char16_t* bad : {
-             u"HKCR { '' }", u"HKCR { 'a\\b' }", u"HKCR { a = s b }", u"HKCR { a = s'b' }", u"HKCR { a = d 4294967296 }",
-             u"HKCR { a = d 0x }", u"HKCR { a = d '' }", u"HKCR { a = d -1 }", u"HKCR { a = b 123 }", u"HKCR { a = b 1g }",
-             u"HKCR { val a = s 'b' }", u"HKCR { a { val b } }", u"HKCR { a = }", u"HKCR { a = s", u"HKCR { = }",
-             u"HKCR { NoRemove }", u"HKCR", u"'HKCR' { a }", u"HKCR { a } }", u"HKCR { a { val } }"}) {
+    for (const char16_t* bad : {u"HKCR { '' }",
+                                u"HKCR { 'a\\b' }",
+                                u"HKCR { a = s b }",
+                                u"HKCR { a = s'b' }",
+                                u"HKCR { a = d 4294967296 }",
+                                u"HKCR { a = d 0x }",
+                                u"HKCR { a = d '' }",
+                                u"HKCR { a = d -1 }",
+                                u"HKCR { a = b 123 }",
+                                u"HKCR { a = b 1g }",
+                                u"HKCR { val a = s 'b' }",
+                                u"HKCR { a { val b } }",
+                                u"HKCR { a = }",
+                                u"HKCR { a = s",
+                                u"HKCR { = }",
+                                u"HKCR { NoRemove }",
+                                u"HKCR",
+                                u"'HKCR' { a }",
+                                u"HKCR { a } }",
+                                u"HKCR { a { val } }"}) {
         EXPECT_NE(refusal(bad), "accepted") << std::string(bad, bad + std::u16string_view(bad).size());
     }
     EXPECT_NE(refusal(u"HKCR { " + std::u16string(256, u'a') + u" }"), "accepted");
@@ -89,12 +104,14 @@ TEST(RegistrationScript, NestingStopsBeforeItExhaustsTheStack)
 
 TEST(RegistrationScript, AWrittenScriptReadsBackTheSame)
 {
-    const Script script{
-        {Root::ClassesRoot,
-         {Key{u"NoRemove", Removal::NoRemove, u"100% 'sure'",
-              {{u"val", 0U}, {u"two words", Bytes{}}, {u"it's", u"line\nbreak"}},
-              {Key{u"{9D16-F301}", Removal::ForceRemove, Bytes{0xAB, 0x09}, {}, {}}, Key{u"}", Removal::Whole, {}, {}, {}}}}}},
-        {Root::CurrentConfig, {}}};
+    const Script script{{Root::ClassesRoot,
+                         {Key{u"NoRemove",
+                              Removal::NoRemove,
+                              u"100% 'sure'",
+                              {{u"val", 0U}, {u"two words", Bytes{}}, {u"it's", u"line\nbreak"}},
+                              {Key{u"{9D16-F301}", Removal::ForceRemove, Bytes{0xAB, 0x09}, {}, {}},
+                               Key{u"}", Removal::Whole, {}, {}, {}}}}}},
+                        {Root::CurrentConfig, {}}};
     EXPECT_EQ(parseScript(writeScript(script), {}), script);
 }
 

@@ -6,7 +6,10 @@ namespace morvane::registration {
 
 namespace {
 
-std::u16string ascii(const std::string& text) { return {text.begin(), text.end()}; }
+std::u16string ascii(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
 
 /// The text in quotes; quotes and percent signs in it are doubled.
 std::u16string quoted(std::u16string_view text)
