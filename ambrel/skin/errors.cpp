@@ -9,11 +9,13 @@ std::string SkinError::text() const
         out += ':' + std::to_string(line) + ':' + std::to_string(column);
     out += ": ";
     if (!element.empty())
-        out += '<' + element + "> ";
+        out += '<' + element + '>';
+    if (!element.empty() && !attribute.empty())
+        out += ' ';
     if (!attribute.empty())
-        out += "attribute " + attribute + ": ";
-    else if (!element.empty())
-        out.insert(out.size() - 1, ":");
+        out += "attribute " + attribute;
+    if (!element.empty() || !attribute.empty())
+        out += ": ";
     return out + message + " (error " + std::to_string(static_cast<int>(code)) + ')';
 }
 

@@ -195,7 +195,8 @@ private:
 
 bool looksLikeZip(std::span<const std::uint8_t> bytes)
 {
-    return ByteReader(bytes).little32(0) == kLocalSignature;
+    const std::uint32_t signature = ByteReader(bytes).little32(0);
+    return signature == kLocalSignature || signature == kEndSignature; // the latter has no files at all
 }
 
 Outcome<PackageFiles> readZip(std::span<const std::uint8_t> bytes, const std::string& name)
