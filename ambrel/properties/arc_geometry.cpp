@@ -14,8 +14,9 @@ constexpr double kLargest = 30000; // what a render context's 16-bit coordinates
 bool isDrawable(const Arc& arc) noexcept
 {
     // Comparisons are false for numbers that are none.
-    return std::abs(arc.centreX) < kLargest && std::abs(arc.centreY) < kLargest && arc.radius > 0 && arc.radius < kLargest &&
-           std::abs(arc.startAngle) < kLargest && std::abs(arc.endAngle) < kLargest && std::abs(arc.rotation) < kLargest;
+    return std::abs(arc.centreX) < kLargest && std::abs(arc.centreY) < kLargest && arc.radius > 0 &&
+           arc.radius < kLargest && std::abs(arc.startAngle) < kLargest && std::abs(arc.endAngle) < kLargest &&
+           std::abs(arc.rotation) < kLargest;
 }
 
 ArcPoint pointAt(const Arc& arc, double angle, double radius) noexcept

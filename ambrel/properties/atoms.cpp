@@ -44,6 +44,9 @@ Atom::Atom(std::wstring_view text)
     m_index = index;
 }
 
-std::wstring_view Atom::text() const noexcept { return table().texts[m_index]; }
+std::wstring_view Atom::text() const noexcept
+{
+    return table().texts[m_index];
+}
 
 } // namespace ambrel

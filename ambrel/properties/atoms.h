@@ -11,8 +11,8 @@ class Atom {
 public:
     constexpr Atom() noexcept = default;
 
-    /// The atom of a text, made when the text is new. Kept for the life of the process, so only for names that come from
-    /// code, not from values. For the user-interface thread only. Throws std::bad_alloc.
+    /// The atom of a text, made when the text is new. Kept for the life of the process, so only for names that come
+    /// from code, not from values. For the user-interface thread only. Throws std::bad_alloc.
     explicit Atom(std::wstring_view text);
 
     /// Valid for the life of the process; ends with a zero character behind its last.

@@ -52,7 +52,8 @@ private:
 Arc arcIn(const SkinRect& rect, float radius, float startAngle, float endAngle, float rotation) noexcept
 {
     // Halves apart, so that extreme rectangles do not overflow.
-    return {rect.left / 2.0 + rect.right / 2.0, rect.top / 2.0 + rect.bottom / 2.0, radius, startAngle, endAngle, rotation};
+    return {
+        rect.left / 2.0 + rect.right / 2.0, rect.top / 2.0 + rect.bottom / 2.0, radius, startAngle, endAngle, rotation};
 }
 
 } // namespace
@@ -84,19 +85,21 @@ STDMETHODIMP ColorPropertyObject::Draw(hyper dc, SkinRect rect, VARIANT_BOOL* re
 
 STDMETHODIMP ColorPropertyObject::RenderDraw(IVexRenderDC* dc, SkinRect rect, VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [&](VARIANT_BOOL& drawn) { return dc ? dc->FillSolidColor(&rect, m_color, &drawn) : E_POINTER; });
+    return filling(result,
+                   [&](VARIANT_BOOL& drawn) { return dc ? dc->FillSolidColor(&rect, m_color, &drawn) : E_POINTER; });
 }
 
-STDMETHODIMP ColorPropertyObject::DrawLine(IVexRenderDC* dc, int x1, int y1, int x2, int y2, int penSize, OLE_COLOR color,
-                                           VARIANT_BOOL* result) noexcept
+STDMETHODIMP ColorPropertyObject::DrawLine(IVexRenderDC* dc, int x1, int y1, int x2, int y2, int penSize,
+                                           OLE_COLOR color, VARIANT_BOOL* result) noexcept
 {
     if (!dc)
         return E_POINTER;
     return returning(result, [&] { return Pen(*dc, penSize, color).line({x1, y1}, {x2, y2}); });
 }
 
-STDMETHODIMP ColorPropertyObject::DrawArc(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle, float endAngle,
-                                          float rotation, int penSize, OLE_COLOR color, VARIANT_BOOL* result) noexcept
+STDMETHODIMP ColorPropertyObject::DrawArc(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle,
+                                          float endAngle, float rotation, int penSize, OLE_COLOR color,
+                                          VARIANT_BOOL* result) noexcept
 {
     if (!dc)
         return E_POINTER;
@@ -142,7 +145,8 @@ STDMETHODIMP ColorPropertyObject::DrawArcTickString(IVexRenderDC* dc, SkinRect r
         bool drawn = !ticks.empty();
         for (std::size_t i = 0; i < ticks.size(); i += showsHalfTags ? 1 : 2) {
             const ArcPoint centre = ticks[i].inner;
-            SkinRect box = {centre.x - kHalfWidth, centre.y - kHalfHeight, centre.x + kHalfWidth, centre.y + kHalfHeight};
+            SkinRect box = {centre.x - kHalfWidth, centre.y - kHalfHeight, centre.x + kHalfWidth,
+                            centre.y + kHalfHeight};
             const Bstr text(formatFloat(least + step * static_cast<float>(i)));
             VARIANT_BOOL textDrawn = VARIANT_FALSE;
             drawn &= SUCCEEDED(dc->DrawText(text.get(), &box, font, color, DT_CENTER | DT_VCENTER | DT_SINGLELINE,
@@ -180,7 +184,10 @@ HRESULT ColorPropertyObject::fromVariant(const VARIANT& value, Notify notify)
     return S_OK;
 }
 
-std::wstring ColorPropertyObject::toText() { return formatColor(static_cast<std::uint32_t>(m_color)); }
+std::wstring ColorPropertyObject::toText()
+{
+    return formatColor(static_cast<std::uint32_t>(m_color));
+}
 
 TextResult ColorPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
 {

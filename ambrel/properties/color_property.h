@@ -18,10 +18,10 @@ public:
     STDMETHODIMP DrawArcTickLine(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle, float endAngle,
                                  float tickAngle, float lineLength, float lineWidth, unsigned long color,
                                  float rotation, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP DrawArc(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle, float endAngle, float rotation,
-                         int penSize, OLE_COLOR color, VARIANT_BOOL* result) noexcept override;
-    /// The numbers of a dial: `least`, then `step` more at each tick, centred inside the ticks of the given length. Without
-    /// half tags only every other tick has one.
+    STDMETHODIMP DrawArc(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle, float endAngle,
+                         float rotation, int penSize, OLE_COLOR color, VARIANT_BOOL* result) noexcept override;
+    /// The numbers of a dial: `least`, then `step` more at each tick, centred inside the ticks of the given length.
+    /// Without half tags only every other tick has one.
     STDMETHODIMP DrawArcTickString(IVexRenderDC* dc, SkinRect rect, float radius, float startAngle, float endAngle,
                                    float tickAngle, float lineLength, float least, float step, hyper font,
                                    long showsHalfTags, OLE_COLOR color, float rotation,

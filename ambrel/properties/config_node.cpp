@@ -138,7 +138,10 @@ bool ConfigNode::insertChild(std::size_t index, std::shared_ptr<ConfigNode> chil
     return true;
 }
 
-bool ConfigNode::appendChild(std::shared_ptr<ConfigNode> child) { return insertChild(m_children.size(), std::move(child)); }
+bool ConfigNode::appendChild(std::shared_ptr<ConfigNode> child)
+{
+    return insertChild(m_children.size(), std::move(child));
+}
 
 std::shared_ptr<ConfigNode> ConfigNode::addChild(std::wstring_view name)
 {

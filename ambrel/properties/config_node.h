@@ -1,5 +1,5 @@
-// A configuration node: an element with attributes and children, in memory. Skins are read into such trees and written from
-// them; over the interfaces a node travels as a 64-bit handle.
+// A configuration node: an element with attributes and children, in memory. Skins are read into such trees and written
+// from them; over the interfaces a node travels as a 64-bit handle.
 #pragma once
 
 #include <cstdint>
@@ -12,7 +12,8 @@
 
 namespace ambrel {
 
-/// Names a node towards the outside; 0 names none. Handles are never reused, so a handle of a node that is gone stays invalid.
+/// Names a node towards the outside; 0 names none. Handles are never reused, so a handle of a node that is gone stays
+/// invalid.
 using NodeHandle = std::int64_t;
 
 /// Shared by its parent and by whoever works with it; children know their parent without keeping it. For one thread.
@@ -46,12 +47,13 @@ public:
 
     const std::vector<std::shared_ptr<ConfigNode>>& children() const noexcept { return m_children; }
     ConfigNode* parent() const noexcept { return m_parent; }
-    std::shared_ptr<ConfigNode> firstChild(std::wstring_view name) const noexcept; // null when there is none of the name
+    std::shared_ptr<ConfigNode>
+    firstChild(std::wstring_view name) const noexcept; // null when there is none of the name
     std::shared_ptr<ConfigNode> nextSibling() const noexcept;
     std::optional<std::size_t> indexOf(const ConfigNode& child) const noexcept;
 
-    /// Puts a node among the children, taking it out of its former place. False when it is this node or contains it, or when
-    /// the index is beyond the end.
+    /// Puts a node among the children, taking it out of its former place. False when it is this node or contains it, or
+    /// when the index is beyond the end.
     bool insertChild(std::size_t index, std::shared_ptr<ConfigNode> child);
     bool appendChild(std::shared_ptr<ConfigNode> child);
     std::shared_ptr<ConfigNode> addChild(std::wstring_view name);

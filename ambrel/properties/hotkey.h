@@ -11,8 +11,8 @@
 
 namespace ambrel {
 
-/// The object behind IVexHotkey. Modifiers: 1 Shift, 2 Ctrl, 4 Alt. As text it is one number: the modifiers above the key's
-/// eight bits ("0x00000641" is Ctrl, Alt and A); 0 is no key.
+/// The object behind IVexHotkey. Modifiers: 1 Shift, 2 Ctrl, 4 Alt. As text it is one number: the modifiers above the
+/// key's eight bits ("0x00000641" is Ctrl, Alt and A); 0 is no key.
 class Hotkey : public morvane::Dispatch<IVexHotkey> {
 public:
     static morvane::ComPtr<IVexHotkey> create()

@@ -1,14 +1,7 @@
-#include "ambrel/properties/config_node.h"
+#include "ambrel/properties/properties_fixture.h"
 #include "ambrel/properties/property_factory.h"
-#include "ambrel/properties/property_lookup.h"
-#include "ambrel/properties/test_doubles.h"
-#include "ambrel/properties/xml_node.h"
-#include "frame/com/module_lock.h"
-#include "host/typed_properties.h"
 
 #include <gtest/gtest.h>
-
-#include <functional>
 
 namespace ambrel {
 namespace {
@@ -16,96 +9,6 @@ namespace {
 using morvane::Bstr;
 using morvane::ComPtr;
 using morvane::iidOf;
-
-/// Runs what a test wants to happen when a property changes.
-class Callback final : public IPropChangedCallback {
-public:
-    std::function<void(IVexControlBase*)> action;
-    long references = 0;
-
-    STDMETHODIMP QueryInterface(REFIID, void** result) noexcept override
-    {
-        *result = this;
-        AddRef();
-        return S_OK;
-    }
-    STDMETHODIMP_(ULONG) AddRef() noexcept override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() noexcept override { return --references; }
-    STDMETHODIMP Do(IVexControlBase* owner) noexcept override
-    {
-        action(owner);
-        return S_OK;
-    }
-};
-
-class PropertiesTest : public testing::Test {
-protected:
-    PropertiesTest()
-    {
-        owner.answer(kSlotPropChangedNotify, &notifyOwner);
-        owner.context = this;
-    }
-
-    ~PropertiesTest() override
-    {
-        tree.detach();
-        EXPECT_EQ(owner.references(), 0);
-    }
-
-    ComPtr<ICtrlPluginProp> group(std::wstring_view name, ICtrlPluginProp* parent = nullptr)
-    {
-        ComPtr<ICtrlPluginProp> result;
-        tree.createGroup(owner.get(), parent, Bstr(name).get(), true, result.put());
-        return result;
-    }
-
-    template <class Typed>
-    ComPtr<Typed> make(enumPropType type, std::wstring_view name = L"Value", ICtrlPluginProp* where = nullptr,
-                       IPropChangedCallback* callback = nullptr)
-    {
-        const auto home = where ? ComPtr<ICtrlPluginProp>(where) : group(L"Group");
-        ComPtr<IVexPropBase> property;
-        EXPECT_EQ(tree.createProp(owner.get(), home.get(), type, Bstr(name).get(), nullptr, true, callback, property.put()),
-                  S_OK);
-        return ComPtr<Typed>(static_cast<Typed*>(property.get()));
-    }
-
-    static HRESULT STDMETHODCALLTYPE notifyOwner(TestDouble<IVexControlBase>* self, IVexPropBase* property)
-    {
-        auto& test = *static_cast<PropertiesTest*>(self->context);
-        ++test.notified;
-        test.lastNotified = property;
-        if (test.onNotified)
-            test.onNotified();
-        return S_OK;
-    }
-
-    TestDouble<IVexControlBase> owner;
-    PropertyTree tree;
-    int notified = 0;
-    IVexPropBase* lastNotified = nullptr;
-    std::function<void()> onNotified;
-};
-
-std::wstring textOf(IVexPropBase* property) { return propertyText(property); }
-
-VARIANT variantOf(long value)
-{
-    VARIANT result;
-    VariantInit(&result);
-    result.vt = VT_I4;
-    result.lVal = value;
-    return result;
-}
-
-VARIANT variantOf(BSTR value)
-{
-    VARIANT result;
-    VariantInit(&result);
-    result.vt = VT_BSTR;
-    result.bstrVal = value;
-    return result;
-}
 
 TEST_F(PropertiesTest, ABooleanKeepsTheBitsItWasGiven)
 {
@@ -262,13 +165,18 @@ TEST_F(PropertiesTest, AnImagePropertyForwardsToItsSection)
 {
     const auto property = make<morvane::ImageSectionProperty>(_PROPTYPE_IMAGESECTION);
     TestDouble<IVexImageBase> section;
-    section.answer(kSlotImageGetWidth, +[](TestDouble<IVexImageBase>*, long* width) { *width = 90; return S_OK; });
-    section.answer(kSlotImageRenderDraw, +[](TestDouble<IVexImageBase>* self, IVexRenderDC*, const SkinRect* rect, short index,
-                                             VARIANT_BOOL* drawn) {
-        self->noted = rect->right * 100 + index;
-        *drawn = VARIANT_TRUE;
-        return S_OK;
-    });
+    section.answer(
+        kSlotImageGetWidth, +[](TestDouble<IVexImageBase>*, long* width) {
+            *width = 90;
+            return S_OK;
+        });
+    section.answer(
+        kSlotImageRenderDraw,
+        +[](TestDouble<IVexImageBase>* self, IVexRenderDC*, const SkinRect* rect, short index, VARIANT_BOOL* drawn) {
+            self->noted = rect->right * 100 + index;
+            *drawn = VARIANT_TRUE;
+            return S_OK;
+        });
     TestDouble<IVexRenderDC> dc;
     const SkinRect rect = {1, 2, 30, 40};
     VARIANT_BOOL drawn = VARIANT_TRUE;
@@ -321,19 +229,31 @@ TEST_F(PropertiesTest, AnUnsetFillIsMadeOnceWhenAskedForAndDrawsOnlyWhenColoured
     EXPECT_EQ(property->GetFill(given.put()), S_FALSE) << "nothing makes fills yet";
 
     TestDouble<IFillColor> fill;
-    fill.answer(kSlotFillGetStart, +[](TestDouble<IFillColor>* self, OLE_COLOR* color) {
-        *color = static_cast<OLE_COLOR>(self->noted);
-        return S_OK;
-    });
-    fill.answer(kSlotFillPutStart, +[](TestDouble<IFillColor>* self, OLE_COLOR color) { self->noted = color; return S_OK; });
-    fill.answer(kSlotFillGetStart + 2, +[](TestDouble<IFillColor>*, OLE_COLOR* color) { *color = 0xFFFFFFFF; return S_OK; });
-    fill.answer(kSlotFillRenderDraw, +[](TestDouble<IFillColor>* self, IVexRenderDC*, const SkinRect*, VARIANT_BOOL* drawn) {
-        ++self->called;
-        *drawn = VARIANT_TRUE;
-        return S_OK;
-    });
+    fill.answer(
+        kSlotFillGetStart, +[](TestDouble<IFillColor>* self, OLE_COLOR* color) {
+            *color = static_cast<OLE_COLOR>(self->noted);
+            return S_OK;
+        });
+    fill.answer(
+        kSlotFillPutStart, +[](TestDouble<IFillColor>* self, OLE_COLOR color) {
+            self->noted = color;
+            return S_OK;
+        });
+    fill.answer(
+        kSlotFillGetStart + 2, +[](TestDouble<IFillColor>*, OLE_COLOR* color) {
+            *color = 0xFFFFFFFF;
+            return S_OK;
+        });
+    fill.answer(
+        kSlotFillRenderDraw, +[](TestDouble<IFillColor>* self, IVexRenderDC*, const SkinRect*, VARIANT_BOOL* drawn) {
+            ++self->called;
+            *drawn = VARIANT_TRUE;
+            return S_OK;
+        });
     g_madeFill = &fill;
-    setFillFactory([](IFillColor** result) { return g_madeFill->get()->QueryInterface(iidOf<IFillColor>(), reinterpret_cast<void**>(result)); });
+    setFillFactory([](IFillColor** result) {
+        return g_madeFill->get()->QueryInterface(iidOf<IFillColor>(), reinterpret_cast<void**>(result));
+    });
     EXPECT_EQ(property->GetFill(given.put()), S_OK);
     EXPECT_EQ(given.get(), fill.get());
     TestDouble<IVexRenderDC> dc;
@@ -374,12 +294,13 @@ TEST_F(PropertiesTest, AColourDrawsLinesWithinTheContextsCoordinates)
 {
     const auto color = make<IColorProp>(_PROPTYPE_COLOR);
     TestDouble<IVexRenderDC> dc;
-    dc.answer(kSlotDcDrawLine, +[](TestDouble<IVexRenderDC>* self, short, short, short, short, short, short, OLE_COLOR,
-                                   VARIANT_BOOL* drawn) {
-        ++self->called;
-        *drawn = VARIANT_TRUE;
-        return S_OK;
-    });
+    dc.answer(
+        kSlotDcDrawLine,
+        +[](TestDouble<IVexRenderDC>* self, short, short, short, short, short, short, OLE_COLOR, VARIANT_BOOL* drawn) {
+            ++self->called;
+            *drawn = VARIANT_TRUE;
+            return S_OK;
+        });
     VARIANT_BOOL drawn = VARIANT_FALSE;
     EXPECT_EQ(color->DrawLine(dc.get(), 0, 0, 10, 10, 1, 0, &drawn), S_OK);
     EXPECT_EQ(drawn, VARIANT_TRUE);
@@ -390,256 +311,6 @@ TEST_F(PropertiesTest, AColourDrawsLinesWithinTheContextsCoordinates)
     EXPECT_EQ(drawn, VARIANT_TRUE);
     EXPECT_EQ(dc.called, 4);
     EXPECT_EQ(color->DrawArc(nullptr, {}, 1, 0, 1, 0, 1, 0, &drawn), E_POINTER);
-}
-
-TEST_F(PropertiesTest, GroupsHoldTheirPropertiesAndSubGroupsInOrder)
-{
-    const auto outer = group(L"Unchecked");
-    const auto inner = group(L"Normal", outer.get());
-    const auto first = make<morvane::LongProperty>(_PROPTYPE_LONG, L"First", inner.get());
-    const auto second = make<morvane::LongProperty>(_PROPTYPE_LONG, L"Second", inner.get());
-    long count = 0;
-    inner->GetPropBaseCount(&count);
-    EXPECT_EQ(count, 2);
-    ComPtr<IVexPropBase> found;
-    EXPECT_EQ(inner->GetAtPropBase(1, found.put()), S_OK);
-    EXPECT_EQ(found.get(), second.get());
-    EXPECT_EQ(inner->GetAtPropBase(2, found.put()), S_FALSE);
-    EXPECT_EQ(inner->GetAtPropBase(-1, found.put()), S_FALSE);
-    EXPECT_EQ(found, nullptr);
-    EXPECT_EQ(inner->AddProp(outer.get()), E_INVALIDARG) << "a group cannot contain itself";
-    ComPtr<ICtrlPluginProp> parent;
-    inner->GetParent(parent.put());
-    EXPECT_EQ(parent.get(), outer.get());
-    EXPECT_EQ(findProperty(tree, L"Unchecked/Normal", L"Second").get(), second.get());
-    EXPECT_EQ(findProperty(tree, L"Normal", L"Second").get(), nullptr);
-    EXPECT_EQ(findProperty(tree, L"", L"Second").get(), nullptr);
-    EXPECT_EQ(inner->RemovePropBase(first.get()), S_OK);
-    EXPECT_EQ(inner->RemovePropBase(first.get()), S_FALSE);
-    first->SetValue(3);
-    EXPECT_EQ(notified, 0) << "outside a group a property has no owner";
-    EXPECT_EQ(outer->RemoveProp(inner.get()), S_OK);
-    inner->GetParent(parent.put());
-    EXPECT_EQ(parent, nullptr);
-}
-
-TEST_F(PropertiesTest, ADescriptorReadsAndWritesThroughItsProperty)
-{
-    const auto home = group(L"Group");
-    const auto property = make<morvane::LongProperty>(_PROPTYPE_LONG, L"x", home.get());
-    ComPtr<IVexPropType> descriptor;
-    ASSERT_EQ(property->GetPropTypePtr(descriptor.put()), S_OK);
-    ComPtr<IVexPropType> again;
-    home->GetSkinPropTypeFromIndex(0, again.put());
-    EXPECT_EQ(again.get(), descriptor.get());
-    const Bstr text(L"12");
-    EXPECT_EQ(descriptor->put_strValue(text.get()), S_OK);
-    EXPECT_EQ(notified, 1);
-    EXPECT_EQ(textOf(property.get()), L"12");
-    descriptor->put_lPropId(2104);
-    EXPECT_EQ(descriptor->SetLongPropMinMax(5, 1), E_INVALIDARG);
-    EXPECT_EQ(descriptor->SetLongPropMinMax(1, 5), S_OK);
-    descriptor.reset();
-    again.reset();
-    property->GetPropTypePtr(descriptor.put());
-    long identifier = 0;
-    long least = 0;
-    long most = 0;
-    descriptor->get_lPropId(&identifier);
-    descriptor->GetLongPropMinMax(&least, &most);
-    EXPECT_EQ(identifier, 2104) << "what the designer notes stays with the property";
-    EXPECT_EQ(least * 10 + most, 15);
-    home->RemoveSkinProp(descriptor.get());
-    long count = -1;
-    home->GetSkinPropTypeCount(&count);
-    EXPECT_EQ(count, 0);
-    home->AddSkinProp(descriptor.get());
-    home->GetSkinPropTypeCount(&count);
-    EXPECT_EQ(count, 1);
-}
-
-TEST_F(PropertiesTest, ConfigurationKeysAreTheGroupPathThePropertyAndTheKindOfResource)
-{
-    const auto outer = group(L"Unchecked");
-    const auto inner = group(L"Normal", outer.get());
-    const auto number = make<morvane::LongProperty>(_PROPTYPE_LONG, L"Width", inner.get());
-    TestDouble<IVexImageBase> section;
-    const auto image = make<morvane::ImageSectionProperty>(_PROPTYPE_IMAGESECTION, L"Image", inner.get());
-    const auto truth = make<morvane::BoolProperty>(_PROPTYPE_BOOL, L"Shown", outer.get());
-    number->SetValue(-5);
-    truth->SetValue(1);
-    notified = 0;
-
-    const auto node = ConfigNode::create(L"CheckBox1");
-    VARIANT_BOOL done = VARIANT_FALSE;
-    EXPECT_EQ(outer->AccessConfig(node->handle(), VARIANT_FALSE, &done), S_OK);
-    EXPECT_EQ(done, VARIANT_TRUE);
-    EXPECT_EQ(*node->attribute(L"UncheckedNormalWidth"), L"-5");
-    EXPECT_EQ(*node->attribute(L"UncheckedNormalImage.ImageSecId"), L"");
-    EXPECT_EQ(*node->attribute(L"UncheckedShown"), L"1");
-    EXPECT_EQ(*node->attribute(L"UncheckedNormalIsExpand"), L"1");
-
-    node->setAttribute(L"UncheckedNormalWidth", L"66");
-    node->setAttribute(L"UncheckedNormalIsExpand", L"0");
-    node->setAttribute(L"UncheckedShown", L"perhaps");
-    EXPECT_EQ(outer->AccessConfig(node->handle(), VARIANT_TRUE, &done), S_OK);
-    EXPECT_EQ(textOf(number.get()), L"66");
-    VARIANT_BOOL bits = 0;
-    truth->GetValue(&bits);
-    EXPECT_EQ(bits, 1) << "a text that does not fit leaves the value alone";
-    VARIANT_BOOL expanded = VARIANT_TRUE;
-    inner->IsExpand(&expanded);
-    EXPECT_EQ(expanded, VARIANT_FALSE);
-    EXPECT_EQ(notified, 0) << "loading is not a change";
-
-    const Bstr prefix(L"Ambrel1_CheckBox1");
-    EXPECT_EQ(inner->ExportConfig(prefix.get(), node->handle(), &done), S_OK);
-    EXPECT_EQ(*node->attribute(L"Ambrel1_CheckBox1UncheckedNormalWidth"), L"66");
-    EXPECT_EQ(outer->AccessConfig(1234, VARIANT_TRUE, &done), E_INVALIDARG);
-    EXPECT_EQ(number->SetPropertyNode(1234), E_INVALIDARG);
-    EXPECT_EQ(number->SetPropertyNode(node->handle()), S_OK);
-}
-
-TEST_F(PropertiesTest, StylePropertiesAreKeptInTheirStyleNodeWhenThatIsAskedFor)
-{
-    const auto home = group(L"Group");
-    const auto style = make<morvane::LongProperty>(_PROPTYPE_LONG, L"Style", home.get());
-    const auto content = make<morvane::LongProperty>(_PROPTYPE_LONG, L"Content", home.get());
-    content->SetStyle(VARIANT_FALSE);
-    const auto node = ConfigNode::create(L"own");
-    const auto styleNode = ConfigNode::create(L"style");
-    EXPECT_EQ(home->RebuildPropBaseStyleNode(styleNode->handle()), S_OK);
-    VARIANT_BOOL done = VARIANT_FALSE;
-    home->AccessConfig3(nullptr, node->handle(), VARIANT_FALSE, &done);
-    EXPECT_NE(styleNode->attribute(L"GroupStyle"), nullptr);
-    EXPECT_EQ(styleNode->attribute(L"GroupContent"), nullptr);
-    EXPECT_NE(node->attribute(L"GroupContent"), nullptr);
-    EXPECT_EQ(node->attribute(L"GroupStyle"), nullptr);
-}
-
-TEST_F(PropertiesTest, CloningATreeCopiesWhatBothHave)
-{
-    const auto from = make<morvane::LongProperty>(_PROPTYPE_LONG, L"x", group(L"Graphics").get());
-    from->SetValue(12);
-    notified = 0;
-    PropertyTree other;
-    ComPtr<ICtrlPluginProp> home;
-    other.createGroup(owner.get(), nullptr, Bstr(L"Graphics").get(), true, home.put());
-    ComPtr<IVexPropBase> same;
-    ComPtr<IVexPropBase> otherType;
-    other.createProp(owner.get(), home.get(), _PROPTYPE_STRING, Bstr(L"y").get(), nullptr, true, nullptr, otherType.put());
-    other.createProp(owner.get(), home.get(), _PROPTYPE_LONG, Bstr(L"x").get(), nullptr, true, nullptr, same.put());
-    other.copyFrom(tree);
-    EXPECT_EQ(textOf(same.get()), L"12");
-    EXPECT_EQ(textOf(otherType.get()), L"");
-    EXPECT_EQ(notified, 0);
-}
-
-TEST_F(PropertiesTest, AListingNamesEveryPropertyInTheOrderOfCreation)
-{
-    const auto outer = group(L"Back");
-    make<morvane::LongProperty>(_PROPTYPE_LONG, L"Width", group(L"Inner", outer.get()).get())->SetValue(3);
-    make<morvane::StringProperty>(_PROPTYPE_STRING, L"Text", outer.get())->SetValue(L"ok");
-    const auto entries = listProperties(tree);
-    ASSERT_EQ(entries.size(), 2u);
-    EXPECT_EQ(entries[0].groupPath, L"Back");
-    EXPECT_EQ(entries[0].name, L"Text");
-    EXPECT_EQ(entries[0].value, L"ok");
-    EXPECT_EQ(entries[1].groupPath, L"Back/Inner");
-    EXPECT_EQ(entries[1].type, _PROPTYPE_LONG);
-    EXPECT_EQ(typeName(entries[1].type), L"Long");
-}
-
-TEST_F(PropertiesTest, OddCreationsAreRefused)
-{
-    const auto home = group(L"Group");
-    ComPtr<IVexPropBase> property;
-    const Bstr name(L"x");
-    for (const int type : {-1, 14, 1000})
-        EXPECT_EQ(tree.createProp(owner.get(), home.get(), static_cast<enumPropType>(type), name.get(), nullptr, true, nullptr,
-                                  property.put()),
-                  E_INVALIDARG);
-    EXPECT_EQ(tree.createProp(owner.get(), nullptr, _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, property.put()),
-              E_INVALIDARG);
-    EXPECT_EQ(tree.createProp(owner.get(), home.get(), _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, nullptr), E_POINTER);
-    TestDouble<ICtrlPluginProp> foreign;
-    EXPECT_EQ(tree.createProp(owner.get(), foreign.get(), _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, property.put()),
-              E_INVALIDARG);
-    EXPECT_EQ(home->AddProp(foreign.get()), E_INVALIDARG);
-}
-
-TEST(XmlNodeTest, NodesAreReadWrittenAndMovedThroughTheInterface)
-{
-    const auto root = ConfigNode::create(L"root");
-    const auto node = xmlNodeOf(root->handle());
-    const Bstr name(L"a");
-    long number = 7;
-    VARIANT_BOOL done = VARIANT_TRUE;
-    EXPECT_EQ(node->AccessAttribLong(name.get(), &number, VARIANT_TRUE, &done), S_OK);
-    EXPECT_EQ(done, VARIANT_FALSE);
-    EXPECT_EQ(number, 7) << "an absent attribute leaves the value alone";
-    node->AccessAttribLong(name.get(), &number, VARIANT_FALSE, &done);
-    Bstr text;
-    EXPECT_EQ(node->Attribute(name.get(), text.put()), S_OK);
-    EXPECT_EQ(text.view(), L"7");
-    EXPECT_EQ(node->AccessAttribString(name.get(), text.put(), VARIANT_TRUE, &done), S_OK);
-    EXPECT_EQ(text.view(), L"7");
-    EXPECT_EQ(node->AccessAttribLong(name.get(), nullptr, VARIANT_TRUE, &done), E_POINTER);
-
-    ComPtr<IVexXMLNode> first;
-    ComPtr<IVexXMLNode> second;
-    node->CreateNewVexXMLNode(name.get(), first.put());
-    node->CreateNewVexXMLNode(name.get(), second.put());
-    EXPECT_EQ(node->InsertEndChild(second.get()), S_OK);
-    EXPECT_EQ(node->InsertBeforeChild(second.get(), first.get()), S_OK);
-    EXPECT_EQ(first->InsertEndChild(node.get()), E_INVALIDARG);
-    ComPtr<IVexXMLNode> found;
-    EXPECT_EQ(first->NextChild(found.put()), S_OK);
-    hyper expected = 0;
-    hyper actual = 0;
-    second->GetXMLNode(&expected);
-    found->GetXMLNode(&actual);
-    EXPECT_EQ(actual, expected);
-    EXPECT_EQ(node->RemoveChild(first.get(), VARIANT_TRUE), S_OK);
-    EXPECT_EQ(root->children().size(), 1u);
-    EXPECT_EQ(first->SetAttribute(name.get(), name.get()), S_FALSE) << "the deleted node's object is empty";
-    EXPECT_EQ(first->SetXMLNode(99), E_INVALIDARG);
-    EXPECT_EQ(xmlNodeOf(99), nullptr);
-}
-
-/// The shape of the largest common table: a button's.
-void makeButtonTable(PropertyTree& tree)
-{
-    const auto add = [&](std::wstring_view groupName, std::initializer_list<std::pair<const wchar_t*, enumPropType>> list) {
-        ComPtr<ICtrlPluginProp> home = createGroup(nullptr, nullptr, groupName, true);
-        tree.add(home.get());
-        for (const auto& [name, type] : list) {
-            ComPtr<IVexPropBase> property;
-            createProperty(nullptr, home.get(), type, name, {}, true, nullptr, property.put());
-        }
-    };
-    for (const auto* state : {L"Normal", L"Press", L"Disabled", L"Hot", L"Focus", L"Inactive"})
-        add(state, {{L"Image", _PROPTYPE_IMAGESECTION}, {L"Graphics", _PROPTYPE_IMAGESECTION}, {L"TextStyle", _PROPTYPE_TEXTSTYLE}});
-    add(L"Text", {{L"Text", _PROPTYPE_STRING}, {L"ShowText", _PROPTYPE_BOOL}});
-    add(L"Tooltip", {{L"Tooltip", _PROPTYPE_STRING}});
-    add(L"Graphics", {{L"UpDownMode", _PROPTYPE_BOOL}, {L"RightAlign", _PROPTYPE_BOOL}, {L"x", _PROPTYPE_LONG}, {L"y", _PROPTYPE_LONG}});
-    add(L"AutoResize", {{L"AutoResize", _PROPTYPE_BOOL}, {L"MinTextHeight", _PROPTYPE_LONG}, {L"MaxTextHeight", _PROPTYPE_LONG}, {L"MaxTextWidth", _PROPTYPE_LONG}});
-    add(L"Hotkey", {{L"Hotkey1", _PROPTYPE_HOTKEY}, {L"Hotkey2", _PROPTYPE_HOTKEY}, {L"IsBackspace", _PROPTYPE_BOOL}, {L"IsEnter", _PROPTYPE_BOOL}});
-}
-
-TEST(PropertyMemoryTest, AButtonsTableFitsInTwoAndAHalfKilobytesAndLeavesNothingBehind)
-{
-    const long objects = morvane::ModuleLock::count();
-    const std::size_t before = blockBytesInUse();
-    {
-        PropertyTree tree;
-        makeButtonTable(tree);
-        EXPECT_EQ(listProperties(tree).size(), 33u);
-        EXPECT_LE(blockBytesInUse() - before, 2560u);
-        RecordProperty("bytes", static_cast<int>(blockBytesInUse() - before));
-    }
-    EXPECT_EQ(blockBytesInUse(), before);
-    EXPECT_EQ(morvane::ModuleLock::count(), objects);
 }
 
 } // namespace

@@ -1,4 +1,5 @@
-// The common half of a property object: IVexPropBase over PropertyCore. A typed class adds its operations and its value.
+// The common half of a property object: IVexPropBase over PropertyCore. A typed class adds its operations and its
+// value.
 #pragma once
 
 #include "ambrel/properties/property_config.h"
@@ -19,16 +20,17 @@ public:
     /// The operations of this type, for the table of types.
     static PropertyKind makeKind(std::wstring_view keySuffix = {})
     {
-        return {keySuffix,
-                [](PropertyCore& p) -> IVexPropBase& { return derived(p); },
-                [](PropertyCore& p, VARIANT& value) { return derived(p).toVariant(value); },
-                [](PropertyCore& p, const VARIANT& value, Notify notify) { return derived(p).fromVariant(value, notify); },
-                [](PropertyCore& p) { return derived(p).toText(); },
-                [](PropertyCore& p, std::wstring_view text, const ResourceResolver& resolver, Notify notify) {
-                    return derived(p).fromText(text, resolver, notify);
-                },
-                [](PropertyCore& p, PropertyCore& source) { derived(p).copyValue(derived(source)); },
-                [](PropertyCore& p) { return derived(p).releaseValue(); }};
+        return {
+            keySuffix,
+            [](PropertyCore& p) -> IVexPropBase& { return derived(p); },
+            [](PropertyCore& p, VARIANT& value) { return derived(p).toVariant(value); },
+            [](PropertyCore& p, const VARIANT& value, Notify notify) { return derived(p).fromVariant(value, notify); },
+            [](PropertyCore& p) { return derived(p).toText(); },
+            [](PropertyCore& p, std::wstring_view text, const ResourceResolver& resolver, Notify notify) {
+                return derived(p).fromText(text, resolver, notify);
+            },
+            [](PropertyCore& p, PropertyCore& source) { derived(p).copyValue(derived(source)); },
+            [](PropertyCore& p) { return derived(p).releaseValue(); }};
     }
 
     STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override
@@ -149,7 +151,10 @@ public:
     {
         return morvane::returning(result, [&] { return config::renderDevice(*this); });
     }
-    STDMETHODIMP SetRenderType(VEX_RENDERENGINE_TYPE type) noexcept override { return config::setRenderType(*this, type); }
+    STDMETHODIMP SetRenderType(VEX_RENDERENGINE_TYPE type) noexcept override
+    {
+        return config::setRenderType(*this, type);
+    }
     STDMETHODIMP GetRenderType(VEX_RENDERENGINE_TYPE* result) noexcept override
     {
         return morvane::returning(result, [&] { return config::renderType(*this); });

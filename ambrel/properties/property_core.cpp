@@ -22,7 +22,10 @@ void PropertyCore::setHelp(std::wstring_view help)
         extras().help = Atom(help);
 }
 
-IVexControlBase* PropertyCore::owner() const noexcept { return m_group ? m_group->owner() : nullptr; }
+IVexControlBase* PropertyCore::owner() const noexcept
+{
+    return m_group ? m_group->owner() : nullptr;
+}
 
 void PropertyCore::setCallback(IPropChangedCallback* callback)
 {
@@ -86,10 +89,14 @@ bool PropertyCore::readAttribute(const ConfigNode& node, std::wstring_view key)
 {
     const std::wstring* text = node.attribute(key);
     // A copy: setting the value may reach the node again.
-    return text && kind().setText(*this, std::wstring(*text), SkinResources(resources()), Notify::No) == TextResult::Taken;
+    return text &&
+           kind().setText(*this, std::wstring(*text), SkinResources(resources()), Notify::No) == TextResult::Taken;
 }
 
-void PropertyCore::writeAttribute(ConfigNode& node, std::wstring_view key) { node.setAttribute(key, kind().text(*this)); }
+void PropertyCore::writeAttribute(ConfigNode& node, std::wstring_view key)
+{
+    node.setAttribute(key, kind().text(*this));
+}
 
 std::wstring PropertyCore::keyName() const
 {

@@ -48,7 +48,7 @@ struct PropertyExtras : InSmallBlock {
     NodeHandle styleNode = 0;
     std::int64_t renderDevice = 0;
     VEX_RENDERENGINE_TYPE renderType = VEX_RENDERENGINE_ERROR; // not told: as the group says
-    long imageCount = 1; // of an image section
+    long imageCount = 1;                                       // of an image section
     std::shared_ptr<DescriptorState> descriptorState;
     PropertyDescriptor* descriptor = nullptr; // borrowed: the living one keeps the property and says when it goes
 };

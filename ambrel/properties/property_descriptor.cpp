@@ -95,17 +95,38 @@ STDMETHODIMP_(ULONG) PropertyDescriptor::Release() noexcept
     return left;
 }
 
-STDMETHODIMP PropertyDescriptor::get_strName(BSTR* result) noexcept { return m_hold->GetName(result); }
-STDMETHODIMP PropertyDescriptor::put_strName(BSTR name) noexcept { return m_hold->SetName(name); }
-STDMETHODIMP PropertyDescriptor::get_eType(enumPropType* result) noexcept { return m_hold->GetType(result); }
-STDMETHODIMP PropertyDescriptor::put_eType(enumPropType type) noexcept { return m_hold->SetType(type); }
-STDMETHODIMP PropertyDescriptor::get_vtValue(VARIANT* result) noexcept { return m_hold->GetVariant(result); }
+STDMETHODIMP PropertyDescriptor::get_strName(BSTR* result) noexcept
+{
+    return m_hold->GetName(result);
+}
+STDMETHODIMP PropertyDescriptor::put_strName(BSTR name) noexcept
+{
+    return m_hold->SetName(name);
+}
+STDMETHODIMP PropertyDescriptor::get_eType(enumPropType* result) noexcept
+{
+    return m_hold->GetType(result);
+}
+STDMETHODIMP PropertyDescriptor::put_eType(enumPropType type) noexcept
+{
+    return m_hold->SetType(type);
+}
+STDMETHODIMP PropertyDescriptor::get_vtValue(VARIANT* result) noexcept
+{
+    return m_hold->GetVariant(result);
+}
 STDMETHODIMP PropertyDescriptor::put_vtValue(VARIANT value) noexcept
 {
     return config::setVariant(*m_property, value, Notify::Yes);
 }
-STDMETHODIMP PropertyDescriptor::get_strHelp(BSTR* result) noexcept { return m_hold->GetHelp(result); }
-STDMETHODIMP PropertyDescriptor::put_strHelp(BSTR help) noexcept { return m_hold->SetHelp(help); }
+STDMETHODIMP PropertyDescriptor::get_strHelp(BSTR* result) noexcept
+{
+    return m_hold->GetHelp(result);
+}
+STDMETHODIMP PropertyDescriptor::put_strHelp(BSTR help) noexcept
+{
+    return m_hold->SetHelp(help);
+}
 
 STDMETHODIMP PropertyDescriptor::get_nStatus(short* result) noexcept
 {
@@ -170,8 +191,14 @@ STDMETHODIMP PropertyDescriptor::put_bAccess(VARIANT_BOOL isAccessible) noexcept
     return S_OK;
 }
 
-STDMETHODIMP PropertyDescriptor::get_pIDispatch(IDispatch** result) noexcept { return m_hold->GetDispatch(result); }
-STDMETHODIMP PropertyDescriptor::put_pIDispatch(IDispatch* value) noexcept { return m_hold->SetDispatch(value); }
+STDMETHODIMP PropertyDescriptor::get_pIDispatch(IDispatch** result) noexcept
+{
+    return m_hold->GetDispatch(result);
+}
+STDMETHODIMP PropertyDescriptor::put_pIDispatch(IDispatch* value) noexcept
+{
+    return m_hold->SetDispatch(value);
+}
 
 STDMETHODIMP PropertyDescriptor::get_pVoid(hyper* result) noexcept
 {

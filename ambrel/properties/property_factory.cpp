@@ -59,7 +59,8 @@ const PropertyKind* kindOf(enumPropType type) noexcept
     return entry ? &entry->kind : nullptr;
 }
 
-ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name, bool expanded)
+ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name,
+                                    bool expanded)
 {
     const auto above = PropertyGroup::from(parent);
     if (parent && !above)

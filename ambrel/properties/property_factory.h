@@ -8,21 +8,22 @@
 
 namespace ambrel {
 
-/// A property group. `owner` is borrowed: before it goes, it detaches itself with SetControlBasePtr(null) on its top-level
-/// groups (PropertyTree does). The group becomes the last sub-group of `parent`, which keeps it; a null parent makes a
-/// top-level group, which the caller keeps. Null when `parent` is not a group of this runtime. Throws std::bad_alloc.
+/// A property group. `owner` is borrowed: before it goes, it detaches itself with SetControlBasePtr(null) on its
+/// top-level groups (PropertyTree does). The group becomes the last sub-group of `parent`, which keeps it; a null
+/// parent makes a top-level group, which the caller keeps. Null when `parent` is not a group of this runtime. Throws
+/// std::bad_alloc.
 morvane::ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name,
                                              bool expanded);
 
-/// A property as the last one of `group`, which keeps it and through which it finds its owner; `owner` is given to the group
-/// when the group has none. `callback` may be null and is kept. The typed layout of `*result` is that of
+/// A property as the last one of `group`, which keeps it and through which it finds its owner; `owner` is given to the
+/// group when the group has none. `callback` may be null and is kept. The typed layout of `*result` is that of
 /// host/typed_properties.h. E_INVALIDARG for a missing or foreign group or an unknown type.
 HRESULT createProperty(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, std::wstring_view name,
                        std::wstring_view help, bool isStyle, IPropChangedCallback* callback,
                        IVexPropBase** result) noexcept;
 
-/// Makes the fill that a fill property hands out before one is set. Part of the renderer, which is told here once, when the
-/// runtime starts; null (the start value) means that an unset property has no fill.
+/// Makes the fill that a fill property hands out before one is set. Part of the renderer, which is told here once, when
+/// the runtime starts; null (the start value) means that an unset property has no fill.
 using FillFactory = HRESULT (*)(IFillColor** result);
 void setFillFactory(FillFactory factory) noexcept;
 

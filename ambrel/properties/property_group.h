@@ -36,8 +36,8 @@ public:
     PropertyGroup* parent() const noexcept { return m_parent; }
     PropertyList properties() const noexcept { return m_properties.items(); }
     GroupList groups() const noexcept { return m_extras ? m_extras->groups.items() : GroupList(); }
-    PropertyGroup* findGroup(std::wstring_view name) const noexcept;      // the first of the name; borrowed
-    PropertyCore* findProperty(std::wstring_view name) const noexcept;    // the first of the name; borrowed
+    PropertyGroup* findGroup(std::wstring_view name) const noexcept;   // the first of the name; borrowed
+    PropertyCore* findProperty(std::wstring_view name) const noexcept; // the first of the name; borrowed
 
     void add(morvane::ComPtr<IVexPropBase> property, PropertyCore& core);
     /// False when the group contains this one.

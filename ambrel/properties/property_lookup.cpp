@@ -20,14 +20,16 @@ PropertyGroup* findGroup(const PropertyTree& tree, std::wstring_view path) noexc
     return group;
 }
 
-ComPtr<IVexPropBase> findProperty(const PropertyTree& tree, std::wstring_view groupPath, std::wstring_view name) noexcept
+ComPtr<IVexPropBase> findProperty(const PropertyTree& tree, std::wstring_view groupPath,
+                                  std::wstring_view name) noexcept
 {
     const PropertyGroup* group = findGroup(tree, groupPath);
     PropertyCore* core = group ? group->findProperty(name) : nullptr;
     return core ? ComPtr<IVexPropBase>(&core->asInterface()) : nullptr;
 }
 
-TextResult setPropertyText(IVexPropBase* property, std::wstring_view text, const ResourceResolver& resolver, Notify notify)
+TextResult setPropertyText(IVexPropBase* property, std::wstring_view text, const ResourceResolver& resolver,
+                           Notify notify)
 {
     PropertyCore* core = coreOf(property);
     const ComPtr<IVexPropBase> hold(property);
@@ -66,9 +68,9 @@ std::vector<PropertyEntry> listProperties(const PropertyTree& tree)
 
 std::wstring_view typeName(enumPropType type) noexcept
 {
-    static constexpr std::array<std::wstring_view, 14> kNames = {L"Image",  L"TextStyle", L"Int",   L"Long",   L"Boolean",
-                                                                 L"Choice", L"String",    L"Font",  L"Color",  L"Plugin",
-                                                                 L"Cursor", L"Float",     L"Hotkey", L"Fill"};
+    static constexpr std::array<std::wstring_view, 14> kNames = {
+        L"Image", L"TextStyle", L"Int",    L"Long",   L"Boolean", L"Choice", L"String",
+        L"Font",  L"Color",     L"Plugin", L"Cursor", L"Float",   L"Hotkey", L"Fill"};
     return type >= 0 && static_cast<std::size_t>(type) < kNames.size() ? kNames[type] : std::wstring_view();
 }
 

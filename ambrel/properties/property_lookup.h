@@ -1,4 +1,5 @@
-// Properties by group path and name, and their values as text: for the skin loader, the inspector and the reference pages.
+// Properties by group path and name, and their values as text: for the skin loader, the inspector and the reference
+// pages.
 #pragma once
 
 #include "ambrel/properties/property_tree.h"
@@ -16,9 +17,9 @@ PropertyGroup* findGroup(const PropertyTree& tree, std::wstring_view path) noexc
 morvane::ComPtr<IVexPropBase> findProperty(const PropertyTree& tree, std::wstring_view groupPath,
                                            std::wstring_view name) noexcept;
 
-/// Gives a property the value that a text of a skin means for its type: numbers, "1" and "0", colours as "0x00BBGGRR", texts,
-/// names of resources (the empty name is none), hot keys. Texts that do not fit leave the value alone. Loading passes
-/// Notify::No. NotThisType for a property of another runtime.
+/// Gives a property the value that a text of a skin means for its type: numbers, "1" and "0", colours as "0x00BBGGRR",
+/// texts, names of resources (the empty name is none), hot keys. Texts that do not fit leave the value alone. Loading
+/// passes Notify::No. NotThisType for a property of another runtime.
 TextResult setPropertyText(IVexPropBase* property, std::wstring_view text, const ResourceResolver& resolver,
                            Notify notify);
 

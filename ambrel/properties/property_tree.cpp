@@ -25,8 +25,9 @@ HRESULT PropertyTree::createGroup(IVexControlBase* owner, ICtrlPluginProp* paren
     });
 }
 
-HRESULT PropertyTree::createProp(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help,
-                                 bool isStyle, IPropChangedCallback* callback, IVexPropBase** result) noexcept
+HRESULT PropertyTree::createProp(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, BSTR name,
+                                 BSTR help, bool isStyle, IPropChangedCallback* callback,
+                                 IVexPropBase** result) noexcept
 {
     return createProperty(owner, group, type, viewOf(name), viewOf(help), isStyle, callback, result);
 }

@@ -104,9 +104,8 @@ STDMETHODIMP ImageSectionPropertyObject::SetImageCount(long count) noexcept
 
 STDMETHODIMP ImageSectionPropertyObject::Draw(hyper dc, const SkinRect* rect, long, VARIANT_BOOL* drawn) noexcept
 {
-    return drawing(m_object, rect, drawn, [&](IVexImageBase& section, VARIANT_BOOL& done) {
-        return section.Draw(dc, *rect, &done);
-    });
+    return drawing(m_object, rect, drawn,
+                   [&](IVexImageBase& section, VARIANT_BOOL& done) { return section.Draw(dc, *rect, &done); });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short,
@@ -208,7 +207,10 @@ constinit FillFactory g_fillFactory = nullptr;
 
 } // namespace
 
-void setFillFactory(FillFactory factory) noexcept { g_fillFactory = factory; }
+void setFillFactory(FillFactory factory) noexcept
+{
+    g_fillFactory = factory;
+}
 
 IFillColor* FillColorPropertyObject::fill()
 {
@@ -346,7 +348,10 @@ HRESULT HotkeyPropertyObject::toVariant(VARIANT& result)
     return ResourceProperty::toVariant(result);
 }
 
-std::wstring HotkeyPropertyObject::toText() { return m_object ? hotkeyText(*m_object.get()) : std::wstring(); }
+std::wstring HotkeyPropertyObject::toText()
+{
+    return m_object ? hotkeyText(*m_object.get()) : std::wstring();
+}
 
 TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
 {

@@ -83,7 +83,8 @@ protected:
     /// S_FALSE and no change when the skin has no resource of the name; the empty name removes the resource.
     HRESULT takeName(const wchar_t* name) noexcept
     {
-        return morvane::guarded([&] { return setByName(name ? std::wstring_view(name) : std::wstring_view(), Notify::Yes); });
+        return morvane::guarded(
+            [&] { return setByName(name ? std::wstring_view(name) : std::wstring_view(), Notify::Yes); });
     }
 
     morvane::ComPtr<Object> m_object;
@@ -145,8 +146,8 @@ public:
                             VARIANT_BOOL* drawn) noexcept override;
 };
 
-/// An unset property makes a fill of its own when one is asked for, so that a caller always has one to set colours in. Until
-/// somebody gives that fill a colour, nothing is drawn.
+/// An unset property makes a fill of its own when one is asked for, so that a caller always has one to set colours in.
+/// Until somebody gives that fill a colour, nothing is drawn.
 class FillColorPropertyObject final
     : public ResourceProperty<FillColorPropertyObject, morvane::FillColorProperty, IFillColor> {
 public:
@@ -184,8 +185,7 @@ public:
 };
 
 /// Has a hot key of its own from the first time it is asked for. Changes inside the hot-key object are not announced.
-class HotkeyPropertyObject final
-    : public ResourceProperty<HotkeyPropertyObject, morvane::HotkeyProperty, IVexHotkey> {
+class HotkeyPropertyObject final : public ResourceProperty<HotkeyPropertyObject, morvane::HotkeyProperty, IVexHotkey> {
 public:
     using ResourceProperty::ResourceProperty;
 
@@ -203,8 +203,7 @@ private:
 
 /// What a designer's dialog of the control edits: a text that the skin keeps (a name, or what the designer shows), the
 /// dialog's identifier, and an object of the control's own.
-class PluginPropertyObject final
-    : public ResourceProperty<PluginPropertyObject, morvane::PluginProperty, IDispatch> {
+class PluginPropertyObject final : public ResourceProperty<PluginPropertyObject, morvane::PluginProperty, IDispatch> {
 public:
     using ResourceProperty::ResourceProperty;
 

@@ -29,10 +29,19 @@ std::optional<VARIANT_BOOL> BoolRules::parse(std::wstring_view text) noexcept
     return value ? std::optional(morvane::toVariantBool(*value)) : std::nullopt;
 }
 
-std::wstring LongRules::format(long value) { return formatLong(static_cast<std::int32_t>(value)); }
-std::optional<std::int32_t> LongRules::parse(std::wstring_view text) noexcept { return parseLong(text); }
+std::wstring LongRules::format(long value)
+{
+    return formatLong(static_cast<std::int32_t>(value));
+}
+std::optional<std::int32_t> LongRules::parse(std::wstring_view text) noexcept
+{
+    return parseLong(text);
+}
 
-std::wstring FloatRules::format(float value) { return formatFloat(value); }
+std::wstring FloatRules::format(float value)
+{
+    return formatFloat(value);
+}
 std::optional<float> FloatRules::parse(std::wstring_view text) noexcept
 {
     const auto value = parseDouble(text);
@@ -155,7 +164,10 @@ HRESULT ComboPropertyObject::fromVariant(const VARIANT& value, Notify notify)
     return S_OK;
 }
 
-std::wstring ComboPropertyObject::toText() { return formatLong(static_cast<std::int32_t>(m_selection)); }
+std::wstring ComboPropertyObject::toText()
+{
+    return formatLong(static_cast<std::int32_t>(m_selection));
+}
 
 TextResult ComboPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
 {

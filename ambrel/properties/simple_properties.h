@@ -26,8 +26,7 @@ private:
 
 /// Boolean and numbers. `Rules` names the automation type and the text form of the value.
 template <class Value, class Rules>
-class NumberProperty final
-    : public Property<NumberProperty<Value, Rules>, morvane::ValueProperty<Value>> {
+class NumberProperty final : public Property<NumberProperty<Value, Rules>, morvane::ValueProperty<Value>> {
     using Base = Property<NumberProperty, morvane::ValueProperty<Value>>;
 
 public:

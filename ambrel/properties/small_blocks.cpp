@@ -25,7 +25,10 @@ struct SizeClass {
 constinit std::array<SizeClass, kLargestSmallBlock / kStep> g_classes{};
 constinit std::size_t g_bytesInUse = 0;
 
-constexpr std::size_t roundUp(std::size_t size) noexcept { return size == 0 ? kStep : (size + kStep - 1) / kStep * kStep; }
+constexpr std::size_t roundUp(std::size_t size) noexcept
+{
+    return size == 0 ? kStep : (size + kStep - 1) / kStep * kStep;
+}
 
 void addPage(SizeClass& blocks)
 {
@@ -69,6 +72,9 @@ void releaseBlock(void* block, std::size_t size) noexcept
     g_bytesInUse -= rounded;
 }
 
-std::size_t blockBytesInUse() noexcept { return g_bytesInUse; }
+std::size_t blockBytesInUse() noexcept
+{
+    return g_bytesInUse;
+}
 
 } // namespace ambrel

@@ -1,13 +1,13 @@
-// Storage for many small objects of few sizes without the heap's header on each. A window with hundreds of controls has tens
-// of thousands of properties; the headers and rounding would be a third of their memory.
+// Storage for many small objects of few sizes without the heap's header on each. A window with hundreds of controls has
+// tens of thousands of properties; the headers and rounding would be a third of their memory.
 #pragma once
 
 #include <cstddef>
 
 namespace ambrel {
 
-/// Blocks of up to kLargestSmallBlock bytes come from pages that are kept for the life of the process and reused; larger ones
-/// come from the heap. For the user-interface thread only. Throws std::bad_alloc.
+/// Blocks of up to kLargestSmallBlock bytes come from pages that are kept for the life of the process and reused;
+/// larger ones come from the heap. For the user-interface thread only. Throws std::bad_alloc.
 inline constexpr std::size_t kLargestSmallBlock = 128;
 void* allocateBlock(std::size_t size);
 void releaseBlock(void* block, std::size_t size) noexcept;

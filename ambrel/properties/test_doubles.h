@@ -47,7 +47,7 @@ public:
     Interface* get() noexcept { return reinterpret_cast<Interface*>(this); }
     long references() const noexcept { return m_references; }
 
-    long called = 0;      // for the methods put in to note
+    long called = 0; // for the methods put in to note
     long long noted = 0;
     void* context = nullptr;
 

@@ -97,7 +97,10 @@ std::optional<std::int32_t> parseLong(std::wstring_view text) noexcept
     return parseWhole<std::int32_t>(digits);
 }
 
-std::wstring formatLong(std::int32_t value) { return formatNumber(value); }
+std::wstring formatLong(std::int32_t value)
+{
+    return formatNumber(value);
+}
 
 std::optional<double> parseDouble(std::wstring_view text) noexcept
 {
@@ -111,8 +114,14 @@ std::optional<double> parseDouble(std::wstring_view text) noexcept
     return value && std::isfinite(*value) ? value : std::nullopt;
 }
 
-std::wstring formatFloat(float value) { return formatNumber(value); }
-std::wstring formatDouble(double value) { return formatNumber(value); }
+std::wstring formatFloat(float value)
+{
+    return formatNumber(value);
+}
+std::wstring formatDouble(double value)
+{
+    return formatNumber(value);
+}
 
 std::optional<bool> parseBool(std::wstring_view text) noexcept
 {
@@ -128,7 +137,10 @@ std::optional<bool> parseBool(std::wstring_view text) noexcept
     return std::nullopt;
 }
 
-std::wstring_view formatBool(bool value) noexcept { return value ? L"1" : L"0"; }
+std::wstring_view formatBool(bool value) noexcept
+{
+    return value ? L"1" : L"0";
+}
 
 std::optional<std::uint32_t> parseColor(std::wstring_view text) noexcept
 {

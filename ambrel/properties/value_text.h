@@ -8,17 +8,18 @@
 
 namespace ambrel {
 
-/// Whole numbers: decimal with an optional sign, or "0x" and hexadecimal digits (which may fill all 32 bits). Blanks around
-/// the number are skipped; anything else, or a number outside 32 bits, is nothing.
+/// Whole numbers: decimal with an optional sign, or "0x" and hexadecimal digits (which may fill all 32 bits). Blanks
+/// around the number are skipped; anything else, or a number outside 32 bits, is nothing.
 std::optional<std::int32_t> parseLong(std::wstring_view text) noexcept;
 std::wstring formatLong(std::int32_t value);
 
 /// A decimal number with an optional fraction and exponent; a point whatever the user's locale. Finite, else nothing.
 std::optional<double> parseDouble(std::wstring_view text) noexcept;
-std::wstring formatFloat(float value);   // the shortest text that reads back to the same value
+std::wstring formatFloat(float value); // the shortest text that reads back to the same value
 std::wstring formatDouble(double value);
 
-/// "1" and "0" as skins are written; also "true", "false" in any case and any other whole number, which is true unless 0.
+/// "1" and "0" as skins are written; also "true", "false" in any case and any other whole number, which is true unless
+/// 0.
 std::optional<bool> parseBool(std::wstring_view text) noexcept;
 std::wstring_view formatBool(bool value) noexcept;
 

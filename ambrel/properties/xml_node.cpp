@@ -24,7 +24,10 @@ ComPtr<IVexXMLNode> XmlNode::of(std::shared_ptr<ConfigNode> node)
     return ComPtr<IVexXMLNode>(object.get());
 }
 
-ComPtr<IVexXMLNode> xmlNodeOf(NodeHandle handle) { return XmlNode::of(ConfigNode::fromHandle(handle)); }
+ComPtr<IVexXMLNode> xmlNodeOf(NodeHandle handle)
+{
+    return XmlNode::of(ConfigNode::fromHandle(handle));
+}
 
 void* XmlNode::findInterface(REFIID iid) noexcept
 {

@@ -10,8 +10,8 @@
 
 namespace ambrel {
 
-/// The object behind IVexXMLNode. It keeps its node alive, also after the node's tree is gone. Without a node every operation
-/// answers S_FALSE. Other nodes are given as objects of this runtime; foreign ones are E_INVALIDARG.
+/// The object behind IVexXMLNode. It keeps its node alive, also after the node's tree is gone. Without a node every
+/// operation answers S_FALSE. Other nodes are given as objects of this runtime; foreign ones are E_INVALIDARG.
 class XmlNode : public morvane::Dispatch<IVexXMLNode> {
 public:
     /// An object for a node; null for null.
@@ -28,11 +28,14 @@ public:
     // Reading an attribute that is absent or not of the kind leaves the value alone and answers false.
     STDMETHODIMP AccessAttribLong(BSTR name, long* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP AccessAttribFloat(BSTR name, float* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP AccessAttribDouble(BSTR name, double* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP AccessAttribBOOL(BSTR name, VARIANT_BOOL* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP AccessAttribDouble(BSTR name, double* value, VARIANT_BOOL read,
+                                    VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP AccessAttribBOOL(BSTR name, VARIANT_BOOL* value, VARIANT_BOOL read,
+                                  VARIANT_BOOL* result) noexcept override;
     /// The string read replaces the one in `*value`, which is freed.
     STDMETHODIMP AccessAttribString(BSTR name, BSTR* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP AccessAttribColor(BSTR name, OLE_COLOR* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP AccessAttribColor(BSTR name, OLE_COLOR* value, VARIANT_BOOL read,
+                                   VARIANT_BOOL* result) noexcept override;
 
     /// The child leaves the tree; deleting it also empties `node`.
     STDMETHODIMP RemoveChild(IVexXMLNode* node, VARIANT_BOOL isDeleted) noexcept override;
@@ -53,7 +56,8 @@ private:
     static XmlNode* from(IVexXMLNode* node) noexcept;
     HRESULT insertBeside(IVexXMLNode* sibling, IVexXMLNode* added, std::size_t offset) noexcept;
     template <class Value, class Parse, class Format>
-    HRESULT access(BSTR name, Value* value, VARIANT_BOOL read, VARIANT_BOOL* result, Parse parse, Format format) noexcept;
+    HRESULT access(BSTR name, Value* value, VARIANT_BOOL read, VARIANT_BOOL* result, Parse parse,
+                   Format format) noexcept;
 
     std::shared_ptr<ConfigNode> m_node;
 };
