@@ -11,6 +11,9 @@ function(morvane_compile_options target)
                                                  -Werror)
         if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
             target_compile_options(${target} PRIVATE -Wno-unknown-warning-option -Wno-overloaded-virtual)
+        elseif(CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+            # GCC 12 sees overlapping copies inside optimised std::string concatenations where there are none.
+            target_compile_options(${target} PRIVATE $<$<COMPILE_LANGUAGE:CXX>:-Wno-restrict>)
         endif()
     endif()
     if(WIN32)
@@ -35,10 +38,25 @@ function(morvane_library name)
     endif()
 endfunction()
 
-# morvane_windows_pch(target): the shared precompiled header of everything that speaks COM.
+# morvane_windows_pch(target): the shared precompiled header of everything that speaks COM. It is compiled once for all
+# targets: it takes two seconds and 90 megabytes.
 function(morvane_windows_pch target)
-    if(WIN32)
-        target_precompile_headers(${target} PRIVATE ${PROJECT_SOURCE_DIR}/host/windows_headers.h)
+    if(NOT WIN32)
+        return()
+    endif()
+    if(NOT TARGET morvane_windows_headers)
+        set(source ${PROJECT_BINARY_DIR}/generated/windows_headers.cpp)
+        file(CONFIGURE OUTPUT ${source} CONTENT "// Carries the shared precompiled header.\n")
+        morvane_library(morvane_windows_headers SOURCES ${source})
+        target_precompile_headers(morvane_windows_headers PRIVATE ${PROJECT_SOURCE_DIR}/host/windows_headers.h)
+        if(NOT MSVC)
+            # Lets ccache see through the precompiled header.
+            target_compile_options(morvane_windows_headers PRIVATE -fpch-preprocess)
+        endif()
+    endif()
+    target_precompile_headers(${target} REUSE_FROM morvane_windows_headers)
+    if(NOT MSVC)
+        target_compile_options(${target} PRIVATE -fpch-preprocess)
     endif()
 endfunction()
 
