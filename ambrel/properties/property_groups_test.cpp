@@ -176,7 +176,7 @@ TEST_F(PropertiesTest, OddCreationsAreRefused)
     const auto home = group(L"Group");
     ComPtr<IVexPropBase> property;
     const Bstr name(L"x");
-    for (const int type : {-1, 14, 1000})
+    for (const int type : {14, 15})
         EXPECT_EQ(tree.createProp(owner.get(), home.get(), static_cast<enumPropType>(type), name.get(), nullptr, true,
                                   nullptr, property.put()),
                   E_INVALIDARG);
