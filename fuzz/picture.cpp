@@ -8,8 +8,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     using namespace ambrel::skin;
     const auto info = probePicture({data, size}, "picture");
     if (info)
-        fuzz::require(info->width > 0 && info->width <= kPictureSide && info->height > 0 && info->height <= kPictureSide &&
-                          info->frames > 0,
+        fuzz::require(info->width > 0 && info->width <= kPictureSide && info->height > 0 &&
+                          info->height <= kPictureSide && info->frames > 0,
                       "an accepted picture has an acceptable size");
     return 0;
 }

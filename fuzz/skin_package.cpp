@@ -1,5 +1,5 @@
-// A package in either layout, given as text: a line "=== NAME" begins each file. A skin that reads must save and read back
-// equal, and looking things up in it must be safe.
+// A package in either layout, given as text: a line "=== NAME" begins each file. A skin that reads must save and read
+// back equal, and looking things up in it must be safe.
 #include "ambrel/skin/reader.h"
 #include "ambrel/skin/writer.h"
 #include "fuzz/fuzz.h"
@@ -19,7 +19,8 @@ PackageFiles filesOf(std::string_view text)
             break;
         const std::string_view name = text.substr(kMark.size(), nameEnd - kMark.size());
         const std::size_t next = text.find("\n=== ", nameEnd);
-        const std::string_view content = text.substr(nameEnd + 1, next == std::string_view::npos ? next : next - nameEnd);
+        const std::string_view content =
+            text.substr(nameEnd + 1, next == std::string_view::npos ? next : next - nameEnd);
         if (content.size() <= 1u << 20)
             files.add(std::string(name), Bytes(content.begin(), content.end()));
         text.remove_prefix(next == std::string_view::npos ? text.size() : next + 1);
@@ -47,7 +48,8 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         return 0;
     const auto skin = readSkin(files.value());
     if (!skin) {
-        fuzz::require(!skin.error().file.empty() && !skin.error().message.empty(), "an error names its file and reason");
+        fuzz::require(!skin.error().file.empty() && !skin.error().message.empty(),
+                      "an error names its file and reason");
         return 0;
     }
     for (const SkinObject& object : skin->objects)

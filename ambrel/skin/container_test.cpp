@@ -113,9 +113,11 @@ TEST(SkinZipTest, RefusesDamagedAndHostileArchives)
         {"huge size", [](Bytes& z) { put(z, firstEntry(z) + 24, kFileBytes + 1, 4); }, Code::FileTooLarge},
         {"bomb", [](Bytes& z) { put(z, secondEntry(z) + 24, kFileBytes, 4); }, Code::FileTooLarge},
         {"size that is not the file's", [](Bytes& z) { put(z, secondEntry(z) + 24, 5001, 4); }, Code::BrokenArchive},
-        {"packed data beyond the directory", [](Bytes& z) { put(z, secondEntry(z) + 20, 500, 4); }, Code::TruncatedArchive},
+        {"packed data beyond the directory", [](Bytes& z) { put(z, secondEntry(z) + 20, 500, 4); },
+         Code::TruncatedArchive},
         {"wrong checksum", [](Bytes& z) { z.at(firstEntry(z) + 16) ^= 1; }, Code::BadChecksum},
-        {"name that differs from the file's own", [](Bytes& z) { z.at(firstEntry(z) + 46) = 'z'; }, Code::BrokenArchive},
+        {"name that differs from the file's own", [](Bytes& z) { z.at(firstEntry(z) + 46) = 'z'; },
+         Code::BrokenArchive},
         {"both entries are one file",
          [](Bytes& z) {
              Bytes entry(z.begin() + static_cast<std::ptrdiff_t>(firstEntry(z)),
@@ -144,9 +146,10 @@ TEST(SkinZipTest, SurvivesBeingCutAnywhere)
 
 TEST(SkinFileNameTest, RefusesNamesThatLeaveThePackageOrThatWindowsCannotHold)
 {
-    for (const char* name : {"", "/a", "a/", "a//b", "../a", "a/../b", "a/..", "./a", "C:/a", "C:a", "\\a", "a\\..\\b", "//server/a",
-                             "con", "CON.txt", "a/NUL", "com1", "LPT9.png", "aux .txt", "a.", "a ", "a\nb", "a*b", "a?b", "x:y",
-                             "\xFF", "\xC0\xAF", "a/b/c/d/e/f/g/h/i"}) {
+    for (const char* name : {"",        "/a",    "a/",   "a//b",     "../a",     "a/../b",     "a/..",
+                             "./a",     "C:/a",  "C:a",  "\\a",      "a\\..\\b", "//server/a", "con",
+                             "CON.txt", "a/NUL", "com1", "LPT9.png", "aux .txt", "a.",         "a ",
+                             "a\nb",    "a*b",   "a?b",  "x:y",      "\xFF",     "\xC0\xAF",   "a/b/c/d/e/f/g/h/i"}) {
         const auto added = outcomeOf([&] {
             PackageFiles files;
             files.add(name, {});

@@ -24,7 +24,9 @@ std::vector<std::string> linesOfThePage()
 // The text between the first two marks of a line, when the line begins with `start`.
 std::string codeAfter(const std::string& line, const std::string& start)
 {
-    return line.starts_with(start + '`') ? line.substr(start.size() + 1, line.find('`', start.size() + 1) - start.size() - 1) : "";
+    return line.starts_with(start + '`')
+               ? line.substr(start.size() + 1, line.find('`', start.size() + 1) - start.size() - 1)
+               : "";
 }
 
 std::set<Word> wordsOfThePage()

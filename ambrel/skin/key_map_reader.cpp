@@ -31,7 +31,8 @@ private:
             siblings.insert(element.name());
         std::vector<KeyNode> nodes;
         for (const pugi::xml_node element : elements)
-            nodes.push_back(isExpandedState(element.name(), path, siblings) ? readExpandedState(element) : readNode(element, path));
+            nodes.push_back(isExpandedState(element.name(), path, siblings) ? readExpandedState(element)
+                                                                            : readNode(element, path));
         return nodes;
     }
 
@@ -39,7 +40,8 @@ private:
     static bool isExpandedState(std::string_view name, std::string_view path, const std::set<std::string>& siblings)
     {
         const std::string prefix = joinedKey(path, "");
-        if (!name.ends_with(names::kExpanded) || !name.starts_with(prefix) || name.size() < prefix.size() + names::kExpanded.size())
+        if (!name.ends_with(names::kExpanded) || !name.starts_with(prefix) ||
+            name.size() < prefix.size() + names::kExpanded.size())
             return false;
         name.remove_suffix(names::kExpanded.size());
         return siblings.contains(std::string(name.substr(prefix.size())));
@@ -81,7 +83,8 @@ private:
         if (key)
             return readProperty({m_document, element, key}, path);
         if (!hasChildren && element.first_attribute())
-            m_document.fail(Code::BadKeyMap, element, "a property needs an attribute that is called like its short key");
+            m_document.fail(Code::BadKeyMap, element,
+                            "a property needs an attribute that is called like its short key");
         KeyNode node;
         node.name = element.name();
         for (const pugi::xml_attribute attribute : element.attributes())
@@ -98,7 +101,7 @@ private:
         node.kind = kindOfAttribute(key.name());
         node.key = key.value();
         if (!isXmlName(node.key) || isSettingName(node.key) || isBookkeeping(node.key))
-            key.fail(Code::BadKeyMap, "\"" + printable(node.key) + "\" cannot be a short key");
+            key.fail(Code::BadKeyMap, '"' + printable(node.key) + "\" cannot be a short key");
         if (!m_keys.insert(node.key).second)
             key.fail(Code::DuplicateName, "another property has this short key");
         if (!m_paths.insert(path + '/' + node.name).second)

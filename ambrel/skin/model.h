@@ -199,7 +199,7 @@ struct Property {
 
 /// Settings that every control has; a missing one leaves the control as it is.
 struct ObjectSettings {
-    std::optional<std::int32_t> width;  ///< design size, pixels
+    std::optional<std::int32_t> width; ///< design size, pixels
     std::optional<std::int32_t> height;
     std::optional<std::string> resId;
     std::optional<bool> saveBits;
@@ -289,8 +289,8 @@ struct Skin {
     std::vector<RawElement> otherPropElements; ///< of prop.xml's root
     PackageFiles files; ///< all files but the four XML ones: pictures and whatever else the package brings
 
-    /// The value that the skin gives a control's property, nullopt when it leaves the control's default: the object's own
-    /// value, else what the key map gives for it. `groupPath` joins groups with '/' ("Unchecked/Normal").
+    /// The value that the skin gives a control's property, nullopt when it leaves the control's default: the object's
+    /// own value, else what the key map gives for it. `groupPath` joins groups with '/' ("Unchecked/Normal").
     std::optional<PropertyValue> valueOf(const SkinObject& object, std::string_view groupPath,
                                          std::string_view name) const;
 
@@ -313,8 +313,8 @@ const PictureFile& fileForScale(const Picture& picture, std::int32_t percent);
 /// What stands before the keys of an object's content: root and object path, "Ambrel1_UIForm1_Button1".
 std::string contentPrefixOf(const SkinObject& object);
 
-/// The control type whose keys an object uses: by class number where it is known, else the object's element name without
-/// its trailing digits.
+/// The control type whose keys an object uses: by class number where it is known, else the object's element name
+/// without its trailing digits.
 std::string typeOf(const SkinObject& object);
 
 /// Group path and property name in one, as keys of the full layout are: "Unchecked/Normal" and "Image" give

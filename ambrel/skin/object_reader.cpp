@@ -181,8 +181,10 @@ private:
     void checkRegion(const AttributeAt& at) const
     {
         const auto isIt = [&](const RawElement& region) { return region.name == at.value(); };
-        if (!at.value().empty() && (m_regions == nullptr || std::none_of(m_regions->children.begin(), m_regions->children.end(), isIt)))
-            at.fail(Code::UnknownReference, "there is no entry \"" + printable(at.value()) + "\" in <" + std::string(kRegionSection) + '>');
+        if (!at.value().empty() &&
+            (m_regions == nullptr || std::none_of(m_regions->children.begin(), m_regions->children.end(), isIt)))
+            at.fail(Code::UnknownReference,
+                    "there is no entry \"" + printable(at.value()) + "\" in <" + std::string(kRegionSection) + '>');
     }
 
     bool readObjectProperty(const AttributeAt& at, SkinObject& object) const
@@ -200,7 +202,8 @@ private:
         return true;
     }
 
-    // "Ambrel1_UIForm1_ScrollBar1ScrollInfoMax" gives "ScrollInfoMax" for the object "ScrollBar1"; empty for other names.
+    // "Ambrel1_UIForm1_ScrollBar1ScrollInfoMax" gives "ScrollInfoMax" for the object "ScrollBar1"; empty for other
+    // names.
     static std::string_view contentKey(std::string_view attribute, SkinObject& object)
     {
         const std::size_t at = attribute.find('_' + object.id);
@@ -252,7 +255,8 @@ private:
                 object.properties.push_back({key->second.group, key->second.name, key->second.kind, attribute.value()});
                 checkValue(at, object.properties.back());
             } else if (!keys && isShortKey(at.name())) {
-                at.fail(Code::MissingKeyMap, "mapattrib.xml has no element <" + printable(typeOf(object)) + "> to tell what this key means");
+                at.fail(Code::MissingKeyMap,
+                        "mapattrib.xml has no element <" + printable(typeOf(object)) + "> to tell what this key means");
             } else {
                 object.otherProps.push_back({attribute.name(), attribute.value()});
             }

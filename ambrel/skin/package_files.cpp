@@ -46,7 +46,8 @@ const char* faultOfCharacters(std::string_view name)
     if (!isUtf8(name))
         return "is not UTF-8";
     const auto forbidden = [](char c) {
-        return static_cast<unsigned char>(c) < 0x20 || c == 0x7F || std::string_view("\\:*?\"<>|").find(c) != std::string_view::npos;
+        return static_cast<unsigned char>(c) < 0x20 || c == 0x7F ||
+               std::string_view("\\:*?\"<>|").find(c) != std::string_view::npos;
     };
     return std::any_of(name.begin(), name.end(), forbidden) ? "has a character that file names cannot hold" : nullptr;
 }

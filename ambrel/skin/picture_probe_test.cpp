@@ -42,14 +42,17 @@ std::string gif(const std::string& frames)
 
 std::string jpeg(int width, int height)
 {
-    const auto big16 = [](int value) { return std::string{static_cast<char>(value >> 8), static_cast<char>(value & 0xFF)}; };
+    const auto big16 = [](int value) {
+        return std::string{static_cast<char>(value >> 8), static_cast<char>(value & 0xFF)};
+    };
     return "\xFF\xD8\xFF\xE0\0\x04xx"s + "\xFF\xC0\0\x0B\x08"s + big16(height) + big16(width) + "\x01\x01\x11\0"s +
            "\xFF\xDA\0\x08\x01\x01\0\0\x3F\0pixels\xFF\xD9"s;
 }
 
 std::string icon(const std::string& image)
 {
-    return "\0\0\1\0\1\0"s + "\x10\x10\0\0\1\0\x20\0"s + little32(static_cast<int>(image.size())) + little32(22) + image;
+    return "\0\0\1\0\1\0"s + "\x10\x10\0\0\1\0\x20\0"s + little32(static_cast<int>(image.size())) + little32(22) +
+           image;
 }
 
 Outcome<PictureInfo> probe(std::string_view bytes)
@@ -96,7 +99,8 @@ TEST(PictureProbeTest, TellsKindAndSizeByTheBytes)
 
 TEST(PictureProbeTest, RefusesPicturesCutOffAnywhereBeforeTheirPixels)
 {
-    for (const std::string& whole : {pngText(3, 2), bmp(3, 2), gif(gifFrame(0, 3)), kSmallIcon, jpeg(3, 2).substr(0, 22)}) {
+    for (const std::string& whole :
+         {pngText(3, 2), bmp(3, 2), gif(gifFrame(0, 3)), kSmallIcon, jpeg(3, 2).substr(0, 22)}) {
         for (std::size_t size = 0; size < whole.size(); ++size)
             EXPECT_FALSE(probe(std::string_view(whole).substr(0, size)).ok()) << whole.substr(0, 6) << size;
     }

@@ -18,12 +18,13 @@ TEST(SkinPositionTest, ReadsAndWritesTheCompactForm)
 
 TEST(SkinPositionTest, RefusesAnythingElse)
 {
-    for (const char* text : {"", ":", "HA0,HST3,l114,r0,w206", "HA0,HST3,l114,r0,w206:", "HA0,HST3,l114,r0:VA0,VST3,t131,b0,h109",
-                             "HA0,HST3,l1,l1,w206:VA0,VST3,t131,b0,h109", "HA3,HST3,l114,r0,w206:VA0,VST3,t131,b0,h109",
-                             "HA0,HST4,l114,r0,w206:VA0,VST3,t131,b0,h109", "HA0,HST3,l1000001,r0,w206:VA0,VST3,t131,b0,h109",
-                             "HA0,HST3,l99999999999999999999,r0,w206:VA0,VST3,t131,b0,h109",
-                             "VA0,VST3,t131,b0,h109:HA0,HST3,l114,r0,w206", "HA0,HST3,l114,r0,w206,:VA0,VST3,t131,b0,h109",
-                             "HA0,HST3,l 114,r0,w206:VA0,VST3,t131,b0,h109", "HA0,HST3,l114,r0,w206:VA0,VST3,t131,b0,h109:"})
+    for (const char* text :
+         {"", ":", "HA0,HST3,l114,r0,w206", "HA0,HST3,l114,r0,w206:", "HA0,HST3,l114,r0:VA0,VST3,t131,b0,h109",
+          "HA0,HST3,l1,l1,w206:VA0,VST3,t131,b0,h109", "HA3,HST3,l114,r0,w206:VA0,VST3,t131,b0,h109",
+          "HA0,HST4,l114,r0,w206:VA0,VST3,t131,b0,h109", "HA0,HST3,l1000001,r0,w206:VA0,VST3,t131,b0,h109",
+          "HA0,HST3,l99999999999999999999,r0,w206:VA0,VST3,t131,b0,h109", "VA0,VST3,t131,b0,h109:HA0,HST3,l114,r0,w206",
+          "HA0,HST3,l114,r0,w206,:VA0,VST3,t131,b0,h109", "HA0,HST3,l 114,r0,w206:VA0,VST3,t131,b0,h109",
+          "HA0,HST3,l114,r0,w206:VA0,VST3,t131,b0,h109:"})
         EXPECT_FALSE(parsePosition(text)) << text;
 }
 

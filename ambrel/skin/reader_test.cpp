@@ -33,9 +33,9 @@ TEST(SkinReaderTest, FindsValuesOfTheCompactLayoutByTheKeyMap)
     ASSERT_EQ(skin.objects.size(), 1u);
     EXPECT_EQ(valueOf(skin, "Normal", "Image"), "ImageSection1");
     EXPECT_EQ(skin.valueOf(skin.objects[0], "Normal", "Image")->kind, ValueKind::ImageSection);
-    EXPECT_EQ(valueOf(skin, "Normal", "Graphics"), "");          // there, and empty
-    EXPECT_EQ(valueOf(skin, "Text", "Text"), "Push \"me\"");     // the key map's default
-    EXPECT_EQ(valueOf(skin, "Text", "ShowText"), "0");           // the object's own value goes before the default
+    EXPECT_EQ(valueOf(skin, "Normal", "Graphics"), "");      // there, and empty
+    EXPECT_EQ(valueOf(skin, "Text", "Text"), "Push \"me\""); // the key map's default
+    EXPECT_EQ(valueOf(skin, "Text", "ShowText"), "0");       // the object's own value goes before the default
     EXPECT_EQ(valueOf(skin, "Cursor/Deep", "Image"), "ImageSection1");
     EXPECT_EQ(valueOf(skin, "AutoResize", "MaxTextWidth"), "(default)"); // not in the key map
     EXPECT_EQ(valueOf(skin, "Normal", "NormalIsExpand"), "(default)");
@@ -118,9 +118,12 @@ TEST(SkinReaderTest, RefusesBadPackagesWithThePlaceAndTheNames)
         {"shareres.xml", "0x00FFFFFF", "0xFFFFFF", Code::BadColour, "Gradient1", "clrEnd"},
         {"shareres.xml", "clrText=\"Ink\"", "clrText=\"Pink\"", Code::UnknownReference, "TextStyle1", "clrText"},
         {"shareres.xml", "0x00D96325", "Ink", Code::LoopingReference, "Ink", "clrValue"},
-        {"shareres.xml", "PreFontGUID0=\"FontEx1\"", "PreFontGUID0=\"Pic1\"", Code::WrongReference, "TextStyle1", "PreFontGUID0"},
-        {"shareres.xml", "IsTrans=\"1\" PicId=\"Pic1\"", "PicId=\"ImageSection1\"", Code::WrongReference, "ImageSection1", "PicId"},
-        {"shareres.xml", "IsTrans=\"1\" PicId=\"Pic1\"", "PicId=\"Pic2\"", Code::UnknownReference, "ImageSection1", "PicId"},
+        {"shareres.xml", "PreFontGUID0=\"FontEx1\"", "PreFontGUID0=\"Pic1\"", Code::WrongReference, "TextStyle1",
+         "PreFontGUID0"},
+        {"shareres.xml", "IsTrans=\"1\" PicId=\"Pic1\"", "PicId=\"ImageSection1\"", Code::WrongReference,
+         "ImageSection1", "PicId"},
+        {"shareres.xml", "IsTrans=\"1\" PicId=\"Pic1\"", "PicId=\"Pic2\"", Code::UnknownReference, "ImageSection1",
+         "PicId"},
         {"shareres.xml", "back.PNG", "gone.png", Code::MissingPicture, "Pic1", "Caption"},
         {"shareres.xml", "back.PNG", "../../etc/passwd", Code::MissingPicture, "Pic1", "Caption"},
         {"shareres.xml", "back.PNG", "readme.txt", Code::UnknownPicture, "Pic1", "Caption"},
@@ -135,7 +138,8 @@ TEST(SkinReaderTest, RefusesBadPackagesWithThePlaceAndTheNames)
         {"objects.xml", "90000", "100", Code::BadType, "Button1", "Type"},
         {"objects.xml", "Width=\"200\"", "Width=\"-1\"", Code::OutOfRange, "Button1", "Width"},
         {"objects.xml", "<SkinCtrls/>", "<Objects/>", Code::DuplicateName, "Objects", ""},
-        {"objects.xml", "Odd=\"kept\"/>", "/><Button1 AddinGuid=\"Morvane17\" Type=\"90000\"/>", Code::DuplicateName, "Button1", ""},
+        {"objects.xml", "Odd=\"kept\"/>", "/><Button1 AddinGuid=\"Morvane17\" Type=\"90000\"/>", Code::DuplicateName,
+         "Button1", ""},
         {"prop.xml", "HA0,HST3", "HA0,HST", Code::BadPosition, "Button1", "DragPosition"},
         {"prop.xml", "V2=\"TextStyle1\"", "V2=\"ImageSection1\"", Code::WrongReference, "Button1", "V2"},
         {"prop.xml", "V5=\"Cursor1\"", "V5=\"Cursor2\"", Code::UnknownReference, "Button1", "V5"},
@@ -148,7 +152,8 @@ TEST(SkinReaderTest, RefusesBadPackagesWithThePlaceAndTheNames)
         {"mapattrib.xml", "V6=\"V6\"", "Visible=\"Visible\"", Code::BadKeyMap, "ShowText", "Visible"},
         {"mapattrib.xml", "<ShowText V6", "<Text V6", Code::DuplicateName, "Text", ""},
         {"mapattrib.xml", "Default=\"ImageSection1\"", "Default=\"FontEx1\"", Code::WrongReference, "Image", "Default"},
-        {"mapattrib.xml", "<Button>", "<Button Default=\"1\"><Text V4=\"V4\"><A/></Text>", Code::BadKeyMap, "Text", "V4"},
+        {"mapattrib.xml", "<Button>", "<Button Default=\"1\"><Text V4=\"V4\"><A/></Text>", Code::BadKeyMap, "Text",
+         "V4"},
     };
     for (const Case& one : cases) {
         const SkinError error = errorOf(replaced(compactPackage(), one.file, one.from, one.to));

@@ -17,10 +17,11 @@ void ResourceIndex::check(const AttributeAt& at, Section section, const std::str
     for (std::size_t other = 1; other < kSections; ++other) {
         const auto otherSection = static_cast<Section>(other);
         if (has(otherSection, id))
-            at.fail(Code::WrongReference, '"' + printable(id) + "\" is " + std::string(describe(otherSection)) + ", not " +
-                                              std::string(describe(section)));
+            at.fail(Code::WrongReference, '"' + printable(id) + "\" is " + std::string(describe(otherSection)) +
+                                              ", not " + std::string(describe(section)));
     }
-    at.fail(Code::UnknownReference, "there is no entry \"" + printable(id) + "\" in <" + std::string(sectionName(section)) + '>');
+    at.fail(Code::UnknownReference,
+            "there is no entry \"" + printable(id) + "\" in <" + std::string(sectionName(section)) + '>');
 }
 
 namespace {
@@ -33,7 +34,9 @@ bool isBrokenGuidName(std::string_view id)
     if (!id.starts_with("Guid"))
         return false;
     const std::string_view digits = id.substr(4);
-    const auto isHex = [](char c) { return std::string_view("0123456789abcdefABCDEF").find(c) != std::string_view::npos; };
+    const auto isHex = [](char c) {
+        return std::string_view("0123456789abcdefABCDEF").find(c) != std::string_view::npos;
+    };
     return digits.size() != 32 || !std::all_of(digits.begin(), digits.end(), isHex);
 }
 
@@ -129,7 +132,8 @@ private:
             std::size_t end = i;
             for (std::size_t steps = 0; !colours[end].colour.predefined.empty(); ++steps) {
                 if (steps == kLongestColourChain)
-                    at.fail(Code::LoopingReference, "the predefined colours name one another in a circle or in too long a chain");
+                    at.fail(Code::LoopingReference,
+                            "the predefined colours name one another in a circle or in too long a chain");
                 m_out.index.check(at, Section::Colours, colours[end].colour.predefined);
                 end = places.at(colours[end].colour.predefined);
             }
@@ -157,7 +161,8 @@ private:
     template <class Entry>
     void followField(const AttributeAt& at, const Field<Entry>& field, Entry& entry)
     {
-        if (const auto* text = std::get_if<std::string Entry::*>(&field.member); text && field.refersTo != Section::None)
+        if (const auto* text = std::get_if<std::string Entry::*>(&field.member);
+            text && field.refersTo != Section::None)
             m_out.index.check(at, field.refersTo, entry.*(*text));
         if (const auto* colour = std::get_if<Colour Entry::*>(&field.member)) {
             Colour& value = entry.*(*colour);
@@ -193,7 +198,8 @@ private:
                 m_document.fail(info.error().code, element, "Caption", spelling + ": " + info.error().message);
             m_pixels += std::int64_t(info->width) * info->height * info->frames;
             if (m_pixels > kPixelsOfPackage)
-                m_document.fail(Code::PictureTooLarge, element, "Caption", "the package's pictures are too large together");
+                m_document.fail(Code::PictureTooLarge, element, "Caption",
+                                "the package's pictures are too large together");
             known = m_probed.emplace(spelling, info.value()).first;
         }
         picture.files.push_back({scale, spelling, known->second});
@@ -216,7 +222,8 @@ private:
         const std::int32_t width = section.right - section.left;
         const std::int32_t height = section.bottom - section.top;
         if (width < 0 || height < 0)
-            m_document.fail(Code::OutOfRange, element, width < 0 ? "right" : "bottom", "the source rectangle is turned inside out");
+            m_document.fail(Code::OutOfRange, element, width < 0 ? "right" : "bottom",
+                            "the source rectangle is turned inside out");
         if (section.picture.empty())
             return;
         const PictureInfo& info = pictures.at(section.picture)->files.front().info;
@@ -227,7 +234,8 @@ private:
         if (section.leftWidth + section.rightWidth > width)
             m_document.fail(Code::OutsidePicture, element, "LeftWidth", "the fixed borders are wider than the section");
         if (section.topHeight + section.bottomHeight > height)
-            m_document.fail(Code::OutsidePicture, element, "TopHeight", "the fixed borders are higher than the section");
+            m_document.fail(Code::OutsidePicture, element, "TopHeight",
+                            "the fixed borders are higher than the section");
     }
 
     static constexpr std::size_t kLongestColourChain = 64;

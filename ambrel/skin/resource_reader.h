@@ -10,7 +10,10 @@ namespace ambrel::skin {
 /// Which names the resources of a package have, for checking references.
 class ResourceIndex {
 public:
-    void add(Section section, const std::string& id) { m_sections[static_cast<std::size_t>(section)].emplace(id, m_next++); }
+    void add(Section section, const std::string& id)
+    {
+        m_sections[static_cast<std::size_t>(section)].emplace(id, m_next++);
+    }
     bool has(Section section, const std::string& id) const
     {
         return m_sections[static_cast<std::size_t>(section)].contains(id);

@@ -93,11 +93,12 @@ constexpr std::string_view kFullObjects = R"(<?xml version="1.0" encoding="UTF-8
 <Ambrel>
   <SkinInfo SkinName="Form" Author="Ä" DesignUrl="" Description="" Version="1.0"/>
   <Objects>
-    <Guid00112233445566778899AABBCCDDEEFF AddinGuid="{17413601-408F-4A0A-A495-35FFB7C3D9DD}" Name="UIForm1" Type="90000"
-        Visible="1" HAlign="0" HSpaceType="3" left="1" right="2" width="30" VAlign="2" VSpaceType="0" top="-4" bottom="5"
-        height="60" VexObj="17" SkinResourcePtr="99" BackImage.ImageSecId="Guid00000000000000000000000000000002"
+    <Guid00112233445566778899AABBCCDDEEFF AddinGuid="{17413601-408F-4A0A-A495-35FFB7C3D9DD}" Name="UIForm1"
+        Type="90000" Visible="1" HAlign="0" HSpaceType="3" left="1" right="2" width="30" VAlign="2" VSpaceType="0"
+        top="-4" bottom="5" height="60" VexObj="17" SkinResourcePtr="99" BackImage.ImageSecId="Guid00000000000000000000000000000002"
         TextText="two&#10;lines &amp; &quot;more&quot;" BackDrawColor="1">
-      <Guid11112233445566778899AABBCCDDEEFF AddinGuid="{0A44CA5A-ACF6-49CC-ABDB-A9A9B685B7C2}" Name="Static1" Type="90000"/>
+      <Guid11112233445566778899AABBCCDDEEFF AddinGuid="{0A44CA5A-ACF6-49CC-ABDB-A9A9B685B7C2}" Name="Static1"
+        Type="90000"/>
     </Guid00112233445566778899AABBCCDDEEFF>
   </Objects>
   <SkinCtrls/>

@@ -31,7 +31,12 @@ struct Decoded {
 std::optional<Decoded> decode(std::string_view text)
 {
     const auto lead = static_cast<unsigned char>(text[0]);
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t length = lead < 0x80   ? 1
+                               : lead < 0xC2 ? 0
+                               : lead < 0xE0 ? 2
+                               : lead < 0xF0 ? 3
+                               : lead < 0xF5 ? 4
+                                             : 0;
     if (length == 0 || text.size() < length)
         return std::nullopt;
     std::uint32_t value = length == 1 ? lead : lead & (0xFFu >> (length + 1));
@@ -86,7 +91,8 @@ std::string printable(std::string_view text)
 {
     constexpr std::size_t kShown = 80;
     std::string out(text.substr(0, kShown));
-    std::replace_if(out.begin(), out.end(), [](char c) { return c < 0x20 || c > 0x7E; }, '?');
+    std::replace_if(
+        out.begin(), out.end(), [](char c) { return c < 0x20 || c > 0x7E; }, '?');
     return text.size() > kShown ? out + "..." : out;
 }
 

@@ -202,11 +202,11 @@ namespace {
 constexpr std::string_view kWithObject[] = {"Width",        "Height",  "ResId",    "SaveBits", "HaveCanvas",
                                             "CanvasFlages", "TabStop", "TabOrder", "DrawFocus"};
 
-constexpr std::string_view kSectionNames[kSections] = {"",          "PreDefColors", "Images",     "FontExs",
-                                                       "GradientColor", "ImageSecs", "TextStyles", "SkinCursors"};
+constexpr std::string_view kSectionNames[kSections] = {
+    "", "PreDefColors", "Images", "FontExs", "GradientColor", "ImageSecs", "TextStyles", "SkinCursors"};
 constexpr std::string_view kSectionWords[kSections] = {"",           "a predefined colour", "a picture",    "a font",
                                                        "a gradient", "an image section",    "a text style", "a cursor"};
-constexpr std::string_view kKeptSections[] = {"FontFiles",  "Sounds", "Customs", "PluginFiles",
+constexpr std::string_view kKeptSections[] = {"FontFiles",  "Sounds",       "Customs", "PluginFiles",
                                               "ImageFonts", kRegionSection, "Apps"};
 
 struct Kind {
@@ -271,7 +271,8 @@ std::string_view kindAttribute(ValueKind kind)
 
 ValueKind kindOfAttribute(std::string_view word)
 {
-    const auto it = std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& k) { return k.attribute == word; });
+    const auto it =
+        std::find_if(std::begin(kKinds), std::end(kKinds), [&](const Kind& k) { return k.attribute == word; });
     return it == std::end(kKinds) ? ValueKind::Plain : it->kind;
 }
 

@@ -21,9 +21,9 @@ std::string_view sectionName(Section section);
 std::string_view describe(Section section);
 
 template <class Entry>
-using FieldMember =
-    std::variant<std::string Entry::*, bool Entry::*, std::int32_t Entry::*, Colour Entry::*,
-                 std::optional<std::string> Entry::*, std::optional<bool> Entry::*, std::optional<std::int32_t> Entry::*>;
+using FieldMember = std::variant<std::string Entry::*, bool Entry::*, std::int32_t Entry::*, Colour Entry::*,
+                                 std::optional<std::string> Entry::*, std::optional<bool> Entry::*,
+                                 std::optional<std::int32_t> Entry::*>;
 
 /// One attribute of an element that becomes an Entry.
 template <class Entry>

@@ -255,7 +255,8 @@ private:
     const KeysByPath& keysOf(const std::string& type)
     {
         const auto known = m_keys.find(type);
-        return known != m_keys.end() ? known->second : m_keys.emplace(type, keysByPath(m_skin.keys, type)).first->second;
+        return known != m_keys.end() ? known->second
+                                     : m_keys.emplace(type, keysByPath(m_skin.keys, type)).first->second;
     }
 
     const Skin& m_skin;

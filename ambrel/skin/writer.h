@@ -6,16 +6,17 @@
 
 namespace ambrel::skin {
 
-/// The files of a package in the skin's own layout. Reading them gives an equal skin when the skin came from a package or
-/// follows the same rules; a property of the compact layout needs a key in the key map (see addMissingKeys). Fails when the
-/// files would pass a limit of packages.
+/// The files of a package in the skin's own layout. Reading them gives an equal skin when the skin came from a package
+/// or follows the same rules; a property of the compact layout needs a key in the key map (see addMissingKeys). Fails
+/// when the files would pass a limit of packages.
 Outcome<PackageFiles> writeSkin(const Skin& skin);
 
-/// Gives properties that the key map lacks a fresh short key, so that a skin made or changed by code can be written in the
-/// compact layout.
+/// Gives properties that the key map lacks a fresh short key, so that a skin made or changed by code can be written in
+/// the compact layout.
 void addMissingKeys(Skin& skin);
 
-/// Writes the skin as a zip file. The package is read back and compared first; on failure an older file stays as it was.
+/// Writes the skin as a zip file. The package is read back and compared first; on failure an older file stays as it
+/// was.
 Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& file);
 
 } // namespace ambrel::skin

@@ -30,7 +30,8 @@ TEST(SkinWriterTest, BothLayoutsReadBackEqual)
 TEST(SkinWriterTest, TextsOfAnyCharactersSurvive)
 {
     Skin skin = readSkin(fullPackage()).value();
-    for (const char* text : {"", " ", "\t", "\n\n", " a\r\nb ", "&<>\"'", "&amp;", "]]>", "\xE4\xBD\xA0\xF0\x9F\x98\x80"}) {
+    for (const char* text :
+         {"", " ", "\t", "\n\n", " a\r\nb ", "&<>\"'", "&amp;", "]]>", "\xE4\xBD\xA0\xF0\x9F\x98\x80"}) {
         skin.objects[0].properties[1] = {"", "TextText", ValueKind::Plain, text};
         skin.info = RawElement{"SkinInfo", {{"Author", text}}, text, {{"Inner", {}, text, {{"Leaf", {}, "", {}}}}}};
         EXPECT_TRUE(writtenAndRead(skin) == skin) << '"' << text << '"';

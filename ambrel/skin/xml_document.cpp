@@ -19,8 +19,8 @@ XmlDocument::XmlDocument(std::string file, const Bytes& bytes) : m_file(std::mov
     checkTree();
 }
 
-// Bounds what the parser will allocate before it runs: it makes at most one node for each '<' and one for the text before
-// it, and one attribute for each '='.
+// Bounds what the parser will allocate before it runs: it makes at most one node for each '<' and one for the text
+// before it, and one attribute for each '='.
 void XmlDocument::checkSource() const
 {
     std::size_t nodes = 0;
@@ -30,7 +30,8 @@ void XmlDocument::checkSource() const
             failAt(Code::BadEncoding, at, "this is not UTF-8, or a character that XML does not allow");
         nodes += m_source[at] == '<' ? 2 : m_source[at] == '=' ? 1 : 0;
         if (nodes > kXmlNodes)
-            failAt(Code::TooManyNodes, at, "the text has more than " + std::to_string(kXmlNodes) + " elements and attributes");
+            failAt(Code::TooManyNodes, at,
+                   "the text has more than " + std::to_string(kXmlNodes) + " elements and attributes");
         at += length;
     }
 }
@@ -40,7 +41,8 @@ void XmlDocument::parse()
     const unsigned flags = pugi::parse_default | pugi::parse_doctype;
     const auto result = m_document.load_buffer(m_source.data(), m_source.size(), flags, pugi::encoding_utf8);
     if (!result)
-        failAt(Code::BadXml, static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0)), result.description());
+        failAt(Code::BadXml, static_cast<std::size_t>(std::max<std::ptrdiff_t>(result.offset, 0)),
+               result.description());
 }
 
 // Walks without recursion, so that the depth is checked before anything recurses over the tree.
@@ -55,7 +57,8 @@ void XmlDocument::checkTree() const
         else if (std::string_view(node.value()).size() > kXmlValueBytes)
             failAt(Code::TextTooLong, static_cast<std::size_t>(node.offset_debug()), "the text is too long");
         else if (!isUtf8(node.value()))
-            failAt(Code::BadEncoding, static_cast<std::size_t>(node.offset_debug()), "the text has an impossible character");
+            failAt(Code::BadEncoding, static_cast<std::size_t>(node.offset_debug()),
+                   "the text has an impossible character");
         if (depth > kXmlDepth)
             fail(Code::TooDeep, node, "elements lie more than " + std::to_string(kXmlDepth) + " deep");
         if (node.first_child()) {
@@ -82,7 +85,8 @@ void XmlDocument::checkElement(pugi::xml_node element) const
         if (!isXmlName(name))
             fail(Code::BadName, element, name, "the attribute's name is too long or has an odd character");
         if (value.size() > kXmlValueBytes)
-            fail(Code::TextTooLong, element, name, "the value has more than " + std::to_string(kXmlValueBytes) + " bytes");
+            fail(Code::TextTooLong, element, name,
+                 "the value has more than " + std::to_string(kXmlValueBytes) + " bytes");
         if (!isUtf8(value))
             fail(Code::BadEncoding, element, name, "the value has an impossible character");
         names.push_back(name);
@@ -111,14 +115,16 @@ void XmlDocument::fail(Code code, pugi::xml_node element, std::string message) c
 void XmlDocument::fail(Code code, pugi::xml_node element, std::string_view attribute, std::string message) const
 {
     const auto offset = static_cast<std::size_t>(std::max<std::ptrdiff_t>(element.offset_debug(), 0));
-    failAt(code, offsetOfAttribute(offset, attribute), std::move(message), printable(element.name()), printable(attribute));
+    failAt(code, offsetOfAttribute(offset, attribute), std::move(message), printable(element.name()),
+           printable(attribute));
 }
 
 void XmlDocument::failAt(Code code, std::size_t offset, std::string message, std::string element,
                          std::string attribute) const
 {
     const Place place = placeOf(offset);
-    throw SkinFailure({code, m_file, place.line, place.column, std::move(element), std::move(attribute), std::move(message)});
+    throw SkinFailure(
+        {code, m_file, place.line, place.column, std::move(element), std::move(attribute), std::move(message)});
 }
 
 XmlDocument::Place XmlDocument::placeOf(std::size_t offset) const

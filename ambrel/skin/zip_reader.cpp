@@ -38,8 +38,8 @@ struct Entry {
     std::uint32_t checksum;
     std::uint32_t packedSize;
     std::uint32_t size;
-    std::uint64_t local;        // offset of the local header
-    std::uint64_t dataEnd = 0;  // first byte after the packed data
+    std::uint64_t local;       // offset of the local header
+    std::uint64_t dataEnd = 0; // first byte after the packed data
     bool isFolder() const { return name.back() == '/'; }
 };
 
@@ -50,7 +50,8 @@ public:
     PackageFiles read()
     {
         if (m_bytes.size() > kArchiveBytes)
-            failFile(Code::PackageTooLarge, m_archive, "the archive has more than " + std::to_string(kArchiveBytes) + " bytes");
+            failFile(Code::PackageTooLarge, m_archive,
+                     "the archive has more than " + std::to_string(kArchiveBytes) + " bytes");
         const Directory directory = findDirectory();
         std::vector<Entry> entries = readEntries(directory);
         PackageFiles files;
@@ -89,7 +90,8 @@ private:
         if (std::uint64_t(offset) + size > at)
             failFile(Code::BrokenArchive, m_archive, "the directory does not lie before its end record");
         if (count > kFilesOfPackage)
-            failFile(Code::TooManyFiles, m_archive, "the archive has more than " + std::to_string(kFilesOfPackage) + " entries");
+            failFile(Code::TooManyFiles, m_archive,
+                     "the archive has more than " + std::to_string(kFilesOfPackage) + " entries");
         return {count, offset, std::uint64_t(offset) + size};
     }
 
@@ -101,7 +103,8 @@ private:
             if (at + kEntrySize > directory.end || m_bytes.little32(at) != kEntrySignature)
                 failFile(Code::BrokenArchive, m_archive, "the directory has fewer entries than it says");
             const std::uint64_t nameSize = m_bytes.little16(at + 28);
-            const std::uint64_t next = at + kEntrySize + nameSize + m_bytes.little16(at + 30) + m_bytes.little16(at + 32);
+            const std::uint64_t next =
+                at + kEntrySize + nameSize + m_bytes.little16(at + 30) + m_bytes.little16(at + 32);
             if (next > directory.end)
                 failFile(Code::BrokenArchive, m_archive, "a directory entry reaches beyond the directory");
             entries.push_back(readEntry(at, m_bytes.text(at + kEntrySize, nameSize)));
@@ -114,20 +117,22 @@ private:
     {
         const bool isFolder = name.ends_with('/');
         checkFileName(isFolder ? name.substr(0, name.size() - 1) : name);
-        Entry entry{std::string(name),           m_bytes.little16(at + 10), m_bytes.little32(at + 16),
-                    m_bytes.little32(at + 20),   m_bytes.little32(at + 24), m_bytes.little32(at + 42)};
+        Entry entry{std::string(name),         m_bytes.little16(at + 10), m_bytes.little32(at + 16),
+                    m_bytes.little32(at + 20), m_bytes.little32(at + 24), m_bytes.little32(at + 42)};
         if ((m_bytes.little16(at + 8) & kEncryptedFlags) != 0)
             failFile(Code::UnsupportedArchive, entry.name, "the file is encrypted");
         if (entry.packedSize == kIn64BitField || entry.size == kIn64BitField || entry.local == kIn64BitField)
             failFile(Code::UnsupportedArchive, entry.name, "64-bit archives are not read");
         if (entry.method != kStored && entry.method != kDeflated)
-            failFile(Code::UnsupportedArchive, entry.name, "compression method " + std::to_string(entry.method) + " is not read");
+            failFile(Code::UnsupportedArchive, entry.name,
+                     "compression method " + std::to_string(entry.method) + " is not read");
         if (isFolder && entry.size != 0)
             failFile(Code::BrokenArchive, entry.name, "a folder has contents of its own");
         if (entry.size > kFileBytes)
             failFile(Code::FileTooLarge, entry.name, "the file has more than " + std::to_string(kFileBytes) + " bytes");
         if (entry.size > kFreelyUnpackedBytes && entry.size / kGrowth > entry.packedSize)
-            failFile(Code::FileTooLarge, entry.name, "the file grows by more than " + std::to_string(kGrowth) + " times");
+            failFile(Code::FileTooLarge, entry.name,
+                     "the file grows by more than " + std::to_string(kGrowth) + " times");
         return entry;
     }
 

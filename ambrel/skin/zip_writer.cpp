@@ -8,9 +8,9 @@ namespace ambrel::skin {
 
 namespace {
 
-constexpr std::uint32_t kVersion = 20;        // folders and deflate
+constexpr std::uint32_t kVersion = 20; // folders and deflate
 constexpr std::uint32_t kUtf8Names = 0x0800;
-constexpr std::uint32_t kDate = 0x0021;       // 1 January 1980: the archive depends on the files alone
+constexpr std::uint32_t kDate = 0x0021; // 1 January 1980: the archive depends on the files alone
 
 class ByteWriter {
 public:
