@@ -1,0 +1,116 @@
+#include "ambrel/render/fill_color.h"
+
+#include "ambrel/pixels/gradient.h"
+#include "ambrel/render/colours.h"
+#include "ambrel/render/dib_surface.h"
+#include "ambrel/render/render_dc.h"
+
+namespace ambrel {
+
+using morvane::returning;
+using morvane::toRect;
+
+void* FillColor::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+
+void FillColor::setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexcept
+{
+    m_start = start;
+    m_end = end;
+    m_rotation = rotation;
+    changed();
+}
+
+void FillColor::draw(const Canvas& canvas, const Rect& rect) const
+{
+    fillGradient(canvas, rect, toPixel(m_start), toPixel(m_end), static_cast<int>(m_rotation % 360));
+}
+
+STDMETHODIMP FillColor::get_clrStart(OLE_COLOR* result) noexcept
+{
+    return returning(result, [&] { return m_start; });
+}
+
+STDMETHODIMP FillColor::put_clrStart(OLE_COLOR value) noexcept
+{
+    setColours(value, m_end, m_rotation);
+    return S_OK;
+}
+
+STDMETHODIMP FillColor::get_clrEnd(OLE_COLOR* result) noexcept
+{
+    return returning(result, [&] { return m_end; });
+}
+
+STDMETHODIMP FillColor::put_clrEnd(OLE_COLOR value) noexcept
+{
+    setColours(m_start, value, m_rotation);
+    return S_OK;
+}
+
+STDMETHODIMP FillColor::get_nGradientIrotation(long* result) noexcept
+{
+    return returning(result, [&] { return m_rotation; });
+}
+
+STDMETHODIMP FillColor::put_nGradientIrotation(long value) noexcept
+{
+    setColours(m_start, m_end, value);
+    return S_OK;
+}
+
+bool FillColor::preview(HDC dc, const Rect& rect)
+{
+    const BorrowedPixels target(dc, rect);
+    if (target.isEmpty())
+        return false;
+    draw(target.canvas(), rect);
+    return true;
+}
+
+STDMETHODIMP FillColor::Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return preview(reinterpret_cast<HDC>(dc), toRect(rect)); });
+}
+
+STDMETHODIMP FillColor::GetBitmap(SkinRect rect, hyper* result) noexcept
+{
+    return morvane::filling(result, [&](hyper& bitmap) {
+        DibSurface surface(toRect(rect).size());
+        if (surface.isEmpty())
+            return S_FALSE;
+        draw(surface.canvas(), Rect::at({}, surface.size()));
+        bitmap = reinterpret_cast<hyper>(surface.detachBitmap());
+        return S_OK;
+    });
+}
+
+STDMETHODIMP FillColor::RenderDraw(IVexRenderDC* dc, SkinRect rect, VARIANT_BOOL* result) noexcept
+{
+    return morvane::filling(result, [&](VARIANT_BOOL& drawn) {
+        if (!dc)
+            return E_POINTER;
+        const auto ours = fromInterface(dc);
+        if (!ours || !ours->hasTarget())
+            return S_FALSE;
+        draw(ours->canvas(), toRect(rect));
+        drawn = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+void FillColor::readConfig(const ConfigNode& node)
+{
+    readColour(node, L"clrStart", m_start);
+    readColour(node, L"clrEnd", m_end);
+    readNumber(node, L"GradientIrotation", m_rotation);
+    changed();
+}
+
+void FillColor::writeConfig(ConfigNode& node) const
+{
+    writeColour(node, L"clrStart", m_start);
+    writeColour(node, L"clrEnd", m_end);
+    writeNumber(node, L"GradientIrotation", m_rotation);
+}
+
+} // namespace ambrel

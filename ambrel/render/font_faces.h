@@ -1,0 +1,12 @@
+// Which installed typeface stands in for one that is missing or that cannot be drawn well.
+#pragma once
+
+#include "host/windows_headers.h"
+
+namespace ambrel {
+
+/// Replaces the face name where needed: interface fonts of the platform that are not installed, and Tahoma where it is only
+/// a stand-in whose outlines were made for ready-drawn small sizes.
+void resolveFace(LOGFONTW& font);
+
+} // namespace ambrel

@@ -1,0 +1,282 @@
+#include "ambrel/render/glyph_font.h"
+
+#include "ambrel/render/font_faces.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstring>
+
+namespace ambrel {
+
+namespace {
+
+constexpr int kOversampling = 4;
+constexpr int kUnits = 64; // of a pixel, in advances
+
+/// Characters that stand for themselves, one after the other from left to right.
+bool isSimpleCharacter(wchar_t c)
+{
+    struct Range {
+        wchar_t first;
+        wchar_t last;
+    };
+    constexpr Range kRanges[] = {{0x20, 0x7E},     {0xA0, 0xAC},     {0xAE, 0x2FF},   {0x370, 0x482},  {0x48A, 0x52F},
+                                 {0x1E00, 0x1FFF}, {0x2010, 0x2027}, {0x2030, 0x205E}, {0x20A0, 0x20BF}, {0x2100, 0x23FF},
+                                 {0x2500, 0x27BF}, {0x3000, 0x3029}, {0x3041, 0x3096}, {0x30A0, 0x30FF}, {0x4E00, 0x9FFF},
+                                 {0xF900, 0xFAFF}, {0xFF01, 0xFFEF}};
+    return std::ranges::any_of(kRanges, [c](const Range& r) { return c >= r.first && c <= r.last; });
+}
+
+/// Thin strokes of small dark text look paler than they are; this strengthens middle coverages a little.
+std::uint8_t strengthened(int coverage, int most)
+{
+    static const auto table = [] {
+        std::array<std::uint8_t, 257> values{};
+        for (int i = 0; i <= 256; ++i)
+            values[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(std::lround(255 * std::pow(i / 256.0, 0.82)));
+        return values;
+    }();
+    return table[static_cast<std::size_t>(coverage * 256 / most)];
+}
+
+LOGFONTW withHeight(LOGFONTW font, LONG height)
+{
+    font.lfHeight = height;
+    font.lfWidth = 0;
+    return font;
+}
+
+} // namespace
+
+GlyphFont::GlyphFont(const LOGFONTW& font)
+    : m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)), m_designDc(CreateCompatibleDC(nullptr)),
+      m_isUnderlined(font.lfUnderline != 0), m_isStruckOut(font.lfStrikeOut != 0)
+{
+    m_latin.fill(-1);
+    m_formerFont = SelectObject(m_dc.get(), m_font.get());
+    TEXTMETRICW metrics{};
+    GetTextMetricsW(m_dc.get(), &metrics);
+    m_ascent = static_cast<int>(metrics.tmAscent);
+    m_descent = static_cast<int>(metrics.tmDescent);
+    m_emHeight = static_cast<int>(std::max(1L, metrics.tmHeight - metrics.tmInternalLeading));
+    m_thickness = std::max(1, (m_emHeight + 7) / 14);
+    m_underlineOffset = std::max(1, m_emHeight / 9);
+    constexpr LONG kDesignHeight = 2048;
+    const LOGFONTW design = withHeight(font, -kDesignHeight);
+    m_designFont.reset(CreateFontIndirectW(&design));
+    m_formerDesignFont = SelectObject(m_designDc.get(), m_designFont.get());
+}
+
+GlyphFont::~GlyphFont()
+{
+    SelectObject(m_dc.get(), m_formerFont);
+    SelectObject(m_designDc.get(), m_formerDesignFont);
+}
+
+GlyphFont::Glyph& GlyphFont::glyph(wchar_t c) const
+{
+    std::size_t index = m_glyphs.size();
+    if (c < m_latin.size()) {
+        if (m_latin[c] >= 0)
+            return m_glyphs[static_cast<std::size_t>(m_latin[c])];
+        m_latin[c] = static_cast<std::int16_t>(index);
+    } else if (const auto [place, isNew] = m_others.try_emplace(c, index); !isNew) {
+        return m_glyphs[place->second];
+    }
+    Glyph& made = m_glyphs.emplace_back();
+    measureGlyph(c, made);
+    return made;
+}
+
+void GlyphFont::measureGlyph(wchar_t c, Glyph& glyph) const
+{
+    WORD index = 0xFFFF;
+    if (!isSimpleCharacter(c) || GetGlyphIndicesW(m_dc.get(), &c, 1, &index, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR
+        || index == 0xFFFF)
+        return;
+    ABC widths{};
+    TEXTMETRICW metrics{};
+    if (!GetCharABCWidthsW(m_designDc.get(), c, c, &widths) || !GetTextMetricsW(m_designDc.get(), &metrics))
+        return; // a bitmap font: the system draws it as it is
+    const double design = static_cast<double>(std::max(1L, metrics.tmHeight - metrics.tmInternalLeading));
+    const double advance = widths.abcA + static_cast<int>(widths.abcB) + widths.abcC;
+    glyph.advance = static_cast<int>(std::lround(advance * m_emHeight * kUnits / design));
+    glyph.isSimple = true;
+}
+
+void GlyphFont::drawMasks(wchar_t c, Glyph& glyph) const
+{
+    glyph.isDrawn = true;
+    constexpr MAT2 kWide = {{0, kOversampling}, {0, 0}, {0, 0}, {0, 1}};
+    constexpr int kMostGrey = 64;
+    GLYPHMETRICS metrics{};
+    const DWORD length = GetGlyphOutlineW(m_dc.get(), c, GGO_GRAY8_BITMAP, &metrics, 0, nullptr, &kWide);
+    if (length == GDI_ERROR || length == 0)
+        return;
+    std::vector<std::uint8_t> wide(length);
+    if (GetGlyphOutlineW(m_dc.get(), c, GGO_GRAY8_BITMAP, &metrics, length, wide.data(), &kWide) == GDI_ERROR)
+        return;
+    const int wideWidth = static_cast<int>(metrics.gmBlackBoxX);
+    const int stride = (wideWidth + 3) & ~3;
+    const int height = std::min(static_cast<int>(metrics.gmBlackBoxY), static_cast<int>(length) / std::max(stride, 1));
+    for (int phase = 0; phase < kPhases; ++phase) {
+        const int start = metrics.gmptGlyphOrigin.x + phase * kOversampling / kPhases; // in quarter pixels
+        const int left = static_cast<int>(std::floor(start / static_cast<double>(kOversampling)));
+        const int right = static_cast<int>(std::ceil((start + wideWidth) / static_cast<double>(kOversampling)));
+        Mask& mask = glyph.masks[static_cast<std::size_t>(phase)];
+        mask = {left, static_cast<int>(metrics.gmptGlyphOrigin.y), {right - left, height}, m_pool.size()};
+        m_pool.resize(m_pool.size() + static_cast<std::size_t>(mask.size.width) * height);
+        std::uint8_t* out = m_pool.data() + mask.offset;
+        for (int y = 0; y < height; ++y) {
+            for (int x = left; x < right; ++x) {
+                int sum = 0;
+                for (int k = 0; k < kOversampling; ++k)
+                    if (const int at = x * kOversampling + k - start; at >= 0 && at < wideWidth)
+                        sum += wide[static_cast<std::size_t>(y) * stride + at];
+                *out++ = strengthened(std::min(sum, kMostGrey * kOversampling), kMostGrey * kOversampling);
+            }
+        }
+    }
+}
+
+bool GlyphFont::isSimple(std::wstring_view text) const
+{
+    return std::ranges::all_of(text, [this](wchar_t c) { return glyph(c).isSimple; });
+}
+
+int GlyphFont::advanceSum(std::wstring_view text) const
+{
+    int sum = 0;
+    for (const wchar_t c : text)
+        sum += glyph(c).advance;
+    return sum;
+}
+
+int GlyphFont::width(std::wstring_view text) const
+{
+    if (isSimple(text))
+        return (advanceSum(text) + kUnits - 1) / kUnits;
+    SIZE extent{};
+    GetTextExtentPoint32W(m_dc.get(), text.data(), static_cast<int>(text.size()), &extent);
+    return static_cast<int>(extent.cx);
+}
+
+void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const
+{
+    if (isSimple(text)) {
+        int position = x * kUnits;
+        for (const wchar_t c : text) {
+            Glyph& g = glyph(c);
+            if (!g.isDrawn)
+                drawMasks(c, g);
+            constexpr int kStep = kUnits / kPhases;
+            const int quarters = (position + kStep / 2) >> 4; // 64 / 4 units each
+            const Mask& mask = g.masks[static_cast<std::size_t>(quarters & (kPhases - 1))];
+            if (!mask.size.isEmpty())
+                blendMask(canvas, {(quarters >> 2) + mask.left, y - mask.top}, mask.size,
+                          {m_pool.data() + mask.offset, static_cast<std::size_t>(mask.size.width) * mask.size.height},
+                          mask.size.width, colour);
+            position += g.advance;
+        }
+    } else {
+        drawBySystem(canvas, x, y, text, isRightToLeft, colour);
+    }
+    if (m_isUnderlined)
+        blendRect(canvas, Rect::at({x, y + m_underlineOffset}, {width(text), m_thickness}), colour);
+    if (m_isStruckOut)
+        blendRect(canvas, Rect::at({x, y - m_ascent / 3}, {width(text), m_thickness}), colour);
+}
+
+void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
+                             Pixel colour) const
+{
+    const int margin = m_emHeight; // for what hangs over
+    const Rect box{x - margin, y - m_ascent, x + width(text) + margin, y + m_descent};
+    const Rect shown = canvas.visible(box);
+    if (shown.isEmpty())
+        return;
+    const DibSurface picture(shown.size());
+    if (picture.isEmpty())
+        return;
+    {
+        const morvane::SelectedObject selected(picture.dc(), m_font.get());
+        SetTextColor(picture.dc(), RGB(255, 255, 255));
+        ExtTextOutW(picture.dc(), x - shown.left, box.top - shown.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr,
+                    text.data(), static_cast<UINT>(text.size()), nullptr);
+    }
+    const ConstPixelView pixels = picture.pixels();
+    std::vector<std::uint8_t> mask(static_cast<std::size_t>(pixels.width));
+    for (int row = 0; row < pixels.height; ++row) {
+        for (int i = 0; i < pixels.width; ++i)
+            mask[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(greenOf(pixels.at(i, row)));
+        blendMask(canvas, {shown.left, shown.top + row}, {pixels.width, 1}, mask, pixels.width, colour);
+    }
+}
+
+FontCache& FontCache::instance() noexcept
+{
+    static FontCache cache;
+    return cache;
+}
+
+LOGFONTW defaultLogFont() noexcept
+{
+    LOGFONTW font{};
+    font.lfHeight = -12;
+    font.lfWeight = FW_NORMAL;
+    font.lfCharSet = DEFAULT_CHARSET;
+    wcscpy(font.lfFaceName, L"Segoe UI");
+    return font;
+}
+
+namespace {
+
+/// Descriptions are compared as bytes, so what lies behind a name's end must not differ.
+LOGFONTW normalised(const LOGFONTW& font)
+{
+    LOGFONTW clean = font;
+    const std::size_t length = wcsnlen(clean.lfFaceName, LF_FACESIZE - 1);
+    std::fill(clean.lfFaceName + length, clean.lfFaceName + LF_FACESIZE, L'\0');
+    clean.lfHeight = std::clamp(clean.lfHeight, -2000L, 2000L);
+    return clean;
+}
+
+} // namespace
+
+std::shared_ptr<const GlyphFont> FontCache::get(const LOGFONTW& logical, Scale scale)
+{
+    constexpr std::size_t kMost = 48;
+    const LOGFONTW wanted = normalised(logical);
+    const auto found = std::ranges::find_if(m_entries, [&](const Entry& e) {
+        return e.scale == scale && std::memcmp(&e.logical, &wanted, sizeof wanted) == 0;
+    });
+    if (found != m_entries.end()) {
+        std::rotate(m_entries.begin(), found, found + 1);
+        return m_entries.front().font;
+    }
+    LOGFONTW scaled = wanted;
+    scaled.lfHeight = scale(static_cast<int>(wanted.lfHeight));
+    scaled.lfWidth = scale(static_cast<int>(wanted.lfWidth));
+    scaled.lfQuality = ANTIALIASED_QUALITY;
+    resolveFace(scaled);
+    if (m_entries.size() >= kMost)
+        m_entries.pop_back();
+    m_entries.insert(m_entries.begin(), Entry{wanted, scale, std::make_shared<GlyphFont>(scaled)});
+    return m_entries.front().font;
+}
+
+std::shared_ptr<const GlyphFont> FontCache::fromHandle(std::int64_t handle, Scale scale)
+{
+    for (const Entry& entry : m_entries)
+        if (reinterpret_cast<std::int64_t>(entry.font.get()) == handle)
+            return entry.font;
+    LOGFONTW description{};
+    auto* font = reinterpret_cast<HFONT>(handle);
+    if (font && GetObjectType(font) == OBJ_FONT && GetObjectW(font, sizeof description, &description) != 0)
+        return get(description, Scale(100)); // a system font is made for the device already
+    return get(defaultLogFont(), scale);
+}
+
+void FontCache::clear() noexcept { m_entries.clear(); }
+
+} // namespace ambrel

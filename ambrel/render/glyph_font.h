@@ -1,0 +1,112 @@
+// Fonts as we draw them: grey masks of single characters at quarter-pixel positions.
+//
+// The system draws small sizes of many fonts without smoothing and gives pixels no alpha. So simple scripts are set
+// here: outlines are fetched once per character, hinted vertically and four times as wide as they are, from which masks for
+// four horizontal positions are made; advance widths are the unhinted ones. Texts in scripts that need shaping, or with
+// characters that the font lacks, are drawn by the system into a mask instead.
+#pragma once
+
+#include "ambrel/pixels/draw.h"
+#include "ambrel/render/dib_surface.h"
+#include "ambrel/render/scale.h"
+#include "ambrel/render/text_layout.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ambrel {
+
+/// One font at one size. For the user-interface thread.
+class GlyphFont final : public TextMeasure {
+public:
+    /// The height of `font` is in device pixels already.
+    explicit GlyphFont(const LOGFONTW& font);
+    GlyphFont(const GlyphFont&) = delete;
+    GlyphFont& operator=(const GlyphFont&) = delete;
+    ~GlyphFont();
+
+    int width(std::wstring_view text) const override;
+    int lineHeight() const override { return m_ascent + m_descent; }
+    int ascent() const noexcept { return m_ascent; }
+    int descent() const noexcept { return m_descent; }
+    int underlineOffset() const noexcept { return m_underlineOffset; } // from the baseline down
+    int lineThickness() const noexcept { return m_thickness; }
+    HFONT handle() const noexcept { return m_font.get(); }
+
+    /// Draws one line with its left end at `x` on the baseline `y`. Throws std::bad_alloc.
+    void drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
+
+private:
+    static constexpr int kPhases = 4; // horizontal positions within a pixel
+
+    struct Mask {
+        int left = 0;
+        int top = 0; // above the baseline
+        Size size;
+        std::size_t offset = 0; // into the pool
+    };
+
+    struct Glyph {
+        int advance = 0; // in 64ths of a pixel
+        bool isSimple = false;
+        bool isDrawn = false;
+        std::array<Mask, kPhases> masks;
+    };
+
+    Glyph& glyph(wchar_t c) const;
+    void measureGlyph(wchar_t c, Glyph& glyph) const;
+    void drawMasks(wchar_t c, Glyph& glyph) const;
+    bool isSimple(std::wstring_view text) const;
+    int advanceSum(std::wstring_view text) const;
+    void drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
+
+    morvane::UniqueFont m_font;
+    morvane::UniqueFont m_designFont; // the same as large as its design grid, for unhinted widths
+    morvane::UniqueMemoryDc m_dc;     // with the font selected
+    morvane::UniqueMemoryDc m_designDc;
+    HGDIOBJ m_formerFont = nullptr;
+    HGDIOBJ m_formerDesignFont = nullptr;
+    int m_ascent = 0;
+    int m_descent = 0;
+    int m_emHeight = 1;
+    int m_underlineOffset = 1;
+    int m_thickness = 1;
+    bool m_isUnderlined = false;
+    bool m_isStruckOut = false;
+    mutable std::vector<Glyph> m_glyphs;
+    mutable std::array<std::int16_t, 128> m_latin; // index into the glyphs, -1 for not yet
+    mutable std::unordered_map<wchar_t, std::size_t> m_others;
+    mutable std::vector<std::uint8_t> m_pool;
+};
+
+/// All fonts in use, by description and scale. One per process, owned by the module; emptied before it is unloaded.
+class FontCache {
+public:
+    static FontCache& instance() noexcept;
+
+    /// The font of a logical description (for 100 percent) on a device of this scale. Never null. Throws std::bad_alloc.
+    std::shared_ptr<const GlyphFont> get(const LOGFONTW& logical, Scale scale);
+
+    /// A font of this cache by its address, or a system font handle; the default font for anything else.
+    std::shared_ptr<const GlyphFont> fromHandle(std::int64_t handle, Scale scale);
+
+    void clear() noexcept;
+
+private:
+    struct Entry {
+        LOGFONTW logical;
+        Scale scale;
+        std::shared_ptr<const GlyphFont> font;
+    };
+
+    std::vector<Entry> m_entries; // the last used first
+};
+
+/// What texts look like that have no font of their own: 9 point of the system's interface font.
+LOGFONTW defaultLogFont() noexcept;
+
+} // namespace ambrel

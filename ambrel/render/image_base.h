@@ -1,0 +1,106 @@
+// Image sections as shared resources.
+#pragma once
+
+#include "ambrel/render/form_cache.h"
+#include "ambrel/render/picture.h"
+#include "ambrel/render/section_drawing.h"
+
+namespace ambrel {
+
+class RenderDC;
+
+/// IVexImageBase: a section of a picture. Drawing finds the finished form of the last sizes in a cache, so that it costs one
+/// blend and no allocation.
+class ImageBase : public SharedResource<IVexImageBase> {
+public:
+    static constexpr IID kImplementationIid = {
+        0xA87F0D36, 0x91B2, 0x4E74, {0x8C, 0x5A, 0x37, 0xD1, 0x6B, 0xEE, 0x20, 0x94}};
+
+    ImageBase() : SharedResource(VEXOBJTYPE_IMAGEBASE, L"ImageBase") {}
+    void* findInterface(REFIID iid) noexcept;
+
+    const ImageSection& section() const noexcept { return m_section; }
+    void setSection(const ImageSection& section);
+
+    /// How many images of equal size lie in the section; RenderDraw's index chooses one.
+    void setImageCount(int count);
+    int imageCount() const noexcept { return m_section.imageCount; }
+
+    /// The section's own size for one image, in the pixels of a device of that scale; empty without a picture.
+    Size naturalSize(Scale scale) const noexcept;
+
+    Picture* picture() const noexcept { return m_picture.get(); }
+    void setPicture(IVexPicture* picture);
+
+    /// Frames of an animated picture; null when it is none.
+    const morvane::PictureFrameTable* frameTable() const noexcept { return m_picture ? m_picture->frameTable() : nullptr; }
+
+    /// The index is that of an image in the section, or, in an animated picture of one image, of a frame. False without a
+    /// picture. Throws std::bad_alloc.
+    bool draw(const Canvas& canvas, const Rect& target, int index, Scale scale);
+
+    STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override;
+    STDMETHODIMP put_ImageObj(IVexPicture* picture) noexcept override;
+    STDMETHODIMP get_rect(SkinRect* result) noexcept override;
+    STDMETHODIMP put_rect(SkinRect* rect) noexcept override;
+    STDMETHODIMP get_rcBorder(SkinRect* result) noexcept override;
+    STDMETHODIMP put_rcBorder(SkinRect border) noexcept override;
+    STDMETHODIMP get_bLeftEdgeStretch(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bRightEdgeStretch(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bRightEdgeStretch(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bTopEdgeStretch(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bTopEdgeStretch(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bBottomEdgeStretch(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bBottomEdgeStretch(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bClientAreaStretch(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bClientAreaStretch(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bTransparent(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bTransparent(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_bSupportPerPixel(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP put_bSupportPerPixel(VARIANT_BOOL value) noexcept override;
+    STDMETHODIMP get_clrTrans(OLE_COLOR* result) noexcept override;
+    STDMETHODIMP put_clrTrans(OLE_COLOR value) noexcept override;
+    STDMETHODIMP get_clrColorize(OLE_COLOR* result) noexcept override;
+    STDMETHODIMP put_clrColorize(OLE_COLOR value) noexcept override;
+    STDMETHODIMP get_nOpacity(short* result) noexcept override;
+    STDMETHODIMP put_nOpacity(short value) noexcept override;
+    STDMETHODIMP StretchAll(VARIANT_BOOL stretch) noexcept override;
+    STDMETHODIMP Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP BuildPerPixImage() noexcept override;
+    STDMETHODIMP GetWidth(long* result) noexcept override;
+    STDMETHODIMP GetHeight(long* result) noexcept override;
+    STDMETHODIMP CreateImageSection(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetImageSection(SkinImageSection* result) noexcept override;
+    STDMETHODIMP SetImageSection(SkinImageSection* section) noexcept override;
+    STDMETHODIMP GetHBitmap(SkinRect rect, OLE_COLOR transparent, hyper* result) noexcept override;
+    STDMETHODIMP GetVexPicture(IVexPicture** result) noexcept override;
+    STDMETHODIMP RenderDraw(IVexRenderDC* dc, SkinRect rect, short index, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetRenderImage(hyper device, short index, hyper* result) noexcept override;
+    STDMETHODIMP ReleaseRenderImage(VEX_RENDERENGINE_TYPE type, short index, long* result) noexcept override;
+    STDMETHODIMP GetAllRenderImages(hyper device) noexcept override;
+    STDMETHODIMP ReleaseAllRenderImages(hyper device) noexcept override;
+    STDMETHODIMP GetVexRenderImage(hyper device, short index, IVexRenderImage** result) noexcept override;
+
+protected:
+    void readConfig(const ConfigNode& node) override;
+    void writeConfig(ConfigNode& node) const override;
+    bool preview(HDC dc, const Rect& rect) override;
+    bool isComplete() const override { return m_picture != nullptr; }
+    void dropReferences() override { setPicture(nullptr); }
+
+private:
+    HRESULT setFlag(bool& flag, VARIANT_BOOL value) noexcept;
+    const FormCache::Form& formFor(Size size, int index, Scale scale);
+    morvane::ComPtr<RenderImage> renderImage(int index);
+    void forgetForms() noexcept;
+
+    ImageSection m_section;
+    morvane::ComPtr<IVexPicture> m_pictureObject; // as it was given; may be somebody else's implementation
+    morvane::ComPtr<Picture> m_picture;           // the same when it is ours
+    unsigned m_pictureGeneration = 0;             // of which the forms were made
+    FormCache m_forms;
+    std::vector<morvane::ComPtr<RenderImage>> m_renderImages; // by index, made when asked for
+};
+
+} // namespace ambrel

@@ -1,0 +1,166 @@
+#include "ambrel/render/object_draw.h"
+
+#include "ambrel/pixels/stretch.h"
+#include "ambrel/render/bitmaps.h"
+#include "ambrel/render/picture_decoder.h"
+#include "host/geometry.h"
+
+namespace ambrel {
+
+using morvane::returning;
+using morvane::toRect;
+
+namespace {
+
+Rect rectOf(ISkinObjResBase* object)
+{
+    morvane::ComPtr<IVexRect> rect;
+    SkinRect values{};
+    if (!object || FAILED(object->GetRect(rect.put())) || !rect || FAILED(rect->GetRectStruct(&values)))
+        return {};
+    return toRect(values);
+}
+
+} // namespace
+
+void* ObjectDraw::findInterface(REFIID iid) noexcept
+{
+    const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexObjectDraw>();
+    return isOurs ? static_cast<IVexObjectDraw*>(this) : nullptr;
+}
+
+STDMETHODIMP ObjectDraw::BeginDraw(hyper dc, ISkinObjResBase* object, VARIANT_BOOL, VARIANT_BOOL) noexcept
+{
+    return morvane::guarded([&] {
+        m_layer.reset();
+        m_rect = rectOf(object);
+        m_dc = reinterpret_cast<HDC>(dc);
+        return m_dc ? S_OK : E_INVALIDARG;
+    });
+}
+
+STDMETHODIMP ObjectDraw::EndDraw() noexcept
+{
+    m_layer.reset();
+    m_dc = nullptr;
+    return S_OK;
+}
+
+HDC ObjectDraw::targetDc() noexcept
+{
+    if (m_dc)
+        return m_dc;
+    hyper dc = 0;
+    if (m_renderDC)
+        m_renderDC->GetDC(&dc);
+    return reinterpret_cast<HDC>(dc);
+}
+
+STDMETHODIMP ObjectDraw::GetDC(VARIANT_BOOL blend, hyper* result) noexcept
+{
+    return morvane::filling(result, [&](hyper& dc) {
+        if (blend == VARIANT_FALSE) {
+            dc = reinterpret_cast<hyper>(targetDc());
+        } else {
+            if (!m_layer)
+                m_layer = std::make_unique<DibSurface>(m_rect.size());
+            dc = reinterpret_cast<hyper>(m_layer->dc());
+        }
+        return dc != 0 ? S_OK : S_FALSE;
+    });
+}
+
+STDMETHODIMP ObjectDraw::GetDrawRect(SkinRect* result) noexcept
+{
+    return returning(result, [&] { return morvane::toSkinRect(m_rect); });
+}
+
+bool ObjectDraw::paint(const Rect& target, ConstPixelView pixels)
+{
+    const BorrowedPixels borrowed(targetDc(), target);
+    if (pixels.isEmpty() || borrowed.isEmpty())
+        return false;
+    Surface scaled(target.size());
+    stretchImage(scaled.view(), pixels);
+    blendImage(borrowed.canvas(), target.topLeft(), scaled.view());
+    return true;
+}
+
+STDMETHODIMP ObjectDraw::PaintIcon(SkinRect target, hyper icon, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        const Surface pixels = surfaceOfIcon(reinterpret_cast<HICON>(icon));
+        return paint(toRect(target), pixels.view());
+    });
+}
+
+STDMETHODIMP ObjectDraw::PaintImageAll(hyper bitmap, VARIANT_BOOL, VARIANT_BOOL* result) noexcept
+{
+    return PaintImagePart(morvane::toSkinRect(m_rect), bitmap, result);
+}
+
+STDMETHODIMP ObjectDraw::PaintImagePart(SkinRect target, hyper bitmap, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        const Surface pixels = surfaceOfBitmap(reinterpret_cast<HBITMAP>(bitmap));
+        return paint(toRect(target), pixels.view());
+    });
+}
+
+STDMETHODIMP ObjectDraw::PaintPartImagePart(SkinRect target, SkinRect source, hyper bitmap, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        const Surface pixels = surfaceOfBitmap(reinterpret_cast<HBITMAP>(bitmap));
+        return paint(toRect(target), pixels.view().part(toRect(source)));
+    });
+}
+
+STDMETHODIMP ObjectDraw::DrawText(IVexTextStyle* style, BSTR text, VARIANT_BOOL* result) noexcept
+{
+    return morvane::filling(result, [&](VARIANT_BOOL& drawn) {
+        if (!style)
+            return E_POINTER;
+        const auto dc = reinterpret_cast<hyper>(targetDc());
+        return style->DrawText(dc, text, morvane::toSkinRect(m_rect), VARIANT_TRUE, -1, nullptr, &drawn);
+    });
+}
+
+STDMETHODIMP ObjectDraw::Blend(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        if (!m_layer || m_layer->isEmpty())
+            return false;
+        return paint(m_rect, m_layer->pixels());
+    });
+}
+
+STDMETHODIMP ObjectDraw::GetBmpBits(hyper* result) noexcept
+{
+    return returning(result, [&] { return reinterpret_cast<hyper>(m_layer ? m_layer->pixels().data : nullptr); });
+}
+
+STDMETHODIMP ObjectDraw::SaveBitmap(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        const BorrowedPixels current(targetDc(), m_rect);
+        if (current.isEmpty())
+            return false;
+        const Canvas canvas = current.canvas();
+        makeOpaque(canvas, canvas.clip);
+        const auto bytes = encodePng(canvas.pixels);
+        return !bytes.empty() && writeFile(std::wstring(morvane::viewOf(path)), bytes);
+    });
+}
+
+STDMETHODIMP ObjectDraw::GetRenderDC(IVexRenderDC** result) noexcept
+{
+    return returning(result, [&] { return m_renderDC; });
+}
+
+STDMETHODIMP ObjectDraw::SetRenderDC(IVexRenderDC* dc) noexcept
+{
+    m_renderDC = morvane::ComPtr(dc);
+    return S_OK;
+}
+
+} // namespace ambrel

@@ -1,0 +1,115 @@
+#include "ambrel/render/text_drawing.h"
+
+namespace ambrel {
+
+TextFormat formatOfFlags(long flags) noexcept
+{
+    TextFormat format;
+    format.horizontal = (flags & DT_CENTER) != 0 ? TextAlign::Centre : (flags & DT_RIGHT) != 0 ? TextAlign::Far : TextAlign::Near;
+    format.vertical = (flags & DT_VCENTER) != 0 ? TextAlign::Centre : (flags & DT_BOTTOM) != 0 ? TextAlign::Far : TextAlign::Near;
+    format.isSingleLine = (flags & DT_SINGLELINE) != 0 || (flags & DT_WORDBREAK) == 0;
+    format.isRightToLeft = (flags & DT_RTLREADING) != 0;
+    if ((flags & DT_NOPREFIX) == 0)
+        format.prefix = (flags & DT_HIDEPREFIX) != 0 ? HotkeyPrefix::Hidden : HotkeyPrefix::Underlined;
+    if ((flags & DT_PATH_ELLIPSIS) != 0)
+        format.trimming = TextTrimming::EllipsisPath;
+    else if ((flags & DT_WORD_ELLIPSIS) != 0)
+        format.trimming = TextTrimming::EllipsisWord;
+    else if ((flags & DT_END_ELLIPSIS) != 0)
+        format.trimming = TextTrimming::EllipsisCharacter;
+    return format;
+}
+
+long flagsOfFormat(const TextFormat& format) noexcept
+{
+    constexpr long kHorizontal[] = {DT_LEFT, DT_CENTER, DT_RIGHT};
+    constexpr long kVertical[] = {DT_TOP, DT_VCENTER, DT_BOTTOM};
+    constexpr long kTrimming[] = {0, 0, 0, DT_END_ELLIPSIS, DT_WORD_ELLIPSIS, DT_PATH_ELLIPSIS};
+    constexpr long kPrefix[] = {DT_NOPREFIX, 0, DT_HIDEPREFIX};
+    return kHorizontal[static_cast<int>(format.horizontal)] | kVertical[static_cast<int>(format.vertical)]
+           | kTrimming[static_cast<int>(format.trimming)] | kPrefix[static_cast<int>(format.prefix)]
+           | (format.isSingleLine ? DT_SINGLELINE : DT_WORDBREAK) | (format.isRightToLeft ? DT_RTLREADING : 0);
+}
+
+namespace {
+
+int alignedStart(int start, int room, int length, TextAlign align)
+{
+    switch (align) {
+    case TextAlign::Centre:
+        return start + (room - length) / 2;
+    case TextAlign::Far:
+        return start + room - length;
+    default:
+        return start;
+    }
+}
+
+/// Right-to-left texts begin at the other side.
+TextAlign effectiveAlign(const TextFormat& format)
+{
+    if (!format.isRightToLeft || format.horizontal == TextAlign::Centre)
+        return format.horizontal;
+    return format.horizontal == TextAlign::Near ? TextAlign::Far : TextAlign::Near;
+}
+
+void drawLines(const Canvas& canvas, const GlyphFont& font, const TextLayout& layout, const Rect& rect,
+               const TextFormat& format, Pixel colour)
+{
+    const TextAlign align = effectiveAlign(format);
+    int top = alignedStart(rect.top, rect.height(), layout.size.height, format.vertical);
+    for (const TextLine& line : layout.lines) {
+        const int left = alignedStart(rect.left, rect.width(), line.width, align);
+        const int baseline = top + font.ascent();
+        font.drawLine(canvas, left, baseline, line.text, format.isRightToLeft, colour);
+        if (line.underlined >= 0) {
+            const auto index = static_cast<std::size_t>(line.underlined);
+            const int before = font.width(std::wstring_view(line.text).substr(0, index));
+            const int width = font.width(std::wstring_view(line.text).substr(index, 1));
+            blendRect(canvas, Rect::at({left + before, baseline + font.underlineOffset()}, {width, font.lineThickness()}),
+                      colour);
+        }
+        top += font.lineHeight();
+    }
+}
+
+/// Draws the text lying down and turns it clockwise into its place.
+void drawTurned(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
+                const TextFormat& format, Pixel colour)
+{
+    Surface lying({rect.height(), rect.width()});
+    if (lying.isEmpty() || canvas.visible(rect).isEmpty())
+        return;
+    TextFormat horizontal = format;
+    horizontal.isVertical = false;
+    const Rect whole = lying.view().bounds();
+    drawText({lying.view(), {}, whole}, font, text, whole, horizontal, colour);
+    Surface turned(rect.size());
+    for (int y = 0; y < whole.height(); ++y)
+        for (int x = 0; x < whole.width(); ++x)
+            turned.view().row(x)[whole.height() - 1 - y] = lying.view().at(x, y);
+    blendImage(canvas, rect.topLeft(), turned.view());
+}
+
+} // namespace
+
+void drawText(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
+              const TextFormat& format, Pixel colour)
+{
+    const Canvas inside = canvas.clippedTo(rect);
+    if (text.empty() || inside.visible(rect).isEmpty())
+        return;
+    if (format.isVertical)
+        return drawTurned(inside, font, text, rect, format, colour);
+    drawLines(inside, font, layOutText(text, rect.width(), format, font), rect, format, colour);
+}
+
+Size measureText(const GlyphFont& font, std::wstring_view text, Size room, const TextFormat& format)
+{
+    TextFormat untrimmed = format;
+    untrimmed.trimming = TextTrimming::None;
+    const Size size = layOutText(text, format.isVertical ? room.height : room.width, untrimmed, font).size;
+    return format.isVertical ? Size{size.height, size.width} : size;
+}
+
+} // namespace ambrel

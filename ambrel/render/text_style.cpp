@@ -1,0 +1,463 @@
+#include "ambrel/render/text_style.h"
+
+#include "ambrel/render/colours.h"
+#include "ambrel/render/dib_surface.h"
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
+
+namespace ambrel {
+
+using morvane::returning;
+using morvane::toRect;
+
+void* TextStyle::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+
+void TextStyle::setFont(IVexFontEx* font)
+{
+    m_font = morvane::ComPtr(font);
+    m_ourFont = implementationOf<Font>(font);
+    m_glyphs.reset();
+    changed();
+}
+
+namespace {
+
+TextAlign alignOf(short value) noexcept
+{
+    return value == 1 ? TextAlign::Centre : value == 2 ? TextAlign::Far : TextAlign::Near;
+}
+
+LOGFONTW logFontOf(IVexFontEx* font)
+{
+    VEXLOGFONT record{};
+    if (!font || FAILED(font->GetLogFont(&record)))
+        return defaultLogFont();
+    const LOGFONTW description = toLogFont(record);
+    SysFreeString(record.lfFaceName);
+    return description;
+}
+
+} // namespace
+
+TextFormat TextStyle::format() const noexcept
+{
+    TextFormat format;
+    format.horizontal = alignOf(m_look.horizontal);
+    format.vertical = alignOf(m_look.vertical);
+    format.trimming = m_look.trimming >= 0 && m_look.trimming <= 5 ? static_cast<TextTrimming>(m_look.trimming)
+                                                                   : TextTrimming::None;
+    format.prefix = m_look.showsHotkeyPrefix ? HotkeyPrefix::Underlined : HotkeyPrefix::Plain;
+    format.isSingleLine = m_look.isSingleLine;
+    format.isRightToLeft = m_look.isRightToLeft;
+    format.isVertical = m_look.isVertical;
+    return format;
+}
+
+TextFormat TextStyle::formatFor(long userFormat) const noexcept
+{
+    return userFormat == 0 || userFormat == -1 ? format() : formatOfFlags(userFormat);
+}
+
+std::shared_ptr<const GlyphFont> TextStyle::glyphs(Scale scale)
+{
+    const unsigned generation = m_ourFont ? m_ourFont->generation() : 0;
+    const bool mayHaveChanged = m_font && !m_ourFont; // somebody else's font does not tell
+    if (!m_glyphs || m_glyphScale != scale || m_fontGeneration != generation || mayHaveChanged) {
+        m_glyphs = FontCache::instance().get(m_ourFont ? m_ourFont->logFont() : logFontOf(m_font.get()), scale);
+        m_glyphScale = scale;
+        m_fontGeneration = generation;
+    }
+    return m_glyphs;
+}
+
+void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat)
+{
+    const Rect inner{rect.left + scale(m_look.left), rect.top + scale(m_look.top), rect.right - scale(m_look.right),
+                     rect.bottom - scale(m_look.bottom)};
+    const auto font = glyphs(scale);
+    const TextFormat how = formatFor(userFormat);
+    const Pixel shadow = toPixel(m_look.shadowColour);
+    const auto drawShifted = [&](int dx, int dy) { drawText(canvas, *font, text, inner.shifted(dx, dy), how, shadow); };
+    if (m_look.effect == static_cast<short>(TextEffect::Shadow)) {
+        drawShifted(scale(m_look.shadowX), scale(m_look.shadowY));
+    } else if (m_look.effect == static_cast<short>(TextEffect::Outline)) {
+        for (const Point p : {Point{-1, 0}, Point{1, 0}, Point{0, -1}, Point{0, 1}})
+            drawShifted(p.x * scale(1), p.y * scale(1));
+    }
+    drawText(canvas, *font, text, inner, how, toPixel(m_look.colour));
+}
+
+Size TextStyle::measure(std::wstring_view text, Size room, Scale scale, long userFormat)
+{
+    return measureText(*glyphs(scale), text, room, formatFor(userFormat));
+}
+
+STDMETHODIMP TextStyle::get_clrText(OLE_COLOR* result) noexcept
+{
+    return returning(result, [&] { return m_look.colour; });
+}
+
+STDMETHODIMP TextStyle::put_clrText(OLE_COLOR value) noexcept
+{
+    m_look.colour = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_clrShadow(OLE_COLOR* result) noexcept
+{
+    return returning(result, [&] { return m_look.shadowColour; });
+}
+
+STDMETHODIMP TextStyle::put_clrShadow(OLE_COLOR value) noexcept
+{
+    m_look.shadowColour = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_bHotkeyPrefixShow(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_look.showsHotkeyPrefix; });
+}
+
+STDMETHODIMP TextStyle::put_bHotkeyPrefixShow(VARIANT_BOOL value) noexcept
+{
+    m_look.showsHotkeyPrefix = value != VARIANT_FALSE;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_bSingleLine(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_look.isSingleLine; });
+}
+
+STDMETHODIMP TextStyle::put_bSingleLine(VARIANT_BOOL value) noexcept
+{
+    m_look.isSingleLine = value != VARIANT_FALSE;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_bVertDraw(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_look.isVertical; });
+}
+
+STDMETHODIMP TextStyle::put_bVertDraw(VARIANT_BOOL value) noexcept
+{
+    m_look.isVertical = value != VARIANT_FALSE;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_bRightToLeft(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_look.isRightToLeft; });
+}
+
+STDMETHODIMP TextStyle::put_bRightToLeft(VARIANT_BOOL value) noexcept
+{
+    m_look.isRightToLeft = value != VARIANT_FALSE;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nHAlign(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.horizontal; });
+}
+
+STDMETHODIMP TextStyle::put_nHAlign(short value) noexcept
+{
+    m_look.horizontal = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nVAlign(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.vertical; });
+}
+
+STDMETHODIMP TextStyle::put_nVAlign(short value) noexcept
+{
+    m_look.vertical = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nStringTrimming(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.trimming; });
+}
+
+STDMETHODIMP TextStyle::put_nStringTrimming(short value) noexcept
+{
+    m_look.trimming = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nEffect(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.effect; });
+}
+
+STDMETHODIMP TextStyle::put_nEffect(short value) noexcept
+{
+    m_look.effect = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nShadowHSpace(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.shadowX; });
+}
+
+STDMETHODIMP TextStyle::put_nShadowHSpace(short value) noexcept
+{
+    m_look.shadowX = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nShadowVSpace(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.shadowY; });
+}
+
+STDMETHODIMP TextStyle::put_nShadowVSpace(short value) noexcept
+{
+    m_look.shadowY = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nShadowOnPerPixel(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.shadowOnPerPixel; });
+}
+
+STDMETHODIMP TextStyle::put_nShadowOnPerPixel(short value) noexcept
+{
+    m_look.shadowOnPerPixel = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nLeftOffset(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.left; });
+}
+
+STDMETHODIMP TextStyle::put_nLeftOffset(short value) noexcept
+{
+    m_look.left = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nRightOffset(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.right; });
+}
+
+STDMETHODIMP TextStyle::put_nRightOffset(short value) noexcept
+{
+    m_look.right = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nTopOffset(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.top; });
+}
+
+STDMETHODIMP TextStyle::put_nTopOffset(short value) noexcept
+{
+    m_look.top = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nBottomOffset(short* result) noexcept
+{
+    return returning(result, [&] { return m_look.bottom; });
+}
+
+STDMETHODIMP TextStyle::put_nBottomOffset(short value) noexcept
+{
+    m_look.bottom = value;
+    changed();
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_fontExPtr(IVexFontEx** result) noexcept
+{
+    return returning(result, [&] { return m_font; });
+}
+
+STDMETHODIMP TextStyle::put_fontExPtr(IVexFontEx* font) noexcept
+{
+    return morvane::guarded([&] { setFont(font); });
+}
+
+namespace {
+
+/// Fills the caller's rectangle. With a rectangle and no wish to draw, callers only measure.
+/// Returns whether to draw.
+bool calculate(TextStyle& style, std::wstring_view text, const Rect& rect, Scale scale, bool calculateAndDraw,
+               long userFormat, SkinRect* calculated)
+{
+    if (calculated) {
+        const Size size = style.measure(text, rect.size(), scale, userFormat);
+        *calculated = morvane::toSkinRect(Rect::at(rect.topLeft(), size));
+    }
+    return calculateAndDraw || !calculated;
+}
+
+} // namespace
+
+STDMETHODIMP TextStyle::DrawText(hyper dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw, long userFormat,
+                                 SkinRect* calculated, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        const Rect where = toRect(rect);
+        const std::wstring_view words = morvane::viewOf(text);
+        const Scale scale = currentScale();
+        if (!calculate(*this, words, where, scale, calculateAndDraw != VARIANT_FALSE, userFormat, calculated))
+            return true;
+        const BorrowedPixels target(reinterpret_cast<HDC>(dc), where);
+        if (target.isEmpty())
+            return false;
+        draw(target.canvas(), where, words, scale, userFormat);
+        return true;
+    });
+}
+
+STDMETHODIMP TextStyle::RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw,
+                                       long userFormat, SkinRect* calculated, VARIANT_BOOL* result) noexcept
+{
+    return morvane::filling(result, [&](VARIANT_BOOL& drawn) {
+        if (!dc)
+            return E_POINTER;
+        const auto ours = fromInterface(dc);
+        if (!ours)
+            return S_FALSE;
+        const Rect where = toRect(rect);
+        const std::wstring_view words = morvane::viewOf(text);
+        if (calculate(*this, words, where, ours->scale(), calculateAndDraw != VARIANT_FALSE, userFormat, calculated)) {
+            if (!ours->hasTarget())
+                return S_FALSE;
+            draw(ours->canvas(), where, words, ours->scale(), userFormat);
+        }
+        drawn = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+STDMETHODIMP TextStyle::GetDrawFlags(long* result) noexcept
+{
+    return returning(result, [&] { return flagsOfFormat(format()); });
+}
+
+STDMETHODIMP TextStyle::CreateTextStyle(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] {
+        identity().name = morvane::viewOf(name);
+        if (resources != 0)
+            identity().resources = reinterpret_cast<IVexRes*>(resources);
+        return true;
+    });
+}
+
+STDMETHODIMP TextStyle::GetRenderFont(hyper device, hyper* result) noexcept
+{
+    return returning(result, [&] {
+        const RenderDevice* known = RenderDevice::fromHandle(device);
+        return reinterpret_cast<hyper>(glyphs(known ? known->scale() : currentScale()).get());
+    });
+}
+
+STDMETHODIMP TextStyle::ReleaseRenderFont(VEX_RENDERENGINE_TYPE, long* result) noexcept
+{
+    return returning(result, [&] {
+        m_glyphs.reset();
+        return 0;
+    });
+}
+
+STDMETHODIMP TextStyle::CalcTextWidth(hyper dc, BSTR text, long* result) noexcept
+{
+    return CalcTextSize(dc, text, VARIANT_TRUE, result);
+}
+
+STDMETHODIMP TextStyle::CalcTextSize(hyper, BSTR text, VARIANT_BOOL width, long* result) noexcept
+{
+    return returning(result, [&] {
+        const Size size = measure(morvane::viewOf(text), {}, currentScale());
+        return width != VARIANT_FALSE ? size.width : size.height;
+    });
+}
+
+bool TextStyle::preview(HDC dc, const Rect& rect)
+{
+    const BorrowedPixels target(dc, rect);
+    if (target.isEmpty())
+        return false;
+    draw(target.canvas(), rect, L"AaBbYyZz", currentScale());
+    return true;
+}
+
+void TextStyle::readConfig(const ConfigNode& node)
+{
+    TextLook look = m_look;
+    readShort(node, L"HAlign", look.horizontal);
+    readShort(node, L"VAlign", look.vertical);
+    readColour(node, L"clrText", look.colour);
+    readShort(node, L"Effect", look.effect);
+    readColour(node, L"clrShadow", look.shadowColour);
+    readShort(node, L"ShadowH", look.shadowX);
+    readShort(node, L"ShadowV", look.shadowY);
+    readShort(node, L"ShadowPixel", look.shadowOnPerPixel);
+    readShort(node, L"LeftOffset", look.left);
+    readShort(node, L"RightOffset", look.right);
+    readShort(node, L"TopOffset", look.top);
+    readShort(node, L"BottOffset", look.bottom);
+    readFlag(node, L"HotkeyPrefixShow", look.showsHotkeyPrefix);
+    readShort(node, L"StringTrimming", look.trimming);
+    readFlag(node, L"SingleLine", look.isSingleLine);
+    readFlag(node, L"VertDraw", look.isVertical);
+    readFlag(node, L"RightToLeft", look.isRightToLeft);
+    setLook(look);
+    std::wstring font = readText(node, L"PreFontGUID0");
+    if (font.empty())
+        font = readText(node, L"PreFontGUID");
+    if (const auto named = identity().find(VEXOBJTYPE_FONTEX, font).as<IVexFontEx>())
+        setFont(named.get());
+    changed();
+}
+
+void TextStyle::writeConfig(ConfigNode& node) const
+{
+    const std::pair<const wchar_t*, long> numbers[] = {
+        {L"HAlign", m_look.horizontal},       {L"VAlign", m_look.vertical},
+        {L"Effect", m_look.effect},           {L"ShadowH", m_look.shadowX},
+        {L"ShadowV", m_look.shadowY},         {L"ShadowPixel", m_look.shadowOnPerPixel},
+        {L"LeftOffset", m_look.left},         {L"RightOffset", m_look.right},
+        {L"TopOffset", m_look.top},           {L"BottOffset", m_look.bottom},
+        {L"HotkeyPrefixShow", m_look.showsHotkeyPrefix}, {L"StringTrimming", m_look.trimming},
+        {L"SingleLine", m_look.isSingleLine}, {L"VertDraw", m_look.isVertical},
+        {L"RightToLeft", m_look.isRightToLeft}};
+    for (const auto& [name, value] : numbers)
+        writeNumber(node, name, value);
+    writeColour(node, L"clrText", m_look.colour);
+    writeColour(node, L"clrShadow", m_look.shadowColour);
+    node.setAttribute(L"PreFontGUID0", nameOf(m_font.get()));
+}
+
+} // namespace ambrel
