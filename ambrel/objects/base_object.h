@@ -19,7 +19,8 @@ namespace ambrel {
 ///     VEXSM_TIMER               lParam1 the timer's identifier
 ///     VEXSM_CALLPROP            lParam1 the property's identifier, lParam2 BSTR* for the answer
 ///     VEXSM_DESIGNSTATUSCHANGED lParam1 whether the skin is being edited
-///     VEXSM_ENABLEOBJECT        lParam1 whether it is enabled now
+///     VEXSM_ENABLEOBJECT        lParam1 whether it is enabled now, lParam2 whether it is to be redrawn
+///     VEXSM_ACCESSCONFIGED      lParam1 whether values were read (not written)
 ///     VEXSM_FINALCREATE         lParam1 whether the object is new (not read from a skin)
 ///     VEXSM_CLONED              lParam1 the IVexControlBase* it was made from
 ///     VEXSM_DRAWPREVIEW         lParam1 the device context, lParam2 SkinRect*
@@ -161,7 +162,7 @@ public:
 protected:
     // SkinObjectCore
     void sizeChanged() override;
-    void enabledChanged(bool enabled) override;
+    void enabledChanged(bool enabled, bool redraws) override;
     void windowEntered(bool fromAnother) override;
     Bstr defaultTypeName() override;
 

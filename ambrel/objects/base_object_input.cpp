@@ -107,7 +107,7 @@ void BaseObject::sizeChanged()
         tell(VEXSM_SIZE);
 }
 
-void BaseObject::enabledChanged(bool enabled) { tell(VEXSM_ENABLEOBJECT, enabled); }
+void BaseObject::enabledChanged(bool enabled, bool redraws) { tell(VEXSM_ENABLEOBJECT, enabled, redraws); }
 
 STDMETHODIMP BaseObject::SetFocus(VARIANT_BOOL* result) noexcept
 {

@@ -77,7 +77,7 @@ void BaseObject::windowEntered(bool fromAnother)
         return;
     const ComPtr<IVexControlBase> hold(control());
     if (fromAnother || !m_node.has(NodeFlag::Initialised))
-        tell(VEXSM_ACCESSCONFIGED); // the control learns its window
+        tell(VEXSM_ACCESSCONFIGED, true); // the control learns its window
     initialise();
 }
 
@@ -113,8 +113,7 @@ bool BaseObject::accessConfiguration(bool read)
             done = done || worked != VARIANT_FALSE;
         }
     }
-    if (read)
-        tell(VEXSM_ACCESSCONFIGED);
+    tell(VEXSM_ACCESSCONFIGED, read);
     return done;
 }
 

@@ -1,14 +1,14 @@
 #include "ambrel/objects/drawing.h"
 
 #include "ambrel/objects/skin_object_core.h"
+#include "ambrel/render/focus_mark.h"
 #include "ambrel/render/render_dc.h"
 
 namespace ambrel {
 
 namespace {
 
-constexpr int kFocusRingWidth = 2;
-constexpr OLE_COLOR kAccent = RGB(0x25, 0x63, 0xD9);
+constexpr int kFocusRingWidth = 2; // on a foreign context, which has no rounded ring
 
 /// Draws aside, for objects that are not wholly opaque. Does nothing on a foreign context.
 class Layer {
@@ -66,6 +66,10 @@ void drawChildren(ObjectNode& parent, IVexRenderDC& dc, const Rect& part)
 
 void drawFocusMark(IVexRenderDC& dc, const Rect& rect)
 {
+    if (const ComPtr<RenderDC> own = fromInterface(&dc)) {
+        drawFocusMark(own->canvas(), rect, own->scale());
+        return;
+    }
     const Rect inner = rect.inflated(-kFocusRingWidth);
     if (inner.isEmpty())
         return;
@@ -78,7 +82,7 @@ void drawFocusMark(IVexRenderDC& dc, const Rect& rect)
     for (const Rect& side : sides) {
         SkinRect record = morvane::toSkinRect(side);
         VARIANT_BOOL drawn = VARIANT_FALSE;
-        dc.FillSolidColor(&record, kAccent, &drawn);
+        dc.FillSolidColor(&record, kLightAccent, &drawn);
     }
 }
 

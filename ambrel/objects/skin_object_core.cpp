@@ -358,7 +358,7 @@ bool SkinObjectCore::setEnabled(bool enabled, bool redraws)
     RootServices* const window = services();
     if (!enabled && window)
         window->nodeWithdrawn(m_node);
-    enabledChanged(enabled);
+    enabledChanged(enabled, redraws);
     if (redraws)
         redraw();
     return true;

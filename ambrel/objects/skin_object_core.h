@@ -100,7 +100,7 @@ protected:
 
     /// Tells the object about its size; called with changed geometry.
     virtual void sizeChanged() {}
-    virtual void enabledChanged(bool) {}
+    virtual void enabledChanged(bool, bool) {} // enabled, and whether it is to be redrawn
     /// It has become part of a window; `fromAnother` when it was part of another one before.
     virtual void windowEntered(bool) {}
     /// Its type name where none was set.
