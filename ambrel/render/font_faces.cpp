@@ -16,7 +16,19 @@ bool isTahomaStandIn() noexcept
     return isWine;
 }
 
-bool isInstalled(const wchar_t* face)
+bool isSameName(const wchar_t* a, const wchar_t* b) noexcept { return lstrcmpiW(a, b) == 0; }
+
+/// Faces that may be replaced by one another: the platform's interface fonts and what is like them.
+bool isInterfaceFace(const wchar_t* face) noexcept
+{
+    constexpr const wchar_t* kFaces[] = {L"Tahoma", L"Segoe UI", L"MS Shell Dlg", L"MS Shell Dlg 2", L"Microsoft Sans Serif",
+                                         L"MS Sans Serif", L"Arial", L"Verdana", L""};
+    return std::ranges::any_of(kFaces, [face](const wchar_t* known) { return isSameName(face, known); });
+}
+
+} // namespace
+
+bool isFaceInstalled(const wchar_t* face)
 {
     const morvane::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
     LOGFONTW wanted{};
@@ -31,27 +43,23 @@ bool isInstalled(const wchar_t* face)
     return found;
 }
 
-bool isSameName(const wchar_t* a, const wchar_t* b) noexcept { return lstrcmpiW(a, b) == 0; }
-
-/// Faces that may be replaced by one another: the platform's interface fonts and what is like them.
-bool isInterfaceFace(const wchar_t* face) noexcept
+std::span<const wchar_t* const> fallbackFaces() noexcept
 {
-    constexpr const wchar_t* kFaces[] = {L"Tahoma", L"Segoe UI", L"MS Shell Dlg", L"MS Shell Dlg 2", L"Microsoft Sans Serif",
-                                         L"MS Sans Serif", L"Arial", L"Verdana", L""};
-    return std::ranges::any_of(kFaces, [face](const wchar_t* known) { return isSameName(face, known); });
+    static constexpr const wchar_t* kFaces[] = {L"Microsoft YaHei UI", L"Noto Sans CJK SC", L"SimSun", L"Yu Gothic UI",
+                                                L"MS Gothic", L"Malgun Gothic", L"Segoe UI", L"Segoe UI Symbol",
+                                                L"DejaVu Sans", L"Arial"};
+    return kFaces;
 }
-
-} // namespace
 
 void resolveFace(LOGFONTW& font)
 {
     const bool isBadStandIn = isTahomaStandIn()
                               && (isSameName(font.lfFaceName, L"Tahoma") || isSameName(font.lfFaceName, L"MS Shell Dlg")
                                   || isSameName(font.lfFaceName, L"MS Shell Dlg 2"));
-    if (!isInterfaceFace(font.lfFaceName) || (!isBadStandIn && font.lfFaceName[0] != L'\0' && isInstalled(font.lfFaceName)))
+    if (!isInterfaceFace(font.lfFaceName) || (!isBadStandIn && font.lfFaceName[0] != L'\0' && isFaceInstalled(font.lfFaceName)))
         return;
     for (const wchar_t* face : {L"Segoe UI", L"Liberation Sans", L"Arial", L"DejaVu Sans", L"Noto Sans"}) {
-        if (isInstalled(face)) {
+        if (isFaceInstalled(face)) {
             wcsncpy(font.lfFaceName, face, LF_FACESIZE - 1);
             return;
         }

@@ -49,7 +49,7 @@ LOGFONTW withHeight(LOGFONTW font, LONG height)
 } // namespace
 
 GlyphFont::GlyphFont(const LOGFONTW& font)
-    : m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)), m_designDc(CreateCompatibleDC(nullptr)),
+    : m_description(font), m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)), m_designDc(CreateCompatibleDC(nullptr)),
       m_isUnderlined(font.lfUnderline != 0), m_isStruckOut(font.lfStrikeOut != 0)
 {
     m_latin.fill(-1);
@@ -58,7 +58,9 @@ GlyphFont::GlyphFont(const LOGFONTW& font)
     GetTextMetricsW(m_dc.get(), &metrics);
     m_ascent = static_cast<int>(metrics.tmAscent);
     m_descent = static_cast<int>(metrics.tmDescent);
-    m_emHeight = static_cast<int>(std::max(1L, metrics.tmHeight - metrics.tmInternalLeading));
+    // A negative height is the em itself; the metrics round it to the hinted one.
+    m_emHeight = static_cast<int>(
+        std::max(1L, font.lfHeight < 0 ? -font.lfHeight : metrics.tmHeight - metrics.tmInternalLeading));
     m_thickness = std::max(1, (m_emHeight + 7) / 14);
     m_underlineOffset = std::max(1, m_emHeight / 9);
     constexpr LONG kDesignHeight = 2048;
@@ -79,29 +81,58 @@ GlyphFont::Glyph& GlyphFont::glyph(wchar_t c) const
     if (c < m_latin.size()) {
         if (m_latin[c] >= 0)
             return m_glyphs[static_cast<std::size_t>(m_latin[c])];
-        m_latin[c] = static_cast<std::int16_t>(index);
+        m_latin[c] = static_cast<std::int32_t>(index);
     } else if (const auto [place, isNew] = m_others.try_emplace(c, index); !isNew) {
         return m_glyphs[place->second];
     }
-    Glyph& made = m_glyphs.emplace_back();
-    measureGlyph(c, made);
-    return made;
+    Glyph made;
+    if (isSimpleCharacter(c) && !measureGlyph(c, made))
+        findFallback([&](const GlyphFont& font) { return font.measureGlyph(c, made); });
+    return m_glyphs.emplace_back(made);
 }
 
-void GlyphFont::measureGlyph(wchar_t c, Glyph& glyph) const
+bool GlyphFont::hasCharacter(wchar_t c) const
 {
-    WORD index = 0xFFFF;
-    if (!isSimpleCharacter(c) || GetGlyphIndicesW(m_dc.get(), &c, 1, &index, GGI_MARK_NONEXISTING_GLYPHS) == GDI_ERROR
-        || index == 0xFFFF)
-        return;
+    constexpr WORD kMissing = 0xFFFF;
+    WORD index = kMissing;
+    return GetGlyphIndicesW(m_dc.get(), &c, 1, &index, GGI_MARK_NONEXISTING_GLYPHS) != GDI_ERROR && index != kMissing;
+}
+
+bool GlyphFont::measureGlyph(wchar_t c, Glyph& glyph) const
+{
+    if (!hasCharacter(c))
+        return false;
     ABC widths{};
     TEXTMETRICW metrics{};
     if (!GetCharABCWidthsW(m_designDc.get(), c, c, &widths) || !GetTextMetricsW(m_designDc.get(), &metrics))
-        return; // a bitmap font: the system draws it as it is
+        return false; // a bitmap font: the system draws it as it is
     const double design = static_cast<double>(std::max(1L, metrics.tmHeight - metrics.tmInternalLeading));
     const double advance = widths.abcA + static_cast<int>(widths.abcB) + widths.abcC;
     glyph.advance = static_cast<int>(std::lround(advance * m_emHeight * kUnits / design));
-    glyph.isSimple = true;
+    glyph.source = this;
+    return true;
+}
+
+template <class Test>
+const GlyphFont* GlyphFont::findFallback(Test&& test) const
+{
+    for (const auto& known : m_fallbacks)
+        if (test(*known))
+            return known.get();
+    for (const wchar_t* face : fallbackFaces()) {
+        const bool isKnown = std::ranges::any_of(
+            m_fallbacks, [face](const auto& known) { return wcscmp(known->m_description.lfFaceName, face) == 0; });
+        LOGFONTW other = m_description;
+        wcscpy(other.lfFaceName, face);
+        if (isKnown || !isFaceInstalled(face))
+            continue;
+        auto font = std::make_shared<const GlyphFont>(other);
+        if (test(*font)) {
+            m_fallbacks.push_back(std::move(font));
+            return m_fallbacks.back().get();
+        }
+    }
+    return nullptr;
 }
 
 void GlyphFont::drawMasks(wchar_t c, Glyph& glyph) const
@@ -141,7 +172,7 @@ void GlyphFont::drawMasks(wchar_t c, Glyph& glyph) const
 
 bool GlyphFont::isSimple(std::wstring_view text) const
 {
-    return std::ranges::all_of(text, [this](wchar_t c) { return glyph(c).isSimple; });
+    return std::ranges::all_of(text, [this](wchar_t c) { return glyph(c).source != nullptr; });
 }
 
 int GlyphFont::advanceSum(std::wstring_view text) const
@@ -157,8 +188,31 @@ int GlyphFont::width(std::wstring_view text) const
     if (isSimple(text))
         return (advanceSum(text) + kUnits - 1) / kUnits;
     SIZE extent{};
-    GetTextExtentPoint32W(m_dc.get(), text.data(), static_cast<int>(text.size()), &extent);
+    GetTextExtentPoint32W(systemFontFor(text).m_dc.get(), text.data(), static_cast<int>(text.size()), &extent);
     return static_cast<int>(extent.cx);
+}
+
+const GlyphFont& GlyphFont::systemFontFor(std::wstring_view text) const
+{
+    const auto hasAll = [text](const GlyphFont& font) {
+        return std::ranges::all_of(text, [&](wchar_t c) { return font.hasCharacter(c); });
+    };
+    if (hasAll(*this))
+        return *this;
+    const GlyphFont* other = findFallback(hasAll);
+    return other ? *other : *this;
+}
+
+void GlyphFont::drawGlyph(const Canvas& canvas, int quarters, int baseline, wchar_t c, Pixel colour) const
+{
+    Glyph& g = glyph(c);
+    if (!g.isDrawn)
+        drawMasks(c, g);
+    const Mask& mask = g.masks[static_cast<std::size_t>(quarters & (kPhases - 1))];
+    if (!mask.size.isEmpty())
+        blendMask(canvas, {(quarters >> 2) + mask.left, baseline - mask.top}, mask.size,
+                  {m_pool.data() + mask.offset, static_cast<std::size_t>(mask.size.width) * mask.size.height},
+                  mask.size.width, colour);
 }
 
 void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const
@@ -166,17 +220,11 @@ void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view t
     if (isSimple(text)) {
         int position = x * kUnits;
         for (const wchar_t c : text) {
-            Glyph& g = glyph(c);
-            if (!g.isDrawn)
-                drawMasks(c, g);
             constexpr int kStep = kUnits / kPhases;
-            const int quarters = (position + kStep / 2) >> 4; // 64 / 4 units each
-            const Mask& mask = g.masks[static_cast<std::size_t>(quarters & (kPhases - 1))];
-            if (!mask.size.isEmpty())
-                blendMask(canvas, {(quarters >> 2) + mask.left, y - mask.top}, mask.size,
-                          {m_pool.data() + mask.offset, static_cast<std::size_t>(mask.size.width) * mask.size.height},
-                          mask.size.width, colour);
+            const Glyph& g = glyph(c);
+            const int quarters = (position + kStep / 2) >> 4; // 16 units each
             position += g.advance;
+            g.source->drawGlyph(canvas, quarters, y, c, colour);
         }
     } else {
         drawBySystem(canvas, x, y, text, isRightToLeft, colour);
@@ -199,7 +247,7 @@ void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_vi
     if (picture.isEmpty())
         return;
     {
-        const morvane::SelectedObject selected(picture.dc(), m_font.get());
+        const morvane::SelectedObject selected(picture.dc(), systemFontFor(text).m_font.get());
         SetTextColor(picture.dc(), RGB(255, 255, 255));
         ExtTextOutW(picture.dc(), x - shown.left, box.top - shown.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr,
                     text.data(), static_cast<UINT>(text.size()), nullptr);

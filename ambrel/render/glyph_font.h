@@ -52,18 +52,26 @@ private:
 
     struct Glyph {
         int advance = 0; // in 64ths of a pixel
-        bool isSimple = false;
+        const GlyphFont* source = nullptr; // the font that has it: this one or a fallback; null: for the system to draw
         bool isDrawn = false;
         std::array<Mask, kPhases> masks;
     };
 
     Glyph& glyph(wchar_t c) const;
-    void measureGlyph(wchar_t c, Glyph& glyph) const;
+    bool hasCharacter(wchar_t c) const;
+    bool measureGlyph(wchar_t c, Glyph& glyph) const; // false when this font cannot draw it alone
+    /// The first of the fallback fonts for which the test holds; null for none.
+    template <class Test>
+    const GlyphFont* findFallback(Test&& test) const;
+    void drawGlyph(const Canvas& canvas, int quarters, int baseline, wchar_t c, Pixel colour) const;
+    /// The font with which the system draws a text: the first that has all its characters.
+    const GlyphFont& systemFontFor(std::wstring_view text) const;
     void drawMasks(wchar_t c, Glyph& glyph) const;
     bool isSimple(std::wstring_view text) const;
     int advanceSum(std::wstring_view text) const;
     void drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
 
+    LOGFONTW m_description;
     morvane::UniqueFont m_font;
     morvane::UniqueFont m_designFont; // the same as large as its design grid, for unhinted widths
     morvane::UniqueMemoryDc m_dc;     // with the font selected
@@ -78,9 +86,10 @@ private:
     bool m_isUnderlined = false;
     bool m_isStruckOut = false;
     mutable std::vector<Glyph> m_glyphs;
-    mutable std::array<std::int16_t, 128> m_latin; // index into the glyphs, -1 for not yet
+    mutable std::array<std::int32_t, 128> m_latin; // index into the glyphs, -1 for not yet
     mutable std::unordered_map<wchar_t, std::size_t> m_others;
     mutable std::vector<std::uint8_t> m_pool;
+    mutable std::vector<std::shared_ptr<const GlyphFont>> m_fallbacks; // those that were needed so far
 };
 
 /// All fonts in use, by description and scale. One per process, owned by the module; emptied before it is unloaded.
