@@ -1,0 +1,263 @@
+#include "gallery/scene.h"
+
+#include "ambrel/ambrel.h"
+#include "ambrel/objects/callbacks.h"
+#include "gallery/options.h"
+#include "host/host_classes.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace gallery {
+
+namespace {
+
+constexpr int kButtonSkin = 2080;
+constexpr int kCheckBoxSkin = 2092;
+constexpr int kRadioBoxSkin = 2086;
+constexpr wchar_t kFontFace[] = L"Tahoma";
+
+/// What AddMsgCallback calls; `context` is the function to run.
+VARIANT_BOOL STDMETHODCALLTYPE runAction(std::int64_t context, long, std::int64_t, std::int64_t)
+{
+    const auto& action = *reinterpret_cast<std::function<void()>*>(context);
+    const auto copy = action; // it may remove itself
+    copy();
+    return VARIANT_FALSE;
+}
+
+void require(HRESULT status, const char* what)
+{
+    if (FAILED(status))
+        throw std::runtime_error(what);
+}
+
+template <class Interface>
+ComPtr<Interface> require(ComPtr<Interface> object, const char* what)
+{
+    if (!object)
+        throw std::runtime_error(what);
+    return object;
+}
+
+std::wstring keyOf(const TextLook& look)
+{
+    return std::to_wstring(look.color) + L'/' + std::to_wstring(look.points) + (look.isBold ? L"b" : L"") +
+           std::to_wstring(static_cast<int>(look.align)) + L'+' + std::to_wstring(look.nearOffset);
+}
+
+} // namespace
+
+SkinSource skinSourceOf(const Options& options, HINSTANCE controls)
+{
+    if (options.skinFolder.empty() && options.isDark) {
+        // The module carries the light looks; the dark ones lie beside the program.
+        wchar_t path[MAX_PATH] = L"";
+        GetModuleFileNameW(nullptr, path, MAX_PATH);
+        const std::wstring program(path);
+        return {controls, program.substr(0, program.rfind(L'\\')) + L"\\skins", true};
+    }
+    return {controls, options.skinFolder, options.isDark};
+}
+
+Scene::Scene(ComPtr<IVexRes> res, ComPtr<IAmbrel> root, SkinSource skins, int scale)
+    : m_res(std::move(res)), m_root(std::move(root)), m_skins(std::move(skins)), m_scale(scale)
+{
+}
+
+Rect Scene::scaled(const Rect& rect) const
+{
+    return {scaled(rect.left), scaled(rect.top), scaled(rect.right), scaled(rect.bottom)};
+}
+
+std::wstring Scene::nextName(const wchar_t* kind) { return kind + std::to_wstring(++m_lastName); }
+
+void Scene::place(IVexControlBase& control, const Rect& place) const
+{
+    const Rect r = scaled(place);
+    VexPosition record{};
+    record.horzPos = {PHAT_LEFT, PHST_LEFTWIDTH, r.left, 0, r.width()};
+    record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0, r.height()};
+    ComPtr<IDispatch> object;
+    require(CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.putVoid()), "position");
+    const auto position = object.as<IVexPos>();
+    position->SetPosStruct(record);
+    control.SetPosition(position.get());
+    control.ResizeThis();
+}
+
+ComPtr<IVexControlBase> Scene::create(REFCLSID classId, IVexControlBase* parent, const Rect& where)
+{
+    ComPtr<IVexControlBase> control;
+    require(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid()),
+            "a control could not be created");
+    ISkinObjResBase* const owner = parent ? static_cast<ISkinObjResBase*>(parent) : m_root.get();
+    std::int64_t created = 0;
+    require(control->CreateObj(reinterpret_cast<std::int64_t>(m_res.get()), reinterpret_cast<std::int64_t>(owner),
+                               VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created),
+            "a control could not be attached");
+    control->SetName(Bstr(nextName(L"Object")).get());
+    place(*control, where);
+    return control;
+}
+
+void Scene::applySkin(IVexControlBase& control, int package) const
+{
+    if (m_skins.folder.empty()) {
+        require(AmbrelApplySkin(m_res.get(), &control, m_skins.module, package), "a default skin could not be applied");
+        return;
+    }
+    const std::wstring path = m_skins.folder + L'\\' + std::to_wstring(package) + (m_skins.isDark ? L".dark.zip" : L".zip");
+    require(AmbrelApplySkinFile(m_res.get(), &control, path.c_str()), "a skin could not be applied");
+}
+
+void Scene::finish(IVexControlBase& control) const { control.FinalCreate(VARIANT_TRUE); }
+
+ComPtr<ICmdButton> Scene::button(IVexControlBase* parent, const Rect& where, std::wstring_view text)
+{
+    const auto control = create(__uuidof(CmdButton), parent, where);
+    applySkin(*control, kButtonSkin);
+    finish(*control);
+    auto button = require(control.as<ICmdButton>(), "ICmdButton");
+    button->SetText(Bstr(text).get());
+    return button;
+}
+
+ComPtr<IVexCheckBox> Scene::checkBox(IVexControlBase* parent, const Rect& where, std::wstring_view text)
+{
+    const auto control = create(__uuidof(VexCheckBox), parent, where);
+    applySkin(*control, kCheckBoxSkin);
+    finish(*control);
+    auto box = require(control.as<IVexCheckBox>(), "IVexCheckBox");
+    box->SetText(Bstr(text).get());
+    return box;
+}
+
+ComPtr<IRadioBox> Scene::radioBox(IVexControlBase* parent, const Rect& where, std::wstring_view text, long group)
+{
+    const auto control = create(__uuidof(RadioBox), parent, where);
+    applySkin(*control, kRadioBoxSkin);
+    finish(*control);
+    auto box = require(control.as<IRadioBox>(), "IRadioBox");
+    VARIANT_BOOL done = VARIANT_FALSE;
+    box->SetGroupID(group, &done);
+    box->SetText(Bstr(text).get(), VARIANT_TRUE);
+    return box;
+}
+
+ComPtr<IUIFormObj> Scene::form(IVexControlBase* parent, const Rect& where, OLE_COLOR color)
+{
+    const auto control = create(__uuidof(UIFormObj), parent, where);
+    finish(*control);
+    auto form = require(control.as<IUIFormObj>(), "IUIFormObj");
+    form->SetBackColor(fill(color, color, 0).get());
+    form->SetDrawColor(VARIANT_TRUE);
+    return form;
+}
+
+ComPtr<ICmdButton> Scene::label(IVexControlBase* parent, const Rect& where, std::wstring_view text, const TextLook& look)
+{
+    const auto control = create(__uuidof(CmdButton), parent, where);
+    finish(*control);
+    control->SetTabStop(VARIANT_FALSE);
+    auto label = require(control.as<ICmdButton>(), "ICmdButton");
+    const auto style = textStyle(look);
+    for (int state = VEX_BTN_NORMAL; state < VEX_BTN_LAST; ++state)
+        label->SetBackTextStyle(static_cast<VEX_BUTTONSTATE>(state), style.get());
+    label->SetText(Bstr(text).get());
+    return label;
+}
+
+ComPtr<IVexFontEx> Scene::font(int points, bool isBold)
+{
+    const std::wstring name = std::wstring(kFontFace) + L',' + std::to_wstring(points) + (isBold ? L",bold" : L"");
+    const Bstr key(name);
+    ComPtr<IVexObj> object;
+    m_res->GetResObject(VEXOBJTYPE_FONTEX, key.get(), nullptr, VARIANT_TRUE, object.put());
+    if (!object) {
+        m_res->AddResObject(VEXOBJTYPE_FONTEX, nullptr, key.get(), VARIANT_FALSE, object.put());
+        const auto font = require(object.as<IVexFontEx>(), "a font could not be made");
+        const Bstr face(kFontFace);
+        VEXLOGFONT description{};
+        description.lfHeight = -MulDiv(points, 96, 72); // at 100 percent
+        description.lfWeight = isBold ? FW_BOLD : FW_NORMAL;
+        description.lfCharSet = DEFAULT_CHARSET;
+        description.lfFaceName = face.get();
+        description.lfAntiAlisaing = 1;
+        font->SetLogFont(description);
+    }
+    return require(object.as<IVexFontEx>(), "a font could not be made");
+}
+
+ComPtr<IVexTextStyle> Scene::textStyle(const TextLook& look)
+{
+    const std::wstring key = keyOf(look);
+    for (const auto& [known, style] : m_textStyles)
+        if (known == key)
+            return style;
+    const Bstr name(L"Gallery." + key);
+    ComPtr<IVexObj> object;
+    m_res->AddResObject(VEXOBJTYPE_TEXTSTYLE, nullptr, name.get(), VARIANT_FALSE, object.put());
+    const auto style = require(object.as<IVexTextStyle>(), "a text style could not be made");
+    style->put_clrText(look.color);
+    style->put_fontExPtr(font(look.points, look.isBold).get());
+    style->put_nHAlign(static_cast<short>(look.align));
+    style->put_nVAlign(1);
+    style->put_nLeftOffset(static_cast<short>(look.nearOffset));
+    style->put_bSingleLine(VARIANT_TRUE);
+    style->put_bHotkeyPrefixShow(VARIANT_TRUE);
+    m_textStyles.emplace_back(key, style);
+    return style;
+}
+
+ComPtr<IFillColor> Scene::fill(OLE_COLOR from, OLE_COLOR to, int degrees)
+{
+    const Bstr name(nextName(L"Gallery.Fill"));
+    ComPtr<IVexObj> object;
+    m_res->AddResObject(VEXOBJTYPE_GRADIENTCLR, nullptr, name.get(), VARIANT_FALSE, object.put());
+    const auto fill = require(object.as<IFillColor>(), "a fill could not be made");
+    fill->put_clrStart(from);
+    fill->put_clrEnd(to);
+    fill->put_nGradientIrotation(degrees);
+    return fill;
+}
+
+void Scene::onMessage(IVexControlBase& control, long message, std::function<void()> action)
+{
+    auto kept = std::make_unique<std::function<void()>>(std::move(action));
+    VARIANT_BOOL done = VARIANT_FALSE;
+    const ambrel::MessageCallback callback = &runAction;
+    control.AddMsgCallback(message, reinterpret_cast<std::int64_t>(callback), reinterpret_cast<std::int64_t>(kept.get()), &done);
+    m_callbacks.push_back({&control, std::move(kept)});
+}
+
+void Scene::onClick(IVexControlBase& control, std::function<void()> action)
+{
+    const ComPtr<IVexControlBase> shared(&control);
+    onMessage(control, VEXSM_LBUTTONUP, [raw = &control, action = std::move(action)] {
+        // A release outside is no click.
+        ComPtr<IVexRect> object;
+        SkinRect rect{};
+        POINT cursor{};
+        std::int64_t window = 0;
+        raw->GetRect(object.put());
+        if (!object || FAILED(object->GetRectStruct(&rect)) || FAILED(raw->GetWindow(&window)))
+            return;
+        GetCursorPos(&cursor);
+        ScreenToClient(reinterpret_cast<HWND>(window), &cursor);
+        ComPtr<ISkinObjResBase> focused; // pressed by the keyboard: the cursor may be anywhere
+        VARIANT_BOOL hasFocus = VARIANT_FALSE;
+        raw->IsFocus(&hasFocus);
+        if (hasFocus || (cursor.x >= rect.left && cursor.x < rect.right && cursor.y >= rect.top && cursor.y < rect.bottom))
+            action();
+    });
+}
+
+void Scene::remove(IVexControlBase& control)
+{
+    VARIANT_BOOL done = VARIANT_FALSE;
+    control.DelAllSubObjects();
+    control.Remove(&done);
+}
+
+} // namespace gallery

@@ -1,0 +1,119 @@
+#include "gallery/shell.h"
+
+#include "ambrel/ambrel.h"
+
+#include <stdexcept>
+
+namespace gallery {
+
+namespace {
+
+constexpr int kListWidth = 196;
+constexpr int kWindowWidth = kListWidth + 1 + kPageSize.width;
+constexpr int kWindowHeight = kPageSize.height;
+constexpr long kListGroup = 5000;
+
+/// An entry of the list: a radio box without a box, whose background shows what is chosen.
+void styleEntry(Scene& scene, IRadioBox& entry)
+{
+    const Theme& theme = scene.theme();
+    const auto normal = scene.textStyle({theme.text, 9, false, TextAlign::Near, 20});
+    const auto chosen = scene.textStyle({theme.text, 9, true, TextAlign::Near, 20});
+    VARIANT_BOOL done = VARIANT_FALSE;
+    entry.SetBackDrawColor(VARIANT_TRUE);
+    for (int index = VEX_RADIOBOX_NORMAL; index < VEX_RADIOBOX_LAST; ++index) {
+        const auto state = static_cast<VEX_RADIOBOXSTATE>(index);
+        const bool isRest = state == VEX_RADIOBOX_NORMAL || state == VEX_RADIOBOX_DISABLE;
+        entry.SetBackColor(state, VARIANT_FALSE, isRest ? theme.surface : theme.hotSoft, &done);
+        entry.SetBackColor(state, VARIANT_TRUE, theme.selectSoft, &done);
+        entry.SetTextStyle(state, VARIANT_FALSE, normal.get(), &done);
+        entry.SetTextStyle(state, VARIANT_TRUE, chosen.get(), &done);
+        entry.SetBoxImage(state, VARIANT_FALSE, nullptr, &done);
+        entry.SetBoxImage(state, VARIANT_TRUE, nullptr, &done);
+    }
+}
+
+} // namespace
+
+Shell::Shell(const Options& options, HINSTANCE controls) : m_options(options)
+{
+    if (FAILED(AmbrelCreateRes(m_res.put())))
+        throw std::runtime_error("the runtime gives no resource object");
+    ComPtr<IDispatch> root;
+    m_res->CreateAmbrel(Bstr(L"Gallery").get(), 0, root.put());
+    m_root = root.as<IAmbrel>();
+    if (!m_root)
+        throw std::runtime_error("the runtime gives no window");
+    m_scene = std::make_unique<Scene>(m_res, m_root, skinSourceOf(options, controls), options.scale);
+    const Size inside = size();
+    VARIANT_BOOL created = VARIANT_FALSE;
+    m_root->Create(0, {100, 60, 100 + inside.width, 60 + inside.height}, &created);
+    if (created == VARIANT_FALSE)
+        throw std::runtime_error("the window could not be made");
+    SetWindowTextW(window(), L"Morvane gallery");
+
+    m_background = m_scene->form(nullptr, {0, 0, kWindowWidth, kWindowHeight}, m_scene->theme().window);
+    buildList();
+}
+
+Shell::~Shell()
+{
+    m_entries.clear();
+    m_page.reset();
+    m_background.reset();
+    if (const HWND handle = window())
+        DestroyWindow(handle);
+    m_scene.reset();
+}
+
+Size Shell::size() const { return {m_scene->scaled(kWindowWidth), m_scene->scaled(kWindowHeight)}; }
+
+HWND Shell::window() const
+{
+    std::int64_t handle = 0;
+    m_root->GetWindowHandle(&handle);
+    return reinterpret_cast<HWND>(handle);
+}
+
+void Shell::buildList()
+{
+    const Theme& theme = m_scene->theme();
+    const auto list = m_scene->form(m_background.get(), {0, 0, kListWidth, kWindowHeight}, theme.surface);
+    m_scene->form(m_background.get(), {kListWidth, 0, kListWidth + 1, kWindowHeight}, theme.line);
+    m_scene->label(list.get(), {20, 18, kListWidth, 46}, L"Morvane", {theme.text, 14, true});
+    int top = 66;
+    std::size_t index = 0;
+    for (const PageInfo& page : allPages()) {
+        const auto entry = m_scene->radioBox(list.get(), {0, top, kListWidth, top + 32}, page.title, kListGroup);
+        styleEntry(*m_scene, *entry);
+        m_scene->onMessage(*entry, VEXSM_LBUTTONUP, [this, index] { selectPage(index); });
+        m_entries.push_back(entry);
+        top += 32;
+        ++index;
+    }
+}
+
+void Shell::selectPage(std::size_t index)
+{
+    if (index >= allPages().size())
+        return;
+    if (m_page)
+        m_scene->remove(*m_page);
+    const PageInfo& page = allPages()[index];
+    m_page = m_scene->form(m_background.get(),
+                           Rect::at({kListWidth + 1, 0}, kPageSize), m_scene->theme().window);
+    page.build(*m_scene, *m_page);
+    VEXRADIOBOX_VALUE value = VEXRADIOBOX_UNCHECKED;
+    m_entries[index]->GetValue(&value);
+    if (value != VEXRADIOBOX_CHECKED)
+        m_entries[index]->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+    m_background->DirectRedraw(nullptr);
+}
+
+void Shell::show()
+{
+    ShowWindow(window(), SW_SHOW);
+    UpdateWindow(window());
+}
+
+} // namespace gallery
