@@ -66,9 +66,9 @@ bool ObjectNode::insert(ObjectNode& child, std::size_t index)
 
 void ObjectNode::remove() noexcept
 {
-    if (ObjectNode* parent = std::exchange(m_parent, nullptr)) {
-        const auto place = std::find(parent->m_children.begin(), parent->m_children.end(), this);
-        parent->eraseAt(static_cast<std::size_t>(place - parent->m_children.begin()));
+    if (ObjectNode* parent = m_parent) {
+        parent->eraseAt(static_cast<std::size_t>(parent->indexOf(*this)));
+        m_parent = nullptr;
     }
 }
 

@@ -52,12 +52,21 @@ public:
         return S_OK;
     }
 
+    STDMETHODIMP RenderDrawObject(IVexRenderDC*, SkinRect rect, VARIANT_BOOL* result) noexcept override
+    {
+        if (onDraw)
+            onDraw(rect);
+        *result = VARIANT_TRUE;
+        return S_OK;
+    }
+
     IVexControlBase* asControl() noexcept { return this; }
     long count(long id) const { return static_cast<long>(std::count(log.begin(), log.end(), id)); }
 
     std::vector<long> log;
     std::vector<long> answers;
     std::function<void(const VexNotify&)> onNotice;
+    std::function<void(const SkinRect&)> onDraw;
     int propertyTables = 0;
     int destroyedAt = 0;
     static inline long alive = 0;
