@@ -193,8 +193,25 @@ void ControlFrame::reportRightButtonUp(const WindowMessageNotice& notice)
 
 void ControlFrame::fillHostCache()
 {
-    if (m_inner)
-        m_host.fill(*m_inner);
+    if (!m_inner)
+        return;
+    const ComPtr<IAmbrel> before = m_host.root;
+    m_host.fill(*m_inner);
+    if (m_host.root != before)
+        moveRegistrations(before.get());
+}
+
+/// A root keeps no reference on those it delivers to, so a control that has left one must not stay registered there.
+void ControlFrame::moveRegistrations(IAmbrel* before)
+{
+    for (UINT& message : m_registered) {
+        const UINT registered = std::exchange(message, 0u);
+        VARIANT_BOOL done = VARIANT_FALSE;
+        if (registered != 0 && before)
+            before->UnRegisterMessage(registered, &self(), &done);
+        if (registered != 0)
+            registerWindowMessage(registered);
+    }
 }
 
 Handled ControlFrame::onInitObject()

@@ -142,6 +142,7 @@ private:
 
     void fillHostCache();
     void unregisterWindowMessages();
+    void moveRegistrations(IAmbrel* before);
     Handled answerTypeName(const VexNotify&);
     Handled answerCategory(const VexNotify&);
     Handled answerAuthor(const VexNotify&);

@@ -1,0 +1,137 @@
+#include "tests/strange_host/base_object.h"
+
+#include "frame/com/bstr.h"
+#include "tests/strange_host/text.h"
+
+namespace morvane::testing {
+
+STDMETHODIMP BaseObject::SetRealCtrlPtr(IVexControlBase* control)
+{
+    realControl = control;
+    ledger().note(control ? "real control" : "no real control");
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::GetRealCtrlPtr(IVexControlBase** result) { return give(result, ComPtr<IVexControlBase>(realControl)); }
+
+STDMETHODIMP BaseObject::GetInerface(hyper iid, IDispatch** result)
+{
+    if (isBroken)
+        return E_FAIL;
+    return QueryInterface(*reinterpret_cast<const IID*>(iid), reinterpret_cast<void**>(result));
+}
+
+STDMETHODIMP BaseObject::GetVexRes(IVexRes** result) { return give(result, res); }
+STDMETHODIMP BaseObject::GetXMLNode(hyper* result) { return answer(result, configNode); }
+STDMETHODIMP BaseObject::GetAmbrel(IDispatch** result) { return give(result, ComPtr<IDispatch>(root.get())); }
+
+STDMETHODIMP BaseObject::GetRect(IVexRect** result)
+{
+    if (isBroken)
+        return E_FAIL;
+    *result = ledger().make<RectObject>(rect).detach();
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::GetPosition(IVexPos** result)
+{
+    if (isBroken)
+        return E_FAIL;
+    *result = ledger().make<PositionObject>(position).detach();
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::SetPosition(IVexPos* newPosition)
+{
+    ledger().note("position");
+    return newPosition->GetPosStruct(&position);
+}
+
+STDMETHODIMP BaseObject::ResizeThis()
+{
+    ledger().note("resize");
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::SetMouseMove(VARIANT_BOOL over)
+{
+    ledger().note(over ? "mouse over" : "mouse gone");
+    mouseOver = over;
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::DirectRedraw(SkinRect* part)
+{
+    ledger().note(part ? "redraw " + toText(*part) : "redraw");
+    return isBroken ? E_FAIL : S_OK;
+}
+
+STDMETHODIMP BaseObject::RenderDrawFocus(IVexRenderDC*)
+{
+    ledger().note("draw focus");
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::CallMsg(long message, hyper wParam, hyper lParam, VARIANT_BOOL* result)
+{
+    const bool isControl = reinterpret_cast<IVexControlBase*>(wParam) == realControl;
+    ledger().note("callback " + std::to_string(message) + (isControl ? " control " : " stranger ") + hex(lParam));
+    if (isBroken)
+        return E_FAIL;
+    if (onCallback)
+        onCallback(message);
+    *result = VARIANT_FALSE;
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::CallEvent(long message, hyper wParam, hyper lParam)
+{
+    ledger().note("event " + std::to_string(message) + " " + hex(wParam) + " " + hex(lParam));
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded, ICtrlPluginProp** result)
+{
+    if (isBroken)
+        return E_FAIL;
+    std::wstring path(viewOf(name));
+    if (const auto* group = dynamic_cast<Group*>(parent))
+        path = group->path + L"." + path;
+    if (expanded != VARIANT_TRUE)
+        ledger().note("collapsed group");
+    groups.push_back(path);
+    *result = ledger().make<Group>(path).detach();
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help, VARIANT_BOOL isStyle,
+                                    IPropChangedCallback* callback, IVexPropBase** result)
+{
+    if (isBroken || properties.size() >= propertiesAllowed)
+        return E_OUTOFMEMORY;
+    const auto* owner = dynamic_cast<Group*>(group);
+    if (!owner || !help || !viewOf(help).empty() || callback)
+        ledger().note("odd property");
+    MadeProperty made{owner ? owner->path : L"", std::wstring(viewOf(name)), type, isStyle == VARIANT_TRUE, {}};
+    made.object = makePropertyObject(ledger(), type, narrow(made.group + L"." + made.name));
+    made.object.copyTo(result);
+    properties.push_back(std::move(made));
+    return S_OK;
+}
+
+IVexPropBase* BaseObject::findAny(std::wstring_view group, std::wstring_view name) const
+{
+    for (const MadeProperty& property : properties)
+        if (property.group == group && property.name == name)
+            return property.object.get();
+    return nullptr;
+}
+
+void BaseObject::lastRelease()
+{
+    properties.clear();
+    root.reset();
+    res.reset();
+}
+
+} // namespace morvane::testing

@@ -1,0 +1,120 @@
+#include "tests/strange_host/host_objects.h"
+
+#include "frame/com/bstr.h"
+#include "tests/strange_host/text.h"
+
+namespace morvane::testing {
+
+STDMETHODIMP RectObject::GetRectStruct(SkinRect* result)
+{
+    *result = m_rect;
+    return S_OK;
+}
+
+STDMETHODIMP PositionObject::GetPosStruct(VexPosition* result)
+{
+    *result = record;
+    return S_OK;
+}
+
+STDMETHODIMP PositionObject::SetPosStruct(VexPosition newRecord)
+{
+    record = newRecord;
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nHAlign(short* result)
+{
+    *result = 0;
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nLeftOffset(short* result)
+{
+    *result = 3;
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::get_nRightOffset(short* result)
+{
+    *result = 5;
+    return S_OK;
+}
+
+STDMETHODIMP TextStyle::DrawText(hyper, BSTR text, SkinRect, VARIANT_BOOL draw, long format, SkinRect* extent,
+                                 VARIANT_BOOL* result)
+{
+    if (draw || format != -1 || !extent)
+        return unexpected("IVexTextStyle::DrawText with other arguments than measuring has");
+    *extent = {0, 0, static_cast<long>(viewOf(text).size()) * 7, 14};
+    *result = VARIANT_TRUE;
+    return S_OK;
+}
+
+STDMETHODIMP Root::GetWindowHandle(hyper* result)
+{
+    *result = reinterpret_cast<hyper>(window);
+    return S_OK;
+}
+
+STDMETHODIMP Root::GetRenderDevice(hyper* result)
+{
+    *result = device;
+    return S_OK;
+}
+
+STDMETHODIMP Root::GetRenderEngine(VEX_RENDERENGINE_TYPE* result)
+{
+    *result = {};
+    return S_OK;
+}
+
+STDMETHODIMP Root::RegisterMessage(unsigned long message, ISkinObjResBase* object, VARIANT_BOOL children,
+                                   VARIANT_BOOL* result)
+{
+    ledger().note("register " + hex(static_cast<long>(message)) + (children ? " with children" : ""));
+    registered.emplace(message, object);
+    *result = VARIANT_TRUE;
+    return S_OK;
+}
+
+STDMETHODIMP Root::UnRegisterMessage(unsigned long message, ISkinObjResBase* object, VARIANT_BOOL* result)
+{
+    ledger().note("unregister " + hex(static_cast<long>(message)));
+    const auto found = registered.find({message, object});
+    *result = found != registered.end() ? VARIANT_TRUE : VARIANT_FALSE;
+    if (found == registered.end())
+        return S_FALSE;
+    registered.erase(found);
+    return S_OK;
+}
+
+STDMETHODIMP Root::GetCurrentFocusObject(ISkinObjResBase** result)
+{
+    focused.copyTo(result);
+    return S_OK;
+}
+
+STDMETHODIMP Root::VexMessage(hyper, long message, hyper wParam, hyper lParam)
+{
+    ledger().note("framework message " + std::to_string(message) + " " + hex(wParam) + " " + hex(lParam));
+    return S_OK;
+}
+
+STDMETHODIMP Res::IsDesignStatus(VARIANT_BOOL* result)
+{
+    *result = designStatus;
+    return S_OK;
+}
+
+STDMETHODIMP Res::ImportSkin(hyper module, long resource, BSTR type, hyper parent, IVexControlBase** result)
+{
+    importedFrom = module;
+    ledger().note("import " + std::to_string(resource) + " " + narrow(viewOf(type)) + " " + hex(parent) +
+                  (result ? "" : " without a result"));
+    if (result)
+        *result = nullptr;
+    return S_OK;
+}
+
+} // namespace morvane::testing
