@@ -473,7 +473,7 @@ ComPtr<IVexRes> SkinObjectCore::resources()
 {
     if (m_resources)
         return m_resources;
-    RootServices* const window = services();
+    RootServices* const window = rootServices() ? nullptr : services(); // a root has only its own
     return ComPtr<IVexRes>(window ? window->resources() : nullptr);
 }
 

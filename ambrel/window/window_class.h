@@ -25,7 +25,8 @@ public:
         description.hInstance = morvane::thisModule();
         description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
         description.lpszClassName = m_name;
-        if (RegisterClassExW(&description))
+        // A class whose last window was still being destroyed when it was to go is there already, and ours.
+        if (RegisterClassExW(&description) || GetLastError() == ERROR_CLASS_ALREADY_EXISTS)
             return true;
         m_windows = 0;
         return false;
