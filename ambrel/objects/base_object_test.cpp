@@ -1,5 +1,6 @@
 // The base object through its class object, with a control that logs what it is told.
 #include "ambrel/objects/test_control.h"
+#include "ambrel/objects/test_window.h"
 
 #include <gtest/gtest.h>
 
@@ -41,7 +42,7 @@ protected:
         return {{PHAT_LEFT, PHST_LEFTWIDTH, left, 0, width}, {PHAT_LEFT, PHST_LEFTWIDTH, top, 0, height}};
     }
 
-    static std::vector<long> idsOf(TestControl& control) { return control.log; }
+    RuntimeClasses classes;
 };
 
 TEST_F(BaseObjectTest, CreationMakesPropertiesOnceAndShowsTheControlToTheOutside)

@@ -52,6 +52,7 @@ protected:
         return found.get();
     }
 
+    RuntimeClasses classes;
     ComPtr<IAmbrel> root;
     ComPtr<ISkinObjResBase> found;
 };

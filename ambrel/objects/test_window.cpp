@@ -1,6 +1,5 @@
 #include "ambrel/objects/test_window.h"
 
-#include "ambrel/ambrel.h"
 #include "frame/com/bstr.h"
 
 namespace ambrel::testing_objects {
