@@ -66,8 +66,8 @@ protected:
     /// A registered window message.
     Answer windowMessage(UINT message, WPARAM wParam, LPARAM lParam)
     {
-        return notify(VexNotify{VexMsgID{}, static_cast<long>(message), static_cast<std::int64_t>(wParam), lParam, 0, 0, 0,
-                                VARIANT_FALSE});
+        return notify(VexNotify{VexMsgID{}, static_cast<long>(message), static_cast<std::int64_t>(wParam), lParam, 0, 0,
+                                0, VARIANT_FALSE});
     }
 
     std::vector<std::string> log() { return host.takeLog(); }

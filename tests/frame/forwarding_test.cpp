@@ -31,8 +31,9 @@ public:
         for (std::size_t i = 0; i < operation.parameters.size(); ++i) {
             m_records[i].resize(operation.parameters[i].size);
             std::iota(m_records[i].begin(), m_records[i].end(), static_cast<unsigned char>(17 * (operation.slot + i)));
-            m_values[i] = operation.parameters[i].byAddress ? reinterpret_cast<std::int64_t>(m_records[i].data())
-                                                            : static_cast<std::int64_t>(0x8182838485868788 + operation.slot * 16 + i);
+            m_values[i] = operation.parameters[i].byAddress
+                              ? reinterpret_cast<std::int64_t>(m_records[i].data())
+                              : static_cast<std::int64_t>(0x8182838485868788 + operation.slot * 16 + i);
         }
     }
 
@@ -72,7 +73,10 @@ protected:
         initialReferences = recording.references();
     }
 
-    ComPtr<IVexControlBase> createControl(const LibraryClass& which) { return host.create<IVexControlBase>(which.clsid); }
+    ComPtr<IVexControlBase> createControl(const LibraryClass& which)
+    {
+        return host.create<IVexControlBase>(which.clsid);
+    }
 
     std::size_t slotOf(const std::string& name) const
     {
@@ -95,7 +99,8 @@ TEST_F(ForwardingTest, TheTypeLibraryDescribesTheWholeTableWithoutGaps)
         EXPECT_EQ(operations[i].slot, i + 7) << operations[i].name;
     EXPECT_EQ(operations.front().name, "GetName");
     EXPECT_EQ(operations.back().name, "GetDisposeMouse");
-    EXPECT_EQ(std::count_if(operations.begin(), operations.end(), [](const Operation& o) { return kOwn.count(o.name); }), 5);
+    EXPECT_EQ(
+        std::count_if(operations.begin(), operations.end(), [](const Operation& o) { return kOwn.count(o.name); }), 5);
     EXPECT_FALSE(controls.empty());
 }
 

@@ -9,10 +9,14 @@ namespace {
 using testing::BaseObject;
 using testing::ControlFixture;
 
-const std::array<const IID*, 9> kInterfaces = {&IID_IUnknown,           &IID_IDispatch,
-                                               &iidOf<IVexObj>(),       &iidOf<ISkinObjResBase>(),
-                                               &iidOf<IVexControlBase>(), &iidOf<ICmdButton>(),
-                                               &IID_ISupportErrorInfo,  &IID_IConnectionPointContainer,
+const std::array<const IID*, 9> kInterfaces = {&IID_IUnknown,
+                                               &IID_IDispatch,
+                                               &iidOf<IVexObj>(),
+                                               &iidOf<ISkinObjResBase>(),
+                                               &iidOf<IVexControlBase>(),
+                                               &iidOf<ICmdButton>(),
+                                               &IID_ISupportErrorInfo,
+                                               &IID_IConnectionPointContainer,
                                                &IID_IUnknown};
 
 class IdentityTest : public ControlFixture {
@@ -44,8 +48,8 @@ TEST_F(IdentityTest, EveryInterfaceLeadsToEveryOtherAndToOneIdentity)
 
 TEST_F(IdentityTest, InterfacesItDoesNotHaveAreRefusedWithANullPlace)
 {
-    for (const IID* iid : {&IID_IStream, &IID_IPersistStream, &iidOf<IVexRes>(), &iidOf<IAmbrel>(), &IID_IConnectionPoint,
-                           &IID_NULL}) {
+    for (const IID* iid :
+         {&IID_IStream, &IID_IPersistStream, &iidOf<IVexRes>(), &iidOf<IAmbrel>(), &IID_IConnectionPoint, &IID_NULL}) {
         void* place = this;
         EXPECT_EQ(button->QueryInterface(*iid, &place), E_NOINTERFACE);
         EXPECT_EQ(place, nullptr);
@@ -92,7 +96,8 @@ TEST_F(IdentityTest, ErrorInfoIsSupportedForTheOwnInterfaceOnly)
         EXPECT_EQ(support->InterfaceSupportsErrorInfo(*iid), S_FALSE);
 }
 
-// As part of another object --------------------------------------------------------------------------------------------
+// As part of another object
+// --------------------------------------------------------------------------------------------
 
 /// An outer object that offers the interfaces of its part.
 class Outer final : public IUnknown {
@@ -174,7 +179,8 @@ TEST_F(AggregationTest, ThePartGivesItsHostObjectsBackWhenTheOuterObjectReleases
     EXPECT_EQ(host.objectDraw().references(), 0u);
 }
 
-// Automation -----------------------------------------------------------------------------------------------------------
+// Automation
+// -----------------------------------------------------------------------------------------------------------
 
 class AutomationTest : public ControlFixture {
 protected:
@@ -190,7 +196,8 @@ protected:
     HRESULT invoke(const wchar_t* name, std::vector<VARIANT> arguments, VARIANT* result)
     {
         DISPPARAMS parameters{arguments.data(), nullptr, static_cast<UINT>(arguments.size()), 0};
-        return button->Invoke(idOf(name), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result, nullptr, nullptr);
+        return button->Invoke(idOf(name), IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, result, nullptr,
+                              nullptr);
     }
 };
 
@@ -247,7 +254,8 @@ TEST_F(AutomationTest, BadCallsAreRefused)
     EXPECT_EQ(button->GetIDsOfNames(IID_NULL, nullptr, 1, LOCALE_USER_DEFAULT, &id), E_POINTER);
     EXPECT_EQ(button->Invoke(501, IID_NULL, 0, DISPATCH_METHOD, nullptr, nullptr, nullptr, nullptr), E_POINTER);
     DISPPARAMS none{};
-    EXPECT_EQ(button->Invoke(9999, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr), DISP_E_MEMBERNOTFOUND);
+    EXPECT_EQ(button->Invoke(9999, IID_NULL, 0, DISPATCH_METHOD, &none, nullptr, nullptr, nullptr),
+              DISP_E_MEMBERNOTFOUND);
     ComPtr<ITypeInfo> info;
     EXPECT_EQ(button->GetTypeInfo(1, LOCALE_USER_DEFAULT, info.put()), DISP_E_BADINDEX);
     EXPECT_EQ(button->GetTypeInfo(0, LOCALE_USER_DEFAULT, nullptr), E_POINTER);

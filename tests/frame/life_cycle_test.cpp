@@ -129,7 +129,8 @@ TEST_F(LifeCycleTest, WhatTheCacheHoldsIsGivenBackWhileTheControlLivesOn)
     EXPECT_EQ(host.res->references(), 1u);
 }
 
-// Without host objects -----------------------------------------------------------------------------------------------------
+// Without host objects
+// -----------------------------------------------------------------------------------------------------
 
 /// Calls every notification with null parameters.
 void notifyEverything(IVexControlBase& control)
@@ -203,14 +204,21 @@ TEST_F(PoorHostTest, ArbitraryNotificationsAndNumbersAreSurvived)
     std::uniform_int_distribution<std::int64_t> anything(INT64_MIN, INT64_MAX);
     std::uniform_int_distribution<long> someId(1000, 3600);
     for (int i = 0; i < 20000; ++i) {
-        // Pointers are null; numbers are anything. Which parameter is which depends on the notification, so the first and
-        // the third, the only ones that are ever pointers, are null.
+        // Pointers are null; numbers are anything. Which parameter is which depends on the notification, so the first
+        // and the third, the only ones that are ever pointers, are null.
         const bool isWindowMessage = i % 5 == 0;
         const VexNotify record{static_cast<VexMsgID>(isWindowMessage ? 0 : someId(random)),
-                               isWindowMessage ? WM_RBUTTONUP : 0, 0, 0, 0, anything(random), anything(random), VARIANT_FALSE};
+                               isWindowMessage ? WM_RBUTTONUP : 0,
+                               0,
+                               0,
+                               0,
+                               anything(random),
+                               anything(random),
+                               VARIANT_FALSE};
         VexNotify varied = record;
         const bool takesNumbers = record.eVexMsgId == VEXSM_MOUSEMOVE || record.eVexMsgId == VEXSM_LBUTTONDOWN ||
-                                  record.eVexMsgId == VEXSM_LBUTTONUP || record.eVexMsgId == VEXSM_MOUSELEAVE || isWindowMessage;
+                                  record.eVexMsgId == VEXSM_LBUTTONUP || record.eVexMsgId == VEXSM_MOUSELEAVE ||
+                                  isWindowMessage;
         if (takesNumbers) {
             varied.lParam1 = anything(random);
             varied.lParam2 = anything(random);
@@ -221,7 +229,8 @@ TEST_F(PoorHostTest, ArbitraryNotificationsAndNumbersAreSurvived)
     notify(VEXSM_DESTROYING);
 }
 
-// Taken away in the middle ---------------------------------------------------------------------------------------------------
+// Taken away in the middle
+// ---------------------------------------------------------------------------------------------------
 
 class TakenAwayTest : public ControlFixture {
 protected:

@@ -1,5 +1,5 @@
-// The common handling of the framework's notifications, on the command button, whose handling it is: what happens, in which
-// order, and whether the framework's default is left to run.
+// The common handling of the framework's notifications, on the command button, whose handling it is: what happens, in
+// which order, and whether the framework's default is left to run.
 #include "tests/frame/control_fixture.h"
 
 #include <array>
@@ -22,10 +22,14 @@ protected:
         ControlFixture::TearDown();
     }
 
-    void setToolTip(const wchar_t* text) { host.base().find<testing::StringObject>(L"Tooltip", L"Tooltip")->value = text; }
+    void setToolTip(const wchar_t* text)
+    {
+        host.base().find<testing::StringObject>(L"Tooltip", L"Tooltip")->value = text;
+    }
 };
 
-// The pointer -----------------------------------------------------------------------------------------------------------
+// The pointer
+// -----------------------------------------------------------------------------------------------------------
 
 TEST_F(NotificationTest, PressingRedrawsOnceBeforeTheCallback)
 {
@@ -115,7 +119,8 @@ TEST_F(NotificationTest, OtherWindowMessagesAreLeftAlone)
     EXPECT_EQ(log(), Log());
 }
 
-// Focus, size, previews ---------------------------------------------------------------------------------------------------
+// Focus, size, previews
+// ---------------------------------------------------------------------------------------------------
 
 TEST_F(NotificationTest, FocusRedrawsAndIsLeftToTheFramework)
 {
@@ -143,7 +148,8 @@ TEST_F(NotificationTest, ASizeChangeFitsTheButtonOnlyWhenItFitsItself)
     EXPECT_EQ(log(), Log()) << "nothing it depends on has changed";
 }
 
-// Questions about the class -----------------------------------------------------------------------------------------------
+// Questions about the class
+// -----------------------------------------------------------------------------------------------
 
 TEST_F(NotificationTest, NamesAreStaticStrings)
 {
@@ -221,9 +227,19 @@ TEST_F(NotificationTest, ImportingTheDefaultLookNamesModuleResourceTypeAndParent
 
 TEST_F(NotificationTest, WhatAControlDoesNotKnowIsLeftToTheFramework)
 {
-    const std::vector<long> unknown = {VEXSM_INITDIALOG, VEXSM_TIMER, VEXSM_CALLPROP, VEXSM_DESIGNSTATUSCHANGED,
-                                       VEXSM_PROPCHANGEDNOTIFY, VEXSM_DISPOSEMOUSEMOVE, VEXSM_ENABLEOBJECT, VEXSM_HOOKPROC,
-                                       VEXSM_CHANGELANGUAGE, VEXSM_STARTDRAG, 0, -1, 0x7FFFFFFF};
+    const std::vector<long> unknown = {VEXSM_INITDIALOG,
+                                       VEXSM_TIMER,
+                                       VEXSM_CALLPROP,
+                                       VEXSM_DESIGNSTATUSCHANGED,
+                                       VEXSM_PROPCHANGEDNOTIFY,
+                                       VEXSM_DISPOSEMOUSEMOVE,
+                                       VEXSM_ENABLEOBJECT,
+                                       VEXSM_HOOKPROC,
+                                       VEXSM_CHANGELANGUAGE,
+                                       VEXSM_STARTDRAG,
+                                       0,
+                                       -1,
+                                       0x7FFFFFFF};
     for (long id : unknown)
         EXPECT_EQ(notify(static_cast<VexMsgID>(id), -1, -1, -1), kLeftToFramework) << id;
     EXPECT_EQ(notify(VEXSM_DESTROYBMPPERPIXEL), kHandled);

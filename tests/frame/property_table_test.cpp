@@ -72,8 +72,8 @@ const std::vector<Row> kTable = {
     {L"Cursor", L"Cursor", _PROPTYPE_CURSOR, true, kNone},
 };
 
-const std::vector<std::wstring> kGroups = {L"Normal",  L"Press",    L"Disabled",   L"Hot",    L"Focus", L"Inactive", L"Text",
-                                           L"Tooltip", L"Graphics", L"AutoResize", L"Hotkey", L"Cursor"};
+const std::vector<std::wstring> kGroups = {L"Normal", L"Press",   L"Disabled", L"Hot",        L"Focus",  L"Inactive",
+                                           L"Text",   L"Tooltip", L"Graphics", L"AutoResize", L"Hotkey", L"Cursor"};
 
 /// What the control itself set.
 Default defaultOf(IVexPropBase* object)
@@ -99,7 +99,8 @@ protected:
     {
         std::vector<Row> result;
         for (const testing::MadeProperty& property : host.base().properties)
-            result.push_back({property.group, property.name, property.type, property.isStyle, defaultOf(property.object.get())});
+            result.push_back(
+                {property.group, property.name, property.type, property.isStyle, defaultOf(property.object.get())});
         return result;
     }
 };
@@ -117,7 +118,8 @@ TEST_F(PropertyTableTest, GroupsAreTheHostsToKeep)
     button->CreateProps();
     for (const std::string& alive : host.ledger.alive())
         EXPECT_EQ(alive.find("Group"), std::string::npos) << alive;
-    EXPECT_EQ(host.base().properties.front().object.get(), host.base().find<testing::ImageSectionObject>(L"Normal", L"Image"));
+    EXPECT_EQ(host.base().properties.front().object.get(),
+              host.base().find<testing::ImageSectionObject>(L"Normal", L"Image"));
 }
 
 TEST_F(PropertyTableTest, MakingTheTableAgainUsesTheNewProperties)
@@ -180,8 +182,8 @@ TEST_F(PropertyTableTest, DrawingUsesTheDocumentedPositionsOnly)
     const auto dc = host.ledger.make<testing::RenderDc>();
     VARIANT_BOOL drawn = VARIANT_FALSE;
     EXPECT_EQ(button->RenderDrawObject(dc.get(), SkinRect{1, 2, 3, 4}, &drawn), S_OK);
-    EXPECT_EQ(log(), testing::Log({"draw Normal.Image 10,20,110,60 #0", "draw Normal.TextStyle 10,20,110,60 \"PushButton\"",
-                                   "draw focus"}));
+    EXPECT_EQ(log(), testing::Log({"draw Normal.Image 10,20,110,60 #0",
+                                   "draw Normal.TextStyle 10,20,110,60 \"PushButton\"", "draw focus"}));
     notify(VEXSM_DESTROYING);
 }
 

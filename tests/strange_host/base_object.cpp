@@ -12,7 +12,10 @@ STDMETHODIMP BaseObject::SetRealCtrlPtr(IVexControlBase* control)
     return S_OK;
 }
 
-STDMETHODIMP BaseObject::GetRealCtrlPtr(IVexControlBase** result) { return give(result, ComPtr<IVexControlBase>(realControl)); }
+STDMETHODIMP BaseObject::GetRealCtrlPtr(IVexControlBase** result)
+{
+    return give(result, ComPtr<IVexControlBase>(realControl));
+}
 
 STDMETHODIMP BaseObject::GetInerface(hyper iid, IDispatch** result)
 {
@@ -21,9 +24,18 @@ STDMETHODIMP BaseObject::GetInerface(hyper iid, IDispatch** result)
     return QueryInterface(*reinterpret_cast<const IID*>(iid), reinterpret_cast<void**>(result));
 }
 
-STDMETHODIMP BaseObject::GetVexRes(IVexRes** result) { return give(result, res); }
-STDMETHODIMP BaseObject::GetXMLNode(hyper* result) { return answer(result, configNode); }
-STDMETHODIMP BaseObject::GetAmbrel(IDispatch** result) { return give(result, ComPtr<IDispatch>(root.get())); }
+STDMETHODIMP BaseObject::GetVexRes(IVexRes** result)
+{
+    return give(result, res);
+}
+STDMETHODIMP BaseObject::GetXMLNode(hyper* result)
+{
+    return answer(result, configNode);
+}
+STDMETHODIMP BaseObject::GetAmbrel(IDispatch** result)
+{
+    return give(result, ComPtr<IDispatch>(root.get()));
+}
 
 STDMETHODIMP BaseObject::GetRect(IVexRect** result)
 {
@@ -90,7 +102,8 @@ STDMETHODIMP BaseObject::CallEvent(long message, hyper wParam, hyper lParam)
     return S_OK;
 }
 
-STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded, ICtrlPluginProp** result)
+STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded,
+                                         ICtrlPluginProp** result)
 {
     if (isBroken)
         return E_FAIL;
@@ -104,8 +117,8 @@ STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VAR
     return S_OK;
 }
 
-STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help, VARIANT_BOOL isStyle,
-                                    IPropChangedCallback* callback, IVexPropBase** result)
+STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help,
+                                    VARIANT_BOOL isStyle, IPropChangedCallback* callback, IVexPropBase** result)
 {
     if (isBroken || properties.size() >= propertiesAllowed)
         return E_OUTOFMEMORY;

@@ -17,8 +17,8 @@ struct MadeProperty {
     ComPtr<IVexPropBase> object;
 };
 
-/// Does what the contract asks of the inner base object for the operations that the frame of a control uses, and notes what
-/// a control makes happen. It is what tests say it is: rectangle, flags, root and skin are plain members.
+/// Does what the contract asks of the inner base object for the operations that the frame of a control uses, and notes
+/// what a control makes happen. It is what tests say it is: rectangle, flags, root and skin are plain members.
 class BaseObject final : public IVexControlBaseStub<IVexControlBase> {
 public:
     using IVexControlBaseStub::IVexControlBaseStub;
@@ -51,7 +51,8 @@ public:
     STDMETHODIMP CallEvent(long message, hyper wParam, hyper lParam) override;
 
     // The property table
-    STDMETHODIMP CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded, ICtrlPluginProp** result) override;
+    STDMETHODIMP CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded,
+                                 ICtrlPluginProp** result) override;
     STDMETHODIMP CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help, VARIANT_BOOL isStyle,
                             IPropChangedCallback* callback, IVexPropBase** result) override;
 

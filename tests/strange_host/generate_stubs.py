@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
 """generate_stubs.py OUT_HEADER IDL...
 
-Writes, for every automation interface of the contract, a class template whose operations all answer "not implemented" and
-note that they were called. The strange host's objects derive from these and override the few operations that controls may
-rely on, so that a control which relies on more shows up in the log.
+Writes, for every automation interface of the contract, a class template whose operations all answer "not implemented"
+and note that they were called. The strange host's objects derive from these and override the few operations that controls
+may rely on, so that a control which relies on more shows up in the log.
 """
 import re
 import sys

@@ -56,7 +56,8 @@ STDMETHODIMP ImageSectionObject::GetImageHeight(short* result)
     return S_OK;
 }
 
-STDMETHODIMP ImageSectionObject::RenderDraw(IVexRenderDC*, const SkinRect* rect, long index, short flag, VARIANT_BOOL* result)
+STDMETHODIMP ImageSectionObject::RenderDraw(IVexRenderDC*, const SkinRect* rect, long index, short flag,
+                                            VARIANT_BOOL* result)
 {
     drawn(*rect, " #" + std::to_string(index) + (flag ? " flagged" : ""));
     *result = VARIANT_TRUE;
@@ -156,20 +157,20 @@ using Maker = ComPtr<IVexPropBase> (*)(Ledger&, const std::string&);
 
 // By enumPropType.
 constexpr std::array<Maker, 14> kMakers = {
-    &make<ImageSectionObject>,       // _PROPTYPE_IMAGESECTION
-    &make<TextStyleObject>,          // _PROPTYPE_TEXTSTYLE
-    &make<LongObject>,               // _PROPTYPE_INT
-    &make<LongObject>,               // _PROPTYPE_LONG
-    &make<BoolObject>,               // _PROPTYPE_BOOL
-    &make<ComboObject>,              // _PROPTYPE_COMBO
-    &make<StringObject>,             // _PROPTYPE_STRING
-    &make<OpaqueObject>,             // _PROPTYPE_FONT
-    &make<ColorObject>,              // _PROPTYPE_COLOR
-    &make<OpaqueObject>,             // _PROPTYPE_PLUGIN
-    &make<OpaqueObject>,             // _PROPTYPE_CURSOR
-    &make<ValueObject<float>>,       // _PROPTYPE_FLOAT
-    &make<OpaqueObject>,             // _PROPTYPE_HOTKEY
-    &make<FillColorObject>,          // _PROPTYPE_FILLCOLOR
+    &make<ImageSectionObject>, // _PROPTYPE_IMAGESECTION
+    &make<TextStyleObject>,    // _PROPTYPE_TEXTSTYLE
+    &make<LongObject>,         // _PROPTYPE_INT
+    &make<LongObject>,         // _PROPTYPE_LONG
+    &make<BoolObject>,         // _PROPTYPE_BOOL
+    &make<ComboObject>,        // _PROPTYPE_COMBO
+    &make<StringObject>,       // _PROPTYPE_STRING
+    &make<OpaqueObject>,       // _PROPTYPE_FONT
+    &make<ColorObject>,        // _PROPTYPE_COLOR
+    &make<OpaqueObject>,       // _PROPTYPE_PLUGIN
+    &make<OpaqueObject>,       // _PROPTYPE_CURSOR
+    &make<ValueObject<float>>, // _PROPTYPE_FLOAT
+    &make<OpaqueObject>,       // _PROPTYPE_HOTKEY
+    &make<FillColorObject>,    // _PROPTYPE_FILLCOLOR
 };
 
 } // namespace

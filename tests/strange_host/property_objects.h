@@ -72,7 +72,8 @@ public:
     STDMETHODIMP GetImageCount(long*) override { return position(10); }
     STDMETHODIMP SetImageCount(long) override { return position(11); }
     STDMETHODIMP Draw(std::int64_t, const SkinRect*, long, VARIANT_BOOL*) override { return position(12); }
-    STDMETHODIMP RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short flag, VARIANT_BOOL* result) override;
+    STDMETHODIMP RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short flag,
+                            VARIANT_BOOL* result) override;
     STDMETHODIMP GetBorder(SkinRect*) override { return position(14); }
     STDMETHODIMP SetBorder(const SkinRect*) override { return position(15); }
     STDMETHODIMP GetFrameTable(const PictureFrameTable** result) override;

@@ -40,8 +40,14 @@ HRESULT STDMETHODCALLTYPE RecordingBase::queryInterface(Object* self, const IID*
     return S_OK;
 }
 
-ULONG STDMETHODCALLTYPE RecordingBase::addRef(Object* self) { return static_cast<ULONG>(++self->owner->m_references); }
-ULONG STDMETHODCALLTYPE RecordingBase::release(Object* self) { return static_cast<ULONG>(--self->owner->m_references); }
+ULONG STDMETHODCALLTYPE RecordingBase::addRef(Object* self)
+{
+    return static_cast<ULONG>(++self->owner->m_references);
+}
+ULONG STDMETHODCALLTYPE RecordingBase::release(Object* self)
+{
+    return static_cast<ULONG>(--self->owner->m_references);
+}
 
 HRESULT callSlot(IUnknown* object, std::size_t slot, const RecordingBase::Arguments& a)
 {

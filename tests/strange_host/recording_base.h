@@ -9,9 +9,9 @@
 
 namespace morvane::testing {
 
-/// Stands behind a control as its inner base object. Every slot of its table of functions notes slot and raw arguments and
-/// answers a status of its own, so that a test can tell whether a control passes operations on unchanged. It does nothing
-/// else: what a call asks for is never filled in.
+/// Stands behind a control as its inner base object. Every slot of its table of functions notes slot and raw arguments
+/// and answers a status of its own, so that a test can tell whether a control passes operations on unchanged. It does
+/// nothing else: what a call asks for is never filled in.
 class RecordingBase {
 public:
     static constexpr std::size_t kSlots = 256;   // more than any base interface has
@@ -42,7 +42,8 @@ private:
     };
     template <std::size_t Slot>
     static HRESULT STDMETHODCALLTYPE thunk(Object* self, std::int64_t a, std::int64_t b, std::int64_t c, std::int64_t d,
-                                           std::int64_t e, std::int64_t f, std::int64_t g, std::int64_t h, std::int64_t i);
+                                           std::int64_t e, std::int64_t f, std::int64_t g, std::int64_t h,
+                                           std::int64_t i);
     template <std::size_t... Slot>
     static std::array<void*, kSlots> makeTable(std::index_sequence<Slot...>);
     static const std::array<void*, kSlots>& table();

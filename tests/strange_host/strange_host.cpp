@@ -43,13 +43,15 @@ ServedClass::ServedClass(REFCLSID classId, Maker maker) : m_factory(std::make_un
     CoRegisterClassObject(classId, m_factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &m_cookie);
 }
 
-ServedClass::~ServedClass() { CoRevokeClassObject(m_cookie); }
+ServedClass::~ServedClass()
+{
+    CoRevokeClassObject(m_cookie);
+}
 
 StrangeHost::StrangeHost()
     : root(ledger.make<Root>()), res(ledger.make<Res>()), m_bases(kClsidInnerBaseObject, [this] { return makeBase(); }),
-      m_draws(kClsidObjectDraw, [this] { return makeObjectDraw(); }), m_positions(kClsidPosition, [this] {
-          return ComPtr<IUnknown>(ledger.make<PositionObject>().get());
-      })
+      m_draws(kClsidObjectDraw, [this] { return makeObjectDraw(); }),
+      m_positions(kClsidPosition, [this] { return ComPtr<IUnknown>(ledger.make<PositionObject>().get()); })
 {
     root->window = window.handle();
     window.onMessage = [this](UINT message, WPARAM wParam, LPARAM lParam) { return receive(message, wParam, lParam); };
@@ -88,8 +90,8 @@ LRESULT StrangeHost::receive(UINT message, WPARAM wParam, LPARAM lParam)
         const auto* text = reinterpret_cast<const wchar_t*>(wParam);
         ledger.note("tip \"" + narrow(text ? text : L"") + (isControl(lParam) ? "\" control" : "\" stranger"));
     } else {
-        ledger.note("message " + std::to_string(message) + (isControl(static_cast<std::intptr_t>(wParam)) ? " control " : " stranger ") +
-                    hex(lParam));
+        ledger.note("message " + std::to_string(message) +
+                    (isControl(static_cast<std::intptr_t>(wParam)) ? " control " : " stranger ") + hex(lParam));
     }
     if (onMessage)
         onMessage(message);

@@ -1,5 +1,5 @@
-// A host of controls that is not the runtime we ship: the smallest one that keeps the contract. It serves the host classes
-// inside the process, notes in order what controls ask of it, and knows which references they still hold.
+// A host of controls that is not the runtime we ship: the smallest one that keeps the contract. It serves the host
+// classes inside the process, notes in order what controls ask of it, and knows which references they still hold.
 //
 //     StrangeHost host;
 //     auto button = host.create<ICmdButton>(__uuidof(CmdButton));

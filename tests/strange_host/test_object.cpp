@@ -5,7 +5,10 @@ namespace morvane::testing {
 Ledger::Ledger() = default;
 Ledger::~Ledger() = default;
 
-void Ledger::own(TestObject* object) { m_objects.emplace_back(object); }
+void Ledger::own(TestObject* object)
+{
+    m_objects.emplace_back(object);
+}
 
 std::vector<std::string> Ledger::alive() const
 {
