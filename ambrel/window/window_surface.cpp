@@ -1,8 +1,9 @@
 #include "ambrel/window/window_surface.h"
 
-#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/objects/drawing.h"
 #include "ambrel/window/alpha_region.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace ambrel {
@@ -46,31 +47,11 @@ void WindowSurface::draw(ObjectNode& root, const Rect& part)
     if (!pixels() || part.isEmpty())
         return;
     const Drawing drawing(m_drawing);
-    const ComPtr<RenderDC> dc(&m_device.renderDC());
+    const morvane::ComPtr<RenderDC> dc(&m_device.renderDC());
     clear(part);
-    ChildIteration children(root);
-    while (ObjectNode* child = children.next())
-        drawNode(*child, *dc.get(), part);
     dc->setUpdateRect(part);
+    drawChildren(root, *dc.get(), part);
     dc->finishDrawing();
-}
-
-void WindowSurface::drawNode(ObjectNode& node, RenderDC& dc, const Rect& part)
-{
-    const Rect shown = node.shownRect().intersection(part);
-    const ComPtr<IVexControlBase> control(coreOf(node).control());
-    if (!control || shown.isEmpty() || node.opacity() == 0)
-        return;
-    const int opacity = node.opacity();
-    dc.setUpdateRect(shown);
-    dc.pushLayer(shown, opacity);
-    dc.SetCurrentControl(control.get());
-    VARIANT_BOOL drawn = VARIANT_FALSE;
-    const SkinRect rect{shown.left, shown.top, shown.right, shown.bottom};
-    control->RenderDrawObject(&dc, rect, &drawn);
-    dc.SetCurrentControl(nullptr);
-    control->RenderDrawChildren(&dc, rect);
-    dc.popLayer();
 }
 
 HRGN WindowSurface::opaqueRegion() const { return pixels() ? alphaRegion(pixels()->pixels()).detach() : nullptr; }

@@ -33,7 +33,6 @@ public:
 
 private:
     void clear(const Rect& part);
-    void drawNode(ObjectNode& node, RenderDC& dc, const Rect& part);
 
     RenderDevice m_device;
     bool m_drawing = false;

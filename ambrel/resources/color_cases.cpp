@@ -1,0 +1,63 @@
+#include "ambrel/resources/color_cases.h"
+
+#include "frame/com/bstr.h"
+
+#include <algorithm>
+
+namespace ambrel {
+
+const ColorCases::Case* ColorCases::find(std::wstring_view name) const noexcept
+{
+    const auto found = std::find_if(m_cases.begin(), m_cases.end(), [&](const Case& each) { return each.name == name; });
+    return found == m_cases.end() ? nullptr : &*found;
+}
+
+void ColorCases::add(std::wstring_view name, const VEX_COLORCASE& record)
+{
+    Case added{std::wstring(name), std::wstring(morvane::viewOf(record.strText)),
+               std::wstring(morvane::viewOf(record.strFile)), record};
+    added.numbers.strName = added.numbers.strText = added.numbers.strFile = nullptr;
+    if (const Case* old = find(name))
+        m_cases[static_cast<std::size_t>(old - m_cases.data())] = std::move(added);
+    else
+        m_cases.push_back(std::move(added));
+}
+
+bool ColorCases::remove(std::wstring_view name)
+{
+    return std::erase_if(m_cases, [&](const Case& each) { return each.name == name; }) != 0;
+}
+
+bool ColorCases::choose(std::wstring_view name)
+{
+    const Case* const chosen = find(name);
+    if (!chosen || m_current == name)
+        return false;
+    m_current = chosen->name;
+    return true;
+}
+
+const ColorCases::Case* ColorCases::first() noexcept
+{
+    m_position = 0;
+    return next();
+}
+
+const ColorCases::Case* ColorCases::next() noexcept
+{
+    return m_position < m_cases.size() ? &m_cases[m_position++] : nullptr;
+}
+
+VEX_COLORCASE ColorCases::toRecord(const Case& from)
+{
+    VEX_COLORCASE record = from.numbers;
+    morvane::Bstr name(from.name);
+    morvane::Bstr text(from.text);
+    morvane::Bstr file(from.file);
+    record.strName = name.detach();
+    record.strText = text.detach();
+    record.strFile = file.detach();
+    return record;
+}
+
+} // namespace ambrel

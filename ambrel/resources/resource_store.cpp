@@ -1,0 +1,75 @@
+#include "ambrel/resources/resource_store.h"
+
+#include "frame/com/bstr.h"
+
+#include <algorithm>
+
+namespace ambrel {
+
+using morvane::ComPtr;
+
+ComPtr<IVexObj> ResourceStore::find(VexObjType type, std::wstring_view name) const
+{
+    const auto found = m_entries.find({type, std::wstring(name)});
+    return found == m_entries.end() ? nullptr : found->second.object;
+}
+
+ComPtr<IVexObj> ResourceStore::findById(VexObjType type, std::wstring_view id) const
+{
+    for (const auto& [key, entry] : m_entries) {
+        morvane::Bstr own;
+        if (key.type == type && SUCCEEDED(entry.object->GetObjectID(own.put())) && own.view() == id)
+            return entry.object;
+    }
+    return nullptr;
+}
+
+void ResourceStore::add(VexObjType type, std::wstring_view name, ComPtr<IVexObj> object, bool fromSkin)
+{
+    const Key key{type, std::wstring(name)};
+    const auto [place, isNew] = m_entries.try_emplace(key);
+    if (isNew)
+        place->second.position = m_next++;
+    place->second.fromSkin = fromSkin;
+    std::swap(place->second.object, object); // the former one goes after the store is whole again
+}
+
+bool ResourceStore::remove(IVexObj* object)
+{
+    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [&](const auto& each) { return each.second.object.get() == object; });
+    if (!object || found == m_entries.end())
+        return false;
+    const Entry leaving = std::move(found->second);
+    m_entries.erase(found);
+    return true;
+}
+
+void ResourceStore::clear(bool onlyFromSkin)
+{
+    std::vector<ComPtr<IVexObj>> leaving;
+    for (auto each = m_entries.begin(); each != m_entries.end();) {
+        if (onlyFromSkin && !each->second.fromSkin) {
+            ++each;
+            continue;
+        }
+        leaving.push_back(std::move(each->second.object));
+        each = m_entries.erase(each);
+    }
+}
+
+std::vector<ComPtr<IVexObj>> ResourceStore::all(VexObjType type) const
+{
+    std::vector<const Entry*> entries;
+    for (const auto& [key, entry] : m_entries) {
+        if (key.type == type)
+            entries.push_back(&entry);
+    }
+    std::sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) { return a->position < b->position; });
+    std::vector<ComPtr<IVexObj>> result;
+    for (const Entry* each : entries)
+        result.push_back(each->object);
+    return result;
+}
+
+} // namespace ambrel

@@ -1,0 +1,52 @@
+// The shared resources of an application, found by kind and name.
+#pragma once
+
+#include "frame/com/com_ptr.h"
+#include "host/host.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace ambrel {
+
+/// Names are unique within a kind and compared as they are spelled. Keeps what it holds; for the user-interface thread.
+class ResourceStore {
+public:
+    morvane::ComPtr<IVexObj> find(VexObjType type, std::wstring_view name) const;
+    morvane::ComPtr<IVexObj> findById(VexObjType type, std::wstring_view id) const;
+
+    /// Replaces a resource of the same kind and name. `fromSkin`: it goes when the skin is closed or changed.
+    void add(VexObjType type, std::wstring_view name, morvane::ComPtr<IVexObj> object, bool fromSkin);
+    bool remove(IVexObj* object);
+    void clear(bool onlyFromSkin);
+
+    /// In the order of adding. A copy: the caller may change the store meanwhile.
+    std::vector<morvane::ComPtr<IVexObj>> all(VexObjType type) const;
+    std::size_t size() const noexcept { return m_entries.size(); }
+
+private:
+    struct Key {
+        VexObjType type;
+        std::wstring name;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const noexcept
+        {
+            return std::hash<std::wstring>()(key.name) * 31 + static_cast<std::size_t>(key.type);
+        }
+    };
+    struct Entry {
+        morvane::ComPtr<IVexObj> object;
+        bool fromSkin = false;
+        std::size_t position = 0; // in the order of adding
+    };
+
+    std::unordered_map<Key, Entry, KeyHash> m_entries;
+    std::size_t m_next = 0;
+};
+
+} // namespace ambrel

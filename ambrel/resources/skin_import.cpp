@@ -1,0 +1,193 @@
+#include "ambrel/resources/skin_import.h"
+
+#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/properties/property_group.h"
+#include "ambrel/properties/property_lookup.h"
+#include "ambrel/resources/vex_res.h"
+#include "ambrel/skin/reader.h"
+#include "ambrel/trace/trace.h"
+
+#include <filesystem>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::toVariantBool;
+
+namespace {
+
+constexpr WORD kPackageLanguage = MAKELANGID(LANG_CHINESE, SUBLANG_CHINESE_SIMPLIFIED);
+
+/// Codes of skin errors follow the first 512 of the facility, which are the system's own.
+HRESULT statusOf(skin::Code code) noexcept
+{
+    return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_ITF, 0x200 + static_cast<int>(code));
+}
+
+ReadSkin outcomeOf(skin::Outcome<skin::Skin> outcome)
+{
+    if (!outcome)
+        return {reportSkinError(outcome.error(), nullptr), nullptr};
+    return {S_OK, std::make_shared<const skin::Skin>(std::move(outcome.value()))};
+}
+
+HRSRC findPackage(HINSTANCE module, long id, const std::wstring& type) noexcept
+{
+    const auto name = MAKEINTRESOURCEW(id);
+    const HRSRC inLanguage = FindResourceExW(module, type.c_str(), name, kPackageLanguage);
+    return inLanguage ? inLanguage : FindResourceW(module, name, type.c_str());
+}
+
+void setProperties(const skin::Skin& skin, const skin::SkinObject& object, PropertyGroup& group,
+                   const SkinResourceSet& resources)
+{
+    const std::string path = narrowed(group.path(L"/"));
+    for (const ComPtr<IVexPropBase>& property : group.properties()) {
+        Bstr name;
+        property->GetName(name.put());
+        if (const auto value = skin.valueOf(object, path, narrowed(name.view())))
+            setPropertyText(property.get(), widened(value->value), resources, Notify::No);
+    }
+    for (const ComPtr<PropertyGroup>& child : group.groups())
+        setProperties(skin, object, *child.get(), resources);
+}
+
+PositionHalf halfOf(const skin::PositionAxis& axis)
+{
+    return {static_cast<Anchor>(axis.align), static_cast<Space>(axis.space), axis.nearDistance, axis.farDistance, axis.size};
+}
+
+void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexControlBase& control)
+{
+    const skin::ObjectSettings& s = object.settings;
+    if (s.opacity)
+        core.setOpacity(*s.opacity);
+    if (s.visible)
+        core.setVisible(*s.visible, false);
+    if (s.disposeMouse)
+        control.SetDisposeMouse(toVariantBool(*s.disposeMouse));
+    if (s.blendWithParent)
+        control.SetBlendWithParent(toVariantBool(*s.blendWithParent));
+    if (s.tabStop)
+        control.SetTabStop(toVariantBool(*s.tabStop));
+    if (s.drawFocus)
+        control.SetDrawFocus(toVariantBool(*s.drawFocus));
+}
+
+void setPlace(const skin::SkinObject& object, SkinObjectCore& core)
+{
+    if (object.position) {
+        core.place({halfOf(object.position->horizontal), halfOf(object.position->vertical)});
+        return;
+    }
+    if (!core.node().rect().isEmpty() || !object.settings.width || !object.settings.height)
+        return;
+    Position position = core.node().position();
+    position.horizontal.size = *object.settings.width;
+    position.vertical.size = *object.settings.height;
+    core.place(position);
+}
+
+} // namespace
+
+HRESULT reportSkinError(const skin::SkinError& error, IUnknown* object)
+{
+    const std::wstring text = widened(error.text());
+    const HRESULT status = statusOf(error.code);
+    traceText(AMBREL_TRACE_SKIN_ERROR, object, static_cast<long>(error.code), text.c_str());
+    ComPtr<ICreateErrorInfo> info;
+    if (SUCCEEDED(CreateErrorInfo(info.put()))) {
+        info->SetDescription(const_cast<LPOLESTR>(text.c_str()));
+        info->SetSource(const_cast<LPOLESTR>(L"Ambrel"));
+        info->SetGUID(morvane::iidOf<IVexRes>());
+        if (const auto readable = info.as<IErrorInfo>())
+            SetErrorInfo(0, readable.get());
+    }
+    return status;
+}
+
+ReadSkin readModuleSkin(HINSTANCE module, long resourceId, std::wstring_view resourceType)
+{
+    const HRSRC found = findPackage(module, resourceId, std::wstring(resourceType));
+    const HGLOBAL loaded = found ? LoadResource(module, found) : nullptr;
+    const auto* bytes = static_cast<const std::uint8_t*>(loaded ? LockResource(loaded) : nullptr);
+    const std::string name = "resource " + std::to_string(resourceId);
+    if (!bytes) {
+        skin::SkinError error;
+        error.code = skin::Code::NotFound;
+        error.file = name;
+        error.message = "the module has no such package";
+        return {reportSkinError(error, nullptr), nullptr};
+    }
+    return outcomeOf(skin::readSkin({bytes, SizeofResource(module, found)}, name));
+}
+
+ReadSkin readSkinFrom(std::wstring_view path) { return outcomeOf(skin::loadSkin(std::filesystem::path(path))); }
+
+const skin::SkinObject* objectFor(const skin::Skin& skin, IVexControlBase& control)
+{
+    Bstr name;
+    Bstr classId;
+    Bstr typeName;
+    control.GetName(name.put());
+    control.GetClassId(classId.put());
+    control.GetControlTypeName(typeName.put());
+    const std::string wanted = narrowed(name.view());
+    const std::string type = narrowed(typeName.view());
+    const auto isOfClass = [&](const skin::SkinObject& object) {
+        // A control that was created by its class object directly does not know its class.
+        return classId.empty() ? skin::typeOf(object) == type : classIdOf(widened(object.className)) == classId.view();
+    };
+    const skin::SkinObject* ofClass = nullptr;
+    for (const skin::SkinObject& each : skin.objects) {
+        if (!isOfClass(each))
+            continue;
+        if (!wanted.empty() && (each.name == wanted || each.id == wanted))
+            return &each;
+        if (!ofClass)
+            ofClass = &each;
+    }
+    return ofClass;
+}
+
+void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexControlBase& control,
+                 const SkinResourceSet& resources, bool moves)
+{
+    SkinObjectCore* const core = coreOf(&control);
+    if (!core)
+        return;
+    const ComPtr<IVexControlBase> hold(&control);
+    for (std::size_t i = 0; i < core->groups().size(); ++i) {
+        if (const ComPtr<PropertyGroup> group = PropertyGroup::from(core->groups()[i].get()))
+            setProperties(skin, object, *group.get(), resources);
+    }
+    setSettings(object, *core, control);
+    if (moves)
+        setPlace(object, *core);
+    VexNotify notice{};
+    notice.eVexMsgId = VEXSM_ACCESSCONFIGED;
+    notice.lParam1 = 1; // values were read
+    core->notify(notice);
+    core->redraw();
+}
+
+ComPtr<IVexControlBase> createObject(const skin::Skin& skin, const skin::SkinObject& object, IVexRes* owner,
+                                     ISkinObjResBase* parent, const SkinResourceSet& resources)
+{
+    ComPtr<IVexControlBase> control = createControl(widened(object.className));
+    if (!control)
+        return nullptr;
+    control->SetName(Bstr(widened(object.name.empty() ? object.id : object.name)).get());
+    hyper created = 0;
+    const HRESULT status = control->CreateObj(reinterpret_cast<hyper>(owner), reinterpret_cast<hyper>(parent),
+                                              VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
+    if (FAILED(status))
+        return nullptr;
+    applyObject(skin, object, *control.get(), resources, true);
+    for (const skin::SkinObject& child : object.children)
+        createObject(skin, child, owner, control.get(), resources);
+    return control;
+}
+
+} // namespace ambrel

@@ -1,0 +1,40 @@
+// Giving controls the look and settings of a skin.
+#pragma once
+
+#include "ambrel/resources/skin_resources.h"
+#include "ambrel/skin/errors.h"
+
+#include <memory>
+
+namespace ambrel {
+
+class VexRes;
+
+/// A skin that was read and checked, or the error that is reported already (trace and IErrorInfo).
+struct ReadSkin {
+    HRESULT status = E_FAIL;
+    std::shared_ptr<const skin::Skin> skin;
+};
+
+/// Reads a package from a module's resources.
+ReadSkin readModuleSkin(HINSTANCE module, long resourceId, std::wstring_view resourceType);
+/// Reads a zip file or a folder.
+ReadSkin readSkinFrom(std::wstring_view path);
+
+/// Reports an error: to the trace, and as the thread's IErrorInfo. Answers the status that stands for its code.
+HRESULT reportSkinError(const skin::SkinError& error, IUnknown* object);
+
+/// The skin's object for a control: by name, else the first of the control's class; null when there is none.
+const skin::SkinObject* objectFor(const skin::Skin& skin, IVexControlBase& control);
+
+/// Sets the properties and settings that a skin gives an object; others keep their values. The control is told once
+/// (VEXSM_ACCESSCONFIGED) and redrawn. `moves`: its position too.
+void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexControlBase& control,
+                 const SkinResourceSet& resources, bool moves);
+
+/// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its class
+/// cannot be created.
+morvane::ComPtr<IVexControlBase> createObject(const skin::Skin& skin, const skin::SkinObject& object, IVexRes* owner,
+                                              ISkinObjResBase* parent, const SkinResourceSet& resources);
+
+} // namespace ambrel

@@ -1,0 +1,212 @@
+#include "ambrel/resources/skin_resources.h"
+
+#include "ambrel/resources/resource_store.h"
+#include "frame/com/instance.h"
+
+#include <algorithm>
+#include <cwchar>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::toVariantBool;
+
+namespace {
+
+std::wstring nameOf(const std::string& name, const skin::Resource& resource)
+{
+    return widened(!name.empty() ? name : !resource.caption.empty() ? resource.caption : resource.id);
+}
+
+/// The object of an id: the one that is there already, else a new one.
+template <class Object>
+Object& objectFor(std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id, IVexRes* resources)
+{
+    ComPtr<Object>& place = objects[id];
+    if (!place) {
+        place = morvane::Instance<Object>::make();
+        place->SetVexRes(resources);
+    }
+    return *place.get();
+}
+
+template <class Object>
+Object* objectIn(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id)
+{
+    const auto found = objects.find(id);
+    return found == objects.end() ? nullptr : found->second.get();
+}
+
+ImageSection sectionOf(const skin::ImageSection& s)
+{
+    ImageSection section;
+    section.rect = {s.left, s.top, s.right, s.bottom};
+    section.borders = {s.leftWidth, s.topHeight, s.rightWidth, s.bottomHeight};
+    section.stretch = {s.leftStretch, s.topStretch, s.rightStretch, s.bottomStretch, s.clientStretch};
+    section.isTransparent = s.isTransparent;
+    section.keyColour = s.transparent.value;
+    section.colourise = s.colourize.value;
+    section.opacity = s.opacity;
+    section.usesPixelAlpha = s.supportPerPixel;
+    return section;
+}
+
+TextLook lookOf(const skin::TextStyle& t)
+{
+    TextLook look;
+    look.colour = t.text.value;
+    look.shadowColour = t.shadow.value;
+    look.showsHotkeyPrefix = t.hotkeyPrefixShow != 0;
+    look.isSingleLine = t.singleLine;
+    look.isVertical = t.vertDraw;
+    look.isRightToLeft = t.rightToLeft;
+    look.horizontal = static_cast<short>(t.hAlign);
+    look.vertical = static_cast<short>(t.vAlign);
+    look.trimming = static_cast<short>(t.stringTrimming);
+    look.effect = static_cast<short>(t.effect);
+    look.shadowX = static_cast<short>(t.shadowH);
+    look.shadowY = static_cast<short>(t.shadowV);
+    look.shadowOnPerPixel = static_cast<short>(t.shadowPixel);
+    look.left = static_cast<short>(t.leftOffset);
+    look.right = static_cast<short>(t.rightOffset);
+    look.top = static_cast<short>(t.topOffset);
+    look.bottom = static_cast<short>(t.bottomOffset);
+    return look;
+}
+
+LOGFONTW fontOf(const skin::Font& f)
+{
+    LOGFONTW font{};
+    font.lfHeight = f.height;
+    font.lfWidth = f.width;
+    font.lfEscapement = f.escapement;
+    font.lfOrientation = f.orientation;
+    font.lfWeight = f.weight;
+    font.lfItalic = f.italic;
+    font.lfUnderline = f.underline;
+    font.lfStrikeOut = f.strikeOut;
+    font.lfCharSet = static_cast<BYTE>(f.charSet);
+    font.lfOutPrecision = static_cast<BYTE>(f.outPrecision);
+    font.lfClipPrecision = static_cast<BYTE>(f.clipPrecision);
+    font.lfQuality = static_cast<BYTE>(f.quality);
+    font.lfPitchAndFamily = static_cast<BYTE>(f.pitchAndFamily);
+    const std::wstring face = widened(f.faceName);
+    std::copy_n(face.begin(), std::min<std::size_t>(face.size(), LF_FACESIZE - 1), font.lfFaceName);
+    return font;
+}
+
+template <class Object>
+void publishAll(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, VexObjType type, ResourceStore& store)
+{
+    for (const auto& [id, object] : objects) {
+        Bstr name;
+        object->GetName(name.put());
+        const ComPtr<IVexObj> entry(object.get());
+        store.add(type, widened(id), entry, true);
+        if (!name.empty() && name.view() != widened(id))
+            store.add(type, name.view(), entry, true);
+    }
+}
+
+} // namespace
+
+std::wstring widened(std::string_view text)
+{
+    std::wstring result(text.size(), L'\0');
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(),
+                                           static_cast<int>(result.size()));
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::string narrowed(std::wstring_view text)
+{
+    std::string result(text.size() * 3, '\0');
+    const int length = WideCharToMultiByte(CP_UTF8, 0, text.data(), static_cast<int>(text.size()), result.data(),
+                                           static_cast<int>(result.size()), nullptr, nullptr);
+    result.resize(static_cast<std::size_t>(length));
+    return result;
+}
+
+std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, Pictures& result)
+{
+    for (const skin::Picture& each : skin.resources.pictures) {
+        const ComPtr<Picture> picture = morvane::Instance<Picture>::make();
+        for (const skin::PictureFile& file : each.files) {
+            const auto bytes = skin.bytesOf(file);
+            const bool isFirst = &file == &each.files.front();
+            if (!(isFirst ? picture->loadFromMemory(bytes) : picture->loadVariantFromMemory(file.scale, bytes))) {
+                skin::SkinError error;
+                error.code = skin::Code::BrokenPicture;
+                error.file = file.file;
+                error.message = "the picture cannot be decoded";
+                return error;
+            }
+        }
+        picture->SetName(Bstr(nameOf({}, each)).get());
+        result.insert_or_assign(each.id, picture);
+    }
+    return std::nullopt;
+}
+
+void SkinResourceSet::adopt(const skin::Skin& skin, Pictures pictures, IVexRes* resources)
+{
+    for (const auto& [id, picture] : pictures)
+        picture->SetVexRes(resources);
+    m_pictures = std::move(pictures);
+    for (const skin::ImageSection& each : skin.resources.imageSections) {
+        ImageBase& section = objectFor(m_sections, each.id, resources);
+        section.SetName(Bstr(nameOf(each.name, each)).get());
+        section.setPicture(objectIn(m_pictures, each.picture));
+        section.setSection(sectionOf(each));
+    }
+    for (const skin::Font& each : skin.resources.fonts) {
+        Font& font = objectFor(m_fonts, each.id, resources);
+        font.SetName(Bstr(nameOf(each.name, each)).get());
+        font.setLogFont(fontOf(each));
+    }
+    for (const skin::TextStyle& each : skin.resources.textStyles) {
+        TextStyle& style = objectFor(m_texts, each.id, resources);
+        style.SetName(Bstr(nameOf(each.name, each)).get());
+        style.setLook(lookOf(each));
+        style.setFont(objectIn(m_fonts, each.font));
+    }
+    for (const skin::Gradient& each : skin.resources.gradients) {
+        FillColor& fill = objectFor(m_fills, each.id, resources);
+        fill.SetName(Bstr(nameOf({}, each)).get());
+        fill.setColours(each.start.value, each.end.value, each.rotation);
+    }
+    for (const skin::Cursor& each : skin.resources.cursors) {
+        Cursor& cursor = objectFor(m_cursors, each.id, resources);
+        cursor.SetName(Bstr(nameOf({}, each)).get());
+        cursor.setStandard(each.isStandard ? each.standardCursor : 0);
+        if (!each.isStandard)
+            cursor.put_ImageObj(objectIn(m_pictures, each.picture));
+    }
+}
+
+void SkinResourceSet::publish(const skin::Skin&, ResourceStore& store) const
+{
+    publishAll(m_pictures, VEXOBJTYPE_IMAGE, store);
+    publishAll(m_sections, VEXOBJTYPE_IMAGEBASE, store);
+    publishAll(m_fonts, VEXOBJTYPE_FONTEX, store);
+    publishAll(m_texts, VEXOBJTYPE_TEXTSTYLE, store);
+    publishAll(m_fills, VEXOBJTYPE_GRADIENTCLR, store);
+    publishAll(m_cursors, VEXOBJTYPE_CURSOR, store);
+}
+
+ComPtr<IDispatch> SkinResourceSet::find(enumPropType type, std::wstring_view id) const
+{
+    const std::string key = narrowed(id);
+    switch (type) {
+    case _PROPTYPE_IMAGESECTION: return ComPtr<IDispatch>(objectIn(m_sections, key));
+    case _PROPTYPE_TEXTSTYLE: return ComPtr<IDispatch>(objectIn(m_texts, key));
+    case _PROPTYPE_FONT: return ComPtr<IDispatch>(objectIn(m_fonts, key));
+    case _PROPTYPE_FILLCOLOR: return ComPtr<IDispatch>(objectIn(m_fills, key));
+    case _PROPTYPE_CURSOR: return ComPtr<IDispatch>(objectIn(m_cursors, key));
+    default: return nullptr;
+    }
+}
+
+} // namespace ambrel

@@ -1,0 +1,227 @@
+// Opening, changing, importing and saving skins.
+#include "ambrel/resources/skin_import.h"
+#include "ambrel/resources/skin_watch.h"
+#include "ambrel/resources/vex_res.h"
+#include "ambrel/skin/writer.h"
+#include "ambrel/trace/trace.h"
+
+#include <charconv>
+#include <filesystem>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::filling;
+using morvane::toVariantBool;
+using morvane::viewOf;
+
+namespace {
+
+bool isFolder(const std::wstring& path) noexcept
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
+/// The two numbers of a skin's version, "2.1".
+void parseVersion(std::string_view text, LONG& main, LONG& sub) noexcept
+{
+    const char* const end = text.data() + text.size();
+    const auto first = std::from_chars(text.data(), end, main);
+    if (first.ec == std::errc() && first.ptr != end && *first.ptr == '.')
+        std::from_chars(first.ptr + 1, end, sub);
+}
+
+} // namespace
+
+HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring path)
+{
+    // Everything that can fail happens before anything of the running skin is touched.
+    SkinResourceSet::Pictures pictures;
+    if (const auto error = SkinResourceSet::decode(*skin, pictures))
+        return reportSkinError(*error, static_cast<IVexRes*>(this));
+
+    const ComPtr<IVexRes> hold(this);
+    const std::shared_ptr<const skin::Skin> former = m_skin;
+    notifyAll(VEXSM_CHANGESKINSTART);
+    m_skinResources.adopt(*skin, std::move(pictures), this);
+    m_store.clear(true);
+    m_skinResources.publish(*skin, m_store);
+    m_skin = std::move(skin);
+    m_skinPath = std::move(path);
+    // Resources changed inside the objects that controls hold; only what the new skin says differently about a control's own
+    // values is set again.
+    anyObject([&](ObjectNode& node) {
+        const ComPtr<IVexControlBase> control(coreOf(node).control());
+        if (control && m_skin) {
+            const skin::SkinObject* now = objectFor(*m_skin, *control.get());
+            const skin::SkinObject* before = former ? objectFor(*former, *control.get()) : nullptr;
+            if (now && !(before && *before == *now && former->keys == m_skin->keys))
+                applyObject(*m_skin, *now, *control.get(), m_skinResources, false);
+        }
+        return false;
+    });
+    notifyAll(VEXSM_CHANGESKIN);
+    redrawAll();
+    return S_OK;
+}
+
+void VexRes::applyOpenSkin(IVexControlBase& control)
+{
+    if (!m_skin)
+        return;
+    if (const skin::SkinObject* object = objectFor(*m_skin, control))
+        applyObject(*m_skin, *object, control, m_skinResources, true);
+}
+
+HRESULT VexRes::open(std::wstring_view path, VARIANT_BOOL* result)
+{
+    return filling(result, [&](VARIANT_BOOL& opened) {
+        const ReadSkin read = readSkinFrom(path);
+        const HRESULT status = read.skin ? changeTo(read.skin, std::wstring(path)) : read.status;
+        if (FAILED(status))
+            return status;
+        opened = VARIANT_TRUE;
+        m_watch.reset();
+        if (isFolder(m_skinPath))
+            m_watch = std::make_unique<SkinWatch>(m_skinPath, [this] { reload(); });
+        return S_OK;
+    });
+}
+
+void VexRes::reload()
+{
+    const ComPtr<IVexRes> hold(this);
+    const ReadSkin read = readSkinFrom(m_skinPath); // reports what is wrong; the running skin stays
+    if (read.skin && !(m_skin && *read.skin == *m_skin))
+        changeTo(read.skin, m_skinPath);
+}
+
+STDMETHODIMP VexRes::OpenSkin(BSTR skinPath, BSTR packagePath, VARIANT_BOOL, VARIANT_BOOL* result) noexcept
+{
+    if (!result)
+        return E_POINTER;
+    // The second path, where one is given, is that of the package; the first one then is the folder it is relative to.
+    return morvane::guarded([&] {
+        std::filesystem::path path{std::wstring(viewOf(skinPath))};
+        if (!viewOf(packagePath).empty())
+            path /= std::wstring(viewOf(packagePath));
+        return open(path.wstring(), result);
+    });
+}
+
+STDMETHODIMP VexRes::ChangeSkn(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return result ? morvane::guarded([&] { return open(viewOf(path), result); }) : E_POINTER;
+}
+STDMETHODIMP VexRes::OpenTheme(BSTR path, VARIANT_BOOL* result) noexcept { return ChangeSkn(path, result); }
+
+STDMETHODIMP VexRes::CloseSkin(VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& closed) {
+        m_watch.reset();
+        if (!m_skin)
+            return S_FALSE;
+        m_skin.reset();
+        m_skinPath.clear();
+        m_store.clear(true);
+        m_skinResources = {};
+        closed = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+STDMETHODIMP VexRes::ReleaseSkin(VARIANT_BOOL* result) noexcept { return CloseSkin(result); }
+
+STDMETHODIMP VexRes::GetSkinFilePath(BSTR* result) noexcept
+{
+    return morvane::returning(result, [&] { return Bstr(m_skinPath); });
+}
+
+STDMETHODIMP VexRes::GetSkinVersion(LONG* main, LONG* sub) noexcept
+{
+    if (!main || !sub)
+        return E_POINTER;
+    *main = *sub = 0;
+    if (!m_skin || !m_skin->info)
+        return S_FALSE;
+    for (const skin::Attribute& each : m_skin->info->attributes) {
+        if (each.name == "Version")
+            parseVersion(each.value, *main, *sub);
+    }
+    return S_OK;
+}
+
+STDMETHODIMP VexRes::Save(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& saved) {
+        if (!m_skin)
+            return S_FALSE;
+        const auto outcome = skin::saveSkin(*m_skin, std::filesystem::path(std::wstring(viewOf(path))));
+        if (!outcome)
+            return reportSkinError(outcome.error(), static_cast<IVexRes*>(this));
+        saved = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+STDMETHODIMP VexRes::ExportSknVexFile(BSTR path, VARIANT_BOOL* result) noexcept { return Save(path, result); }
+
+// Packages of modules
+
+HRESULT VexRes::package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result)
+{
+    std::shared_ptr<Package>& place = m_packages[{module, resourceId, std::wstring(type)}];
+    if (!place) {
+        const ReadSkin read = readModuleSkin(module, resourceId, type);
+        if (!read.skin)
+            return read.status;
+        SkinResourceSet::Pictures pictures;
+        if (const auto error = SkinResourceSet::decode(*read.skin, pictures))
+            return reportSkinError(*error, static_cast<IVexRes*>(this));
+        auto made = std::make_shared<Package>();
+        made->skin = read.skin;
+        made->resources.adopt(*read.skin, std::move(pictures), this);
+        place = std::move(made);
+    }
+    result = place;
+    return S_OK;
+}
+
+STDMETHODIMP VexRes::ImportSkin(hyper module, LONG resourceId, BSTR type, hyper parent, IVexControlBase** result) noexcept
+{
+    return filling(result, [&](IVexControlBase*& first) {
+        auto* const parentObject = reinterpret_cast<ISkinObjResBase*>(parent);
+        if (parentObject && !coreOf(parentObject))
+            return E_INVALIDARG;
+        std::shared_ptr<Package> source;
+        const HRESULT status = package(reinterpret_cast<HINSTANCE>(module), resourceId, viewOf(type), source);
+        if (FAILED(status))
+            return status;
+        const ComPtr<IVexRes> hold(this);
+        ComPtr<IVexControlBase> made;
+        for (const skin::SkinObject& each : source->skin->objects) {
+            ComPtr<IVexControlBase> control = createObject(*source->skin, each, this, parentObject, source->resources);
+            if (!made)
+                made = std::move(control);
+        }
+        if (!made)
+            return S_FALSE;
+        first = made.detach();
+        return S_OK;
+    });
+}
+
+HRESULT VexRes::applyPackage(IVexControlBase& control, HINSTANCE module, long resourceId)
+{
+    std::shared_ptr<Package> source;
+    const HRESULT status = package(module, resourceId, L"UIFILES", source);
+    if (FAILED(status))
+        return status;
+    const skin::SkinObject* object = objectFor(*source->skin, control);
+    if (!object)
+        return S_FALSE;
+    applyObject(*source->skin, *object, control, source->resources, false);
+    return S_OK;
+}
+
+} // namespace ambrel
