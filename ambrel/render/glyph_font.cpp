@@ -239,7 +239,7 @@ void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_vi
                              Pixel colour) const
 {
     const int margin = m_emHeight; // for what hangs over
-    const Rect box{x - margin, y - m_ascent, x + width(text) + margin, y + m_descent};
+    const Rect box{x - margin, y - m_ascent - margin, x + width(text) + margin, y + m_descent + margin};
     const Rect shown = canvas.visible(box);
     if (shown.isEmpty())
         return;
@@ -249,7 +249,8 @@ void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_vi
     {
         const morvane::SelectedObject selected(picture.dc(), systemFontFor(text).m_font.get());
         SetTextColor(picture.dc(), RGB(255, 255, 255));
-        ExtTextOutW(picture.dc(), x - shown.left, box.top - shown.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr,
+        SetTextAlign(picture.dc(), TA_BASELINE | TA_LEFT);
+        ExtTextOutW(picture.dc(), x - shown.left, y - shown.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr,
                     text.data(), static_cast<UINT>(text.size()), nullptr);
     }
     const ConstPixelView pixels = picture.pixels();

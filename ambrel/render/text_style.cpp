@@ -81,8 +81,9 @@ void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view t
     if (m_look.effect == static_cast<short>(TextEffect::Shadow)) {
         drawShifted(scale(m_look.shadowX), scale(m_look.shadowY));
     } else if (m_look.effect == static_cast<short>(TextEffect::Outline)) {
-        for (const Point p : {Point{-1, 0}, Point{1, 0}, Point{0, -1}, Point{0, 1}})
-            drawShifted(p.x * scale(1), p.y * scale(1));
+        for (int dy = -1; dy <= 1; ++dy)
+            for (int dx = -1; dx <= 1; ++dx)
+                drawShifted(dx * scale(1), dy * scale(1));
     }
     drawText(canvas, *font, text, inner, how, toPixel(m_look.colour));
 }

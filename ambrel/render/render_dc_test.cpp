@@ -1,0 +1,228 @@
+#include "ambrel/pixels/gradient.h"
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
+#include "ambrel/render/resource_factory.h"
+#include "ambrel/render/test_support.h"
+#include "ambrel/render/text_style.h"
+#include "frame/com/instance.h"
+
+#include <gtest/gtest.h>
+
+namespace ambrel {
+namespace {
+
+using namespace test;
+using morvane::ComPtr;
+
+class RenderDCTest : public testing::Test {
+protected:
+    RenderDCTest()
+    {
+        m_device.resize({40, 30});
+        SkinRect all{0, 0, 40, 30};
+        dc().FillSolidColor(&all, 0x00FFFFFF, &m_drawn);
+    }
+    ~RenderDCTest() override { setCurrentScale(Scale()); }
+
+    RenderDC& dc() { return m_device.renderDC(); }
+    Pixel at(int x, int y)
+    {
+        dc().finishDrawing();
+        return m_device.surface()->pixels().at(x, y);
+    }
+
+    RenderDevice m_device;
+    VARIANT_BOOL m_drawn = VARIANT_FALSE;
+};
+
+TEST_F(RenderDCTest, DrawsInsideTheUpdateRectangleAndTheViewportOnly)
+{
+    SkinRect everything{-100, -100, 100, 100};
+    dc().SetUpdateRect({5, 5, 30, 20});
+    dc().SetViewport({10, 0, 100, 12});
+    EXPECT_EQ(dc().FillSolidColor(&everything, kRedColour, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(10, 5), kRed);
+    EXPECT_EQ(at(29, 11), kRed);
+    for (const Point outside : {Point{9, 6}, Point{30, 6}, Point{12, 12}, Point{12, 4}})
+        EXPECT_EQ(at(outside.x, outside.y), kWhite);
+    SkinRect inside{12, 6, 13, 7};
+    SkinRect beyond{0, 0, 5, 5};
+    dc().IsValidateRect(&inside, &m_drawn);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    dc().IsValidateRect(&beyond, &m_drawn);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+}
+
+TEST_F(RenderDCTest, RefusesMissingPlacesAndDrawsNothingWithoutATarget)
+{
+    SkinRect r{0, 0, 5, 5};
+    EXPECT_EQ(dc().FillSolidColor(&r, 0, nullptr), E_POINTER);
+    EXPECT_EQ(dc().FillSolidColor(nullptr, 0, &m_drawn), E_POINTER);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+    EXPECT_EQ(dc().GetViewport(nullptr), E_POINTER);
+    EXPECT_EQ(dc().FlushHDC(12345, 0, 0, nullptr, VARIANT_TRUE), E_INVALIDARG);
+    const auto alone = morvane::Instance<RenderDC>::make();
+    EXPECT_EQ(alone->FillColor(&r, 0, 0, 0, &m_drawn), S_FALSE);
+    hyper none = 1;
+    EXPECT_EQ(alone->GetDC(&none), S_OK);
+    EXPECT_EQ(none, 0);
+}
+
+TEST_F(RenderDCTest, WhatGdiDrawsIsOpaque)
+{
+    HDC gdi = dc().beginGdi();
+    RECT r{2, 2, 8, 8};
+    FillRect(gdi, &r, static_cast<HBRUSH>(GetStockObject(BLACK_BRUSH)));
+    EXPECT_EQ(at(4, 4), 0xFF000000u);
+    EXPECT_EQ(at(20, 20), kWhite);
+}
+
+TEST_F(RenderDCTest, ALayerIsPutDownWithItsOpacity)
+{
+    SkinRect r{0, 0, 10, 10};
+    dc().pushLayer({0, 0, 20, 20}, 128);
+    dc().FillSolidColor(&r, kRedColour, &m_drawn);
+    dc().pushLayer({0, 0, 20, 20}, 255); // costs nothing, draws into the one around it
+    SkinRect second{10, 0, 20, 10};
+    dc().FillSolidColor(&second, kRedColour, &m_drawn);
+    EXPECT_EQ(m_device.surface()->pixels().at(5, 5), kWhite); // not yet
+    dc().popLayer();
+    dc().popLayer();
+    EXPECT_EQ(at(5, 5), packPixel(255, 255, 127, 127));
+    EXPECT_EQ(at(15, 5), packPixel(255, 255, 127, 127));
+    EXPECT_EQ(at(15, 15), kWhite);
+}
+
+TEST_F(RenderDCTest, AScratchDeviceContextIsBlendedWhereItWasDrawnOn)
+{
+    hyper scratch = 0;
+    ASSERT_EQ(dc().GetHDC(10, 10, &scratch), S_OK);
+    const morvane::UniqueBrush red(CreateSolidBrush(RGB(255, 0, 0)));
+    RECT r{0, 0, 5, 10};
+    FillRect(reinterpret_cast<HDC>(scratch), &r, red.get());
+    EXPECT_EQ(dc().FlushHDC(scratch, 20, 10, nullptr, VARIANT_TRUE), S_OK);
+    EXPECT_EQ(at(22, 12), kRed);
+    EXPECT_EQ(at(27, 12), kWhite);
+    EXPECT_EQ(dc().FlushHDC(scratch, 20, 10, nullptr, VARIANT_TRUE), E_INVALIDARG); // gone
+
+    ASSERT_EQ(dc().GetHDCNoAlpha(4, 4, &scratch), S_OK);
+    EXPECT_EQ(dc().FlushHDC(scratch, 0, 0, nullptr, VARIANT_TRUE), S_OK);
+    EXPECT_EQ(at(1, 1), 0xFF000000u); // all of it covers
+    EXPECT_EQ(dc().GetHDC(-1, 10, &scratch), E_INVALIDARG);
+}
+
+TEST_F(RenderDCTest, AForeignDeviceContextIsCopied)
+{
+    DibSurface foreign({10, 10});
+    const morvane::UniqueBrush red(CreateSolidBrush(RGB(255, 0, 0)));
+    RECT r{0, 0, 10, 10};
+    FillRect(foreign.dc(), &r, red.get());
+    SkinRect part{0, 0, 3, 3};
+    EXPECT_EQ(dc().DrawHDC(reinterpret_cast<hyper>(foreign.dc()), 6, 7, &part), S_OK);
+    EXPECT_EQ(at(8, 9), kRed);
+    EXPECT_EQ(at(9, 9), kWhite);
+    EXPECT_EQ(dc().DrawHDC(77, 6, 7, &part), E_INVALIDARG);
+}
+
+TEST(RenderDeviceTest, OnlyHandlesOfLivingDevicesAreKnown)
+{
+    hyper handle = 0;
+    ComPtr<IVexRenderDC> dc;
+    {
+        RenderDevice device;
+        device.resize({4, 4});
+        handle = device.handle();
+        dc = ComPtr<IVexRenderDC>(&device.renderDC());
+        EXPECT_EQ(RenderDevice::fromHandle(handle), &device);
+    }
+    EXPECT_EQ(RenderDevice::fromHandle(handle), nullptr);
+    EXPECT_EQ(RenderDevice::fromHandle(0), nullptr);
+    EXPECT_EQ(RenderDevice::fromHandle(99), nullptr);
+    SkinRect r{0, 0, 2, 2};
+    VARIANT_BOOL drawn = VARIANT_TRUE;
+    EXPECT_EQ(dc->FillSolidColor(&r, 0, &drawn), S_FALSE); // outlived its device
+    EXPECT_EQ(dc->GetRenderDevice(&handle), S_OK);
+    EXPECT_EQ(handle, 0);
+}
+
+TEST_F(RenderDCTest, ImagesFromHandlesAreKnownByNameAndDrawn)
+{
+    DibSurface source({4, 4});
+    fillRect(source.canvas(), {0, 0, 2, 4}, kRed);
+    ComPtr<IVexRenderImage> image;
+    const auto bitmap = reinterpret_cast<hyper>(source.bitmap());
+    ASSERT_EQ(createRenderImageFromHandle(m_device.handle(), L"0x00000001", bitmap, VEX_PT_BMP, image.put()), S_OK);
+    EXPECT_EQ(m_device.findImage(L"0x00000001"), image);
+    EXPECT_EQ(image->DrawAll(&dc(), {10, 10, 18, 18}, VARIANT_TRUE, 0, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(11, 14), kRed);
+    EXPECT_EQ(at(17, 14), kWhite); // the bitmap's alpha
+    image->Draw(&dc(), {20, 10, 40, 18}, {1, 0, 3, 4}, VARIANT_FALSE, 0, &m_drawn);
+    EXPECT_EQ(at(20, 10), kRed);
+    EXPECT_EQ(at(21, 10), kWhite);
+    EXPECT_TRUE(m_device.dropImage(image.get()));
+    EXPECT_FALSE(m_device.dropImage(L"0x00000001"));
+    EXPECT_EQ(createRenderImageFromHandle(m_device.handle(), L"x", 5, VEX_PT_BMP, image.put()), E_INVALIDARG);
+    EXPECT_EQ(createRenderImageFromHandle(99, L"x", bitmap, VEX_PT_BMP, image.put()), E_INVALIDARG);
+}
+
+TEST_F(RenderDCTest, IconsKeepTheirShape)
+{
+    ComPtr<IVexRenderImage> image;
+    HICON icon = LoadIconW(nullptr, MAKEINTRESOURCEW(32512));
+    ASSERT_EQ(createRenderImageFromHandle(m_device.handle(), L"icon", reinterpret_cast<hyper>(icon), VEX_PT_ICO, image.put()),
+              S_OK);
+    long width = 0;
+    VARIANT_BOOL hasAlpha = VARIANT_FALSE;
+    image->GetWidth(&width);
+    image->HasAlphaChannel(&hasAlpha);
+    EXPECT_GT(width, 0);
+    EXPECT_EQ(hasAlpha, VARIANT_TRUE);
+}
+
+TEST(RenderPicturesTest, GradientsLinesAndRingsLookAsTheyDid)
+{
+    RenderDevice device;
+    device.resize({200, 60});
+    const Canvas canvas = device.renderDC().canvas();
+    fillRect(canvas, canvas.clip, 0xFFF3F4F7);
+    for (int i = 0; i < 4; ++i)
+        fillGradient(canvas, Rect::at({5 + i * 45, 5}, {40, 20}), 0xFF2563D9, kWhite, i * 45);
+    for (int i = 0; i < 4; ++i)
+        drawLine(canvas, {5, 30}, {45, 30 + i * 8}, 1 + i, 0xFF2563D9);
+    drawRing(canvas, {60, 32, 110, 56}, 4, 2, 0xFF2563D9);
+    drawRing(canvas, {120, 32, 170, 56}, 8, 1, 0xFF8A93A0);
+    expectLooksLike(L"gradients_lines_rings", device.surface()->pixels());
+}
+
+TEST(RenderBalanceTest, DevicesTextsAndPicturesGiveEveryHandleBack)
+{
+    const auto useEverything = [] {
+        RenderDevice device;
+        device.resize({64, 64});
+        auto style = morvane::Instance<TextStyle>::make();
+        style->draw(device.renderDC().canvas(), {0, 0, 64, 20}, L"Text \x05E9\x4E2D", Scale());
+        DibSurface bitmap({8, 8});
+        ComPtr<IVexRenderImage> image;
+        createRenderImageFromHandle(device.handle(), L"a", reinterpret_cast<hyper>(bitmap.bitmap()), VEX_PT_BMP, image.put());
+        device.renderDC().pushLayer({0, 0, 20, 20}, 100);
+        device.renderDC().beginGdi();
+        device.renderDC().popLayer();
+        hyper dc = 0;
+        device.renderDC().GetHDC(5, 5, &dc);
+        style.reset();
+        FontCache::instance().clear();
+    };
+    useEverything(); // what the system makes once
+    const int handles = gdiObjectCount();
+    const long objects = morvane::ModuleLock::count();
+    ASSERT_GT(handles, 0);
+    for (int i = 0; i < 30; ++i)
+        useEverything();
+    EXPECT_EQ(gdiObjectCount(), handles);
+    EXPECT_EQ(morvane::ModuleLock::count(), objects);
+}
+
+} // namespace
+} // namespace ambrel

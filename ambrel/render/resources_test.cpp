@@ -1,0 +1,324 @@
+#include "ambrel/pixels/gradient.h"
+#include "ambrel/render/cursor.h"
+#include "ambrel/render/fill_color.h"
+#include "ambrel/render/image_base.h"
+#include "ambrel/render/image_list.h"
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
+#include "ambrel/render/resource_factory.h"
+#include "ambrel/render/test_support.h"
+#include "ambrel/render/text_style.h"
+#include "frame/com/instance.h"
+
+#include <gtest/gtest.h>
+
+namespace ambrel {
+namespace {
+
+using namespace test;
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::Instance;
+
+/// 6 x 4: red for 50 ms, then a blue square of 2 x 2 at (2, 1) over it for 200 ms.
+constexpr std::uint8_t kAnimation[] = {
+    0x47, 0x49, 0x46, 0x38, 0x39, 0x61, 0x06, 0x00, 0x04, 0x00, 0xf0, 0x00, 0x00, 0xff, 0x00, 0x00, 0x00, 0x00, 0x00,
+    0x21, 0xf9, 0x04, 0x04, 0x05, 0x00, 0x00, 0x00, 0x21, 0xff, 0x0b, 0x4e, 0x45, 0x54, 0x53, 0x43, 0x41, 0x50, 0x45,
+    0x32, 0x2e, 0x30, 0x03, 0x01, 0x00, 0x00, 0x00, 0x2c, 0x00, 0x00, 0x00, 0x00, 0x06, 0x00, 0x04, 0x00, 0x00, 0x02,
+    0x04, 0x84, 0x8f, 0xa9, 0x57, 0x00, 0x21, 0xf9, 0x04, 0x04, 0x14, 0x00, 0x00, 0x00, 0x2c, 0x02, 0x00, 0x01, 0x00,
+    0x02, 0x00, 0x02, 0x00, 0x80, 0x00, 0x00, 0xff, 0x00, 0x00, 0x00, 0x02, 0x02, 0x84, 0x51, 0x00, 0x3b};
+
+/// Three squares of 4 x 4 side by side: red, green, blue.
+Surface threeColours()
+{
+    Surface strip({12, 4});
+    const Canvas canvas{strip.view(), {}, strip.view().bounds()};
+    fillRect(canvas, {0, 0, 4, 4}, kRed);
+    fillRect(canvas, {4, 0, 8, 4}, kGreen);
+    fillRect(canvas, {8, 0, 12, 4}, kBlue);
+    return strip;
+}
+
+ComPtr<Picture> pictureOf(const Surface& surface)
+{
+    auto picture = Instance<Picture>::make();
+    EXPECT_TRUE(picture->loadFromMemory(encodePng(surface.view())));
+    return picture;
+}
+
+Canvas wholeOf(Surface& surface) { return {surface.view(), {}, surface.view().bounds()}; }
+
+TEST(PictureTest, LoadsByContentAndKeepsWhatItHasWhenBytesAreBad)
+{
+    const auto picture = pictureOf(threeColours());
+    const std::uint8_t rubbish[] = {'B', 'M', 1, 2, 3};
+    EXPECT_FALSE(picture->loadFromMemory(rubbish));
+    EXPECT_FALSE(picture->loadFromMemory({}));
+    short width = 0;
+    picture->GetWidth(&width);
+    EXPECT_EQ(width, 12);
+    VEX_PICTURE_TYPE type = VEX_PT_UNKNOWN;
+    picture->GetImageType(&type);
+    EXPECT_EQ(type, VEX_PT_PNG);
+    EXPECT_EQ(picture->frameTable(), nullptr);
+    EXPECT_EQ(picture->frame({}).pixels.at(5, 2), kGreen);
+    VARIANT_BOOL loaded = VARIANT_TRUE;
+    EXPECT_EQ(picture->ImportFile(Bstr(L"no such file.png").get(), &loaded), S_OK);
+    EXPECT_EQ(loaded, VARIANT_FALSE);
+}
+
+TEST(PictureTest, APictureBeyondTheLimitsIsRefusedByItsHeader)
+{
+    auto bytes = encodePng(threeColours().view());
+    bytes[17] = 1; // 65548 wide
+    EXPECT_FALSE(decodePicture(bytes));
+}
+
+TEST(PictureTest, AFileComesBackAsItWas)
+{
+    const auto picture = pictureOf(threeColours());
+    wchar_t path[MAX_PATH];
+    GetTempPathW(MAX_PATH, path);
+    const Bstr file(std::wstring(path) + L"ambrel_picture_test.dat"); // the extension does not count
+    VARIANT_BOOL done = VARIANT_FALSE;
+    EXPECT_EQ(picture->ExportFile(file.get(), &done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    const auto second = Instance<Picture>::make();
+    second->ImportFile(file.get(), &done);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(second->size(), (Size{12, 4}));
+    DeleteFileW(file.get());
+}
+
+TEST(PictureTest, AnAnimationHasItsFramesAsTheyAreSeenAndTheirDelays)
+{
+    const auto picture = Instance<Picture>::make();
+    ASSERT_TRUE(picture->loadFromMemory(kAnimation));
+    const morvane::PictureFrameTable* table = picture->frameTable();
+    ASSERT_NE(table, nullptr);
+    ASSERT_EQ(table->frameCount, 2);
+    EXPECT_EQ(table->delaysMs[0], 50);
+    EXPECT_EQ(table->delaysMs[1], 200);
+    EXPECT_EQ(picture->frame({}, 0).pixels.at(2, 1), kRed);
+    EXPECT_EQ(picture->frame({}, 1).pixels.at(2, 1), kBlue);
+    EXPECT_EQ(picture->frame({}, 1).pixels.at(0, 0), kRed); // the first one still shows
+    EXPECT_EQ(picture->frame({}, 99).pixels.at(2, 1), kBlue);
+}
+
+TEST(PictureTest, TheNearestLargerFormIsTaken)
+{
+    const auto picture = pictureOf(surfaceOf({10, 10}, kRed));
+    EXPECT_TRUE(picture->loadVariantFromMemory(200, encodePng(surfaceOf({20, 20}, kBlue).view())));
+    EXPECT_TRUE(picture->loadVariantFromMemory(150, encodePng(surfaceOf({15, 15}, kGreen).view())));
+    EXPECT_EQ(picture->frame(Scale(100)).percent, 100);
+    EXPECT_EQ(picture->frame(Scale(125)).percent, 150);
+    EXPECT_EQ(picture->frame(Scale(150)).percent, 150);
+    EXPECT_EQ(picture->frame(Scale(175)).percent, 200);
+    EXPECT_EQ(picture->frame(Scale(300)).percent, 200);
+    EXPECT_EQ(picture->size(), (Size{10, 10}));
+}
+
+TEST(PictureTest, BitmapsHaveAlphaAndTheKeyColourIsGone)
+{
+    const auto picture = pictureOf(surfaceOf({3, 3}, packPixel(255, 255, 0, 255)));
+    hyper bitmap = 0;
+    ASSERT_EQ(picture->GetBitmap(0xFFFFFFFF, 0x00FF00FF, &bitmap), S_OK);
+    const morvane::UniqueBitmap owner(reinterpret_cast<HBITMAP>(bitmap));
+    DIBSECTION section{};
+    ASSERT_NE(GetObjectW(owner.get(), sizeof section, &section), 0);
+    EXPECT_EQ(*static_cast<const Pixel*>(section.dsBm.bmBits), 0u);
+    EXPECT_EQ(Instance<Picture>::make()->GetBitmap(0xFFFFFFFF, 0, &bitmap), S_FALSE);
+}
+
+TEST(ImageBaseTest, TheIndexChoosesAnImageOfTheStrip)
+{
+    const auto image = Instance<ImageBase>::make();
+    const auto picture = pictureOf(threeColours());
+    Surface target({8, 8});
+    EXPECT_FALSE(image->draw(wholeOf(target), {0, 0, 8, 8}, 0, {}));
+    image->setPicture(picture.get());
+    image->setImageCount(3);
+    const std::pair<int, Pixel> kExpected[] = {{0, kRed}, {1, kGreen}, {2, kBlue}, {3, kBlue}, {-1, kRed}};
+    for (const auto& [index, colour] : kExpected) {
+        EXPECT_TRUE(image->draw(wholeOf(target), {0, 0, 8, 8}, index, {}));
+        EXPECT_EQ(target.view().at(4, 4), colour) << index;
+    }
+    EXPECT_EQ(image->naturalSize(Scale(150)), (Size{6, 6}));
+}
+
+TEST(ImageBaseTest, DrawingFollowsEveryChange)
+{
+    const auto image = Instance<ImageBase>::make();
+    const auto picture = pictureOf(threeColours());
+    image->put_ImageObj(picture.get());
+    Surface target({4, 4});
+    const auto drawn = [&] {
+        fillRect(wholeOf(target), {0, 0, 4, 4}, kWhite);
+        image->draw(wholeOf(target), {0, 0, 4, 4}, 0, {});
+        return target.view().at(2, 2);
+    };
+    SkinRect middle{4, 0, 8, 4};
+    image->put_rect(&middle);
+    EXPECT_EQ(drawn(), kGreen);
+    image->put_nOpacity(128);
+    EXPECT_EQ(drawn(), packPixel(255, 127, 255, 127));
+    image->put_nOpacity(255);
+    image->put_clrColorize(0x000000FF);
+    EXPECT_EQ(drawn(), kRed);
+    image->put_clrColorize(0xFFFFFFFF);
+    image->put_clrTrans(0x0000FF00);
+    image->put_bTransparent(VARIANT_TRUE);
+    EXPECT_EQ(drawn(), kWhite);
+    image->put_bTransparent(VARIANT_FALSE);
+    picture->loadFromMemory(encodePng(surfaceOf({12, 4}, kBlue).view()));
+    EXPECT_EQ(drawn(), kBlue);
+    image->put_ImageObj(nullptr);
+    EXPECT_EQ(drawn(), kWhite);
+}
+
+TEST(ImageBaseTest, TheRecordCarriesEverySetting)
+{
+    const auto image = Instance<ImageBase>::make();
+    SkinImageSection record{};
+    record.rect = {1, 2, 30, 40};
+    record.nTopHeight = 3;
+    record.nBottomHeight = 4;
+    record.nLeftWidth = 5;
+    record.nRightWidth = 6;
+    record.bTopEdgeStretch = 1;
+    record.bClientAreaStretch = -1;
+    record.clrTrans = 0x00112233;
+    record.bTrans = 1;
+    record.nOpacity = 77;
+    record.clrColorize = 0x00445566;
+    ASSERT_EQ(image->SetImageSection(&record), S_OK);
+    SkinImageSection back{};
+    ASSERT_EQ(image->GetImageSection(&back), S_OK);
+    SysFreeString(back.szImageName);
+    EXPECT_EQ(back.rect.bottom, 40);
+    EXPECT_EQ(back.nTopHeight, 3);
+    EXPECT_EQ(back.nRightWidth, 6);
+    EXPECT_EQ(back.bTopEdgeStretch, VARIANT_TRUE);
+    EXPECT_EQ(back.bLeftEdgeStretch, VARIANT_FALSE);
+    EXPECT_EQ(back.bClientAreaStretch, VARIANT_TRUE);
+    EXPECT_EQ(back.clrTrans, 0x00112233u);
+    EXPECT_EQ(back.nOpacity, 77);
+    EXPECT_EQ(back.clrColorize, 0x00445566u);
+    SkinRect border{};
+    image->get_rcBorder(&border);
+    EXPECT_EQ(border.left, 5);
+    EXPECT_EQ(border.bottom, 4);
+    EXPECT_EQ(image->SetImageSection(nullptr), E_POINTER);
+    EXPECT_EQ(image->GetImageSection(nullptr), E_POINTER);
+}
+
+TEST(ImageBaseTest, SectionsLookAsTheyDid)
+{
+    Surface face({16, 16});
+    fillGradient(wholeOf(face), {0, 0, 16, 16}, kWhite, 0xFFD0D8E4, 90);
+    fillRect(wholeOf(face), {7, 7, 9, 9}, 0xFF2563D9);
+    drawRing(wholeOf(face), {0, 0, 16, 16}, 0, 1, 0xFF8A93A0);
+    const auto image = Instance<ImageBase>::make();
+    const auto picture = pictureOf(face);
+    image->setPicture(picture.get());
+    image->put_rcBorder({4, 4, 4, 4});
+    Surface sheet({180, 60});
+    fillRect(wholeOf(sheet), sheet.view().bounds(), 0xFFF3F4F7);
+    image->draw(wholeOf(sheet), {4, 4, 56, 40}, 0, Scale(100));
+    image->draw(wholeOf(sheet), {60, 4, 112, 40}, 0, Scale(200));
+    image->draw(wholeOf(sheet), {4, 44, 9, 49}, 0, Scale(100));
+    image->StretchAll(VARIANT_FALSE);
+    image->draw(wholeOf(sheet), {116, 4, 176, 40}, 0, Scale(100));
+    expectLooksLike(L"sections", sheet.view());
+}
+
+TEST(CursorTest, APictureReplacesTheArrowAndTakingItAwayBringsTheArrowBack)
+{
+    const auto cursor = Instance<Cursor>::make();
+    VARIANT_BOOL isStandard = VARIANT_FALSE;
+    hyper arrow = 0;
+    hyper drawn = 0;
+    cursor->GetCursorHandle(&arrow);
+    const auto picture = pictureOf(surfaceOf({16, 16}, kRed));
+    cursor->put_ImageObj(picture.get());
+    cursor->IsStandardCursor(&isStandard);
+    cursor->GetCursorHandle(&drawn);
+    EXPECT_EQ(isStandard, VARIANT_FALSE);
+    EXPECT_NE(drawn, 0);
+    EXPECT_NE(drawn, arrow);
+    cursor->put_ImageObj(nullptr);
+    cursor->GetCursorHandle(&drawn);
+    EXPECT_EQ(drawn, arrow);
+}
+
+TEST(ImageListTest, AStripIsCutIntoImages)
+{
+    const auto list = Instance<ImageList>::make();
+    list->setStrip(threeColours(), 4, 0x0000FF00);
+    EXPECT_EQ(list->count(), 3);
+    EXPECT_EQ(list->image(0).at(1, 1), kRed);
+    EXPECT_EQ(list->image(1).at(1, 1), 0u); // the key colour
+    EXPECT_TRUE(list->image(3).isEmpty());
+}
+
+class EveryResource : public testing::TestWithParam<VexObjType> {};
+
+TEST_P(EveryResource, HasANameATypeAndCounts)
+{
+    ComPtr<IVexObj> object;
+    ASSERT_EQ(createResource(GetParam(), L"Name1", nullptr, object.put()), S_OK);
+    Bstr name;
+    object->GetName(name.put());
+    EXPECT_EQ(name.view(), L"Name1");
+    object->SetName(nullptr);
+    object->GetName(name.put());
+    EXPECT_TRUE(name.empty());
+    VexObjType type = VEXOBJTYPE_LAST;
+    object->GetType(&type);
+    EXPECT_EQ(type, GetParam());
+    long count = 0;
+    object->AddInterRef(&count);
+    object->AddInterRef(&count);
+    EXPECT_EQ(count, 2);
+    object->ReleaseInterRef(&count);
+    EXPECT_EQ(count, 1);
+    EXPECT_TRUE(object.as<ISkinShareBase>());
+    EXPECT_TRUE(object.as<IDispatch>());
+    EXPECT_EQ(object->GetName(nullptr), E_POINTER);
+}
+
+TEST_P(EveryResource, ReadsBackWhatItWrote)
+{
+    ComPtr<IVexObj> object;
+    createResource(GetParam(), L"", nullptr, object.put());
+    const auto share = object.as<ISkinShareBase>();
+    const auto node = ConfigNode::create(L"entry");
+    VARIANT_BOOL done = VARIANT_FALSE;
+    EXPECT_EQ(share->AccessConfig2(node->handle(), nullptr, VARIANT_FALSE, VARIANT_FALSE, &done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(share->AccessConfig2(node->handle(), Bstr(L"absent").get(), VARIANT_TRUE, VARIANT_FALSE, &done), S_FALSE);
+    EXPECT_EQ(share->AccessConfig2(12345678, nullptr, VARIANT_TRUE, VARIANT_FALSE, &done), E_INVALIDARG);
+    const auto again = ConfigNode::create(L"entry");
+    ComPtr<IVexObj> second;
+    createResource(GetParam(), L"", nullptr, second.put());
+    const auto secondShare = second.as<ISkinShareBase>();
+    secondShare->AccessConfig2(node->handle(), nullptr, VARIANT_TRUE, VARIANT_FALSE, &done);
+    secondShare->ExportConfig(again->handle(), &done);
+    ASSERT_EQ(node->attributes().size(), again->attributes().size());
+    for (const ConfigNode::Attribute& attribute : node->attributes())
+        EXPECT_EQ(*again->attribute(attribute.name), attribute.value);
+}
+
+INSTANTIATE_TEST_SUITE_P(AllTypes, EveryResource,
+                         testing::Values(VEXOBJTYPE_IMAGE, VEXOBJTYPE_IMAGEBASE, VEXOBJTYPE_TEXTSTYLE, VEXOBJTYPE_FONTEX,
+                                         VEXOBJTYPE_CURSOR, VEXOBJTYPE_GRADIENTCLR, VEXOBJTYPE_IMAGELIST));
+
+TEST(ResourceFactoryTest, UnknownTypesAreRefused)
+{
+    ComPtr<IVexObj> object;
+    EXPECT_EQ(createResource(VEXOBJTYPE_PLUGIN, L"x", nullptr, object.put()), E_INVALIDARG);
+    EXPECT_EQ(createResource(VEXOBJTYPE_IMAGE, L"x", nullptr, nullptr), E_POINTER);
+}
+
+} // namespace
+} // namespace ambrel

@@ -1,0 +1,228 @@
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
+#include "ambrel/render/test_support.h"
+#include "ambrel/render/text_style.h"
+#include "frame/com/instance.h"
+
+#include <gtest/gtest.h>
+
+namespace ambrel {
+namespace {
+
+using namespace test;
+using morvane::Bstr;
+using morvane::ComPtr;
+using morvane::Instance;
+
+class TextStyleTest : public testing::Test {
+protected:
+    TextStyleTest() : m_style(Instance<TextStyle>::make())
+    {
+        m_device.resize({300, 100});
+        clear();
+    }
+    ~TextStyleTest() override { setCurrentScale(Scale()); }
+
+    void clear() { fillRect(m_device.renderDC().canvas(), {0, 0, 300, 100}, kWhite); }
+
+    /// The smallest rectangle around everything that is not white.
+    Rect ink()
+    {
+        Rect box;
+        const ConstPixelView pixels = m_device.surface()->pixels();
+        for (int y = 0; y < pixels.height; ++y)
+            for (int x = 0; x < pixels.width; ++x)
+                if (pixels.at(x, y) != kWhite)
+                    box = box.united(Rect::at({x, y}, {1, 1}));
+        return box;
+    }
+
+    Rect measured(const wchar_t* text, const Rect& room)
+    {
+        SkinRect calculated{};
+        VARIANT_BOOL done = VARIANT_FALSE;
+        EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), Bstr(text).get(), morvane::toSkinRect(room), VARIANT_FALSE,
+                                          -1, &calculated, &done),
+                  S_OK);
+        EXPECT_EQ(done, VARIANT_TRUE);
+        return morvane::toRect(calculated);
+    }
+
+    void draw(const wchar_t* text, const Rect& rect)
+    {
+        clear();
+        m_style->draw(m_device.renderDC().canvas(), rect, text, m_device.scale());
+    }
+
+    RenderDevice m_device;
+    ComPtr<TextStyle> m_style;
+};
+
+TEST_F(TextStyleTest, MeasuringDrawsNothingAndWhatIsDrawnFitsTheMeasure)
+{
+    m_style->put_nVAlign(0);
+    for (const wchar_t* text : {L"Hello, World", L"jgpqy|", L"WWWW", L"\x4E2D\x6587 mixed"}) {
+        clear();
+        const Rect box = measured(text, {10, 20, 290, 90});
+        EXPECT_TRUE(ink().isEmpty());
+        draw(text, {10, 20, 290, 90});
+        const Rect inked = ink();
+        EXPECT_FALSE(inked.isEmpty());
+        EXPECT_TRUE(box.inflated(1).contains(inked)) << "ink beyond the measured box";
+        EXPECT_GT(inked.width(), box.width() * 3 / 4) << "the measured box is much too wide";
+    }
+}
+
+TEST_F(TextStyleTest, ATextInItsMeasuredRectangleIsNotTrimmed)
+{
+    for (const wchar_t* text : {L"PushButton", L"Tabs and such, 1234", L"i"}) {
+        const int width = measured(text, {0, 0, 1000, 1000}).width();
+        draw(text, {0, 0, width, 40});
+        const Rect tight = ink();
+        draw(text, {0, 0, width + 50, 40});
+        EXPECT_EQ(tight, ink());
+    }
+}
+
+TEST_F(TextStyleTest, DrawsWithoutARectangleToFillWhateverTheFlagSays)
+{
+    VARIANT_BOOL done = VARIANT_FALSE;
+    const Bstr text(L"Draw");
+    m_style->RenderDrawText(&m_device.renderDC(), text.get(), {0, 0, 100, 30}, VARIANT_FALSE, 0, nullptr, &done);
+    EXPECT_FALSE(ink().isEmpty());
+    clear();
+    SkinRect calculated{};
+    m_style->RenderDrawText(&m_device.renderDC(), text.get(), {0, 0, 100, 30}, VARIANT_TRUE, -1, &calculated, &done);
+    EXPECT_FALSE(ink().isEmpty());
+    EXPECT_GT(calculated.right, 0);
+}
+
+TEST_F(TextStyleTest, OnADeviceContextItMeasuresAndDrawsTheSame)
+{
+    const morvane::WindowDc screen(nullptr);
+    SkinRect calculated{};
+    VARIANT_BOOL done = VARIANT_FALSE;
+    const Bstr text(L"PushButton");
+    m_style->DrawText(reinterpret_cast<hyper>(screen.get()), text.get(), {0, 0, 1000, 1000}, VARIANT_FALSE, -1, &calculated,
+                      &done);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(morvane::toRect(calculated), measured(L"PushButton", {0, 0, 1000, 1000}));
+    DibSurface target({100, 30});
+    fillRect(target.canvas(), {0, 0, 100, 30}, kWhite);
+    m_style->DrawText(reinterpret_cast<hyper>(target.dc()), text.get(), {0, 0, 100, 30}, VARIANT_TRUE, -1, nullptr, &done);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    draw(L"PushButton", {0, 0, 100, 30});
+    for (int y = 0; y < 30; ++y)
+        for (int x = 0; x < 100; ++x)
+            ASSERT_EQ(target.pixels().at(x, y) | 0xFF000000u, m_device.surface()->pixels().at(x, y));
+}
+
+TEST_F(TextStyleTest, LongTextsWrapAndTakeMoreLines)
+{
+    m_style->put_bSingleLine(VARIANT_FALSE);
+    const Rect one = measured(L"several words in a row", {0, 0, 1000, 1000});
+    const Rect wrapped = measured(L"several words in a row", {0, 0, one.width() / 2 + 5, 1000});
+    EXPECT_GE(wrapped.height(), 2 * one.height());
+    EXPECT_LE(wrapped.width(), one.width() / 2 + 5);
+}
+
+TEST_F(TextStyleTest, AlignmentAndOffsetsPlaceTheText)
+{
+    const Rect box{50, 10, 250, 90};
+    m_style->put_nHAlign(0);
+    m_style->put_nVAlign(0);
+    draw(L"Word", box);
+    const Rect nearEdge = ink();
+    m_style->put_nLeftOffset(20);
+    m_style->put_nTopOffset(5);
+    draw(L"Word", box);
+    EXPECT_EQ(ink(), nearEdge.shifted(20, 5));
+    m_style->put_nLeftOffset(0);
+    m_style->put_nHAlign(2);
+    m_style->put_nVAlign(2);
+    draw(L"Word", box);
+    EXPECT_NEAR(ink().right, box.right, 2);
+    EXPECT_GT(ink().bottom, box.bottom - 8);
+    m_style->put_nHAlign(1);
+    draw(L"Word", box);
+    EXPECT_NEAR(ink().left - box.left, box.right - ink().right, 3);
+    m_style->put_bRightToLeft(VARIANT_TRUE);
+    m_style->put_nHAlign(0);
+    draw(L"Word", box);
+    EXPECT_NEAR(ink().right, box.right, 2);
+}
+
+TEST_F(TextStyleTest, FontsScaleWithTheDevice)
+{
+    const Rect small = measured(L"Scaling text", {0, 0, 1000, 1000});
+    m_device.setScale(Scale(200));
+    const Rect large = measured(L"Scaling text", {0, 0, 1000, 1000});
+    EXPECT_NEAR(large.width(), 2 * small.width(), 4);
+    EXPECT_NEAR(large.height(), 2 * small.height(), 4);
+}
+
+TEST_F(TextStyleTest, ANewFontDescriptionShowsAtOnce)
+{
+    const auto font = Instance<Font>::make();
+    m_style->put_fontExPtr(font.get());
+    const int before = measured(L"Font", {0, 0, 1000, 1000}).width();
+    LOGFONTW description = font->logFont();
+    description.lfHeight = -30;
+    font->setLogFont(description);
+    EXPECT_GT(measured(L"Font", {0, 0, 1000, 1000}).width(), 2 * before);
+}
+
+TEST_F(TextStyleTest, PrefixesUnderlineOnlyWhenShown)
+{
+    m_style->put_nVAlign(0);
+    m_style->put_bHotkeyPrefixShow(VARIANT_TRUE);
+    const int hidden = measured(L"&Ok", {0, 0, 1000, 1000}).width();
+    draw(L"&Oo", {0, 0, 100, 40});
+    const int underlined = ink().bottom;
+    m_style->put_bHotkeyPrefixShow(VARIANT_FALSE);
+    EXPECT_GT(measured(L"&Ok", {0, 0, 1000, 1000}).width(), hidden);
+    draw(L"Oo", {0, 0, 100, 40});
+    EXPECT_LT(ink().bottom, underlined);
+}
+
+TEST_F(TextStyleTest, SmallTextIsSmoothAndKeepsTheSurfacesAlpha)
+{
+    DibSurface clear({60, 20});
+    m_style->draw(clear.canvas(), {0, 0, 60, 20}, L"Smooth", Scale());
+    bool hasPartial = false;
+    const ConstPixelView pixels = clear.pixels();
+    for (int y = 0; y < pixels.height; ++y) {
+        for (int x = 0; x < pixels.width; ++x) {
+            const int alpha = alphaOf(pixels.at(x, y));
+            hasPartial = hasPartial || (alpha > 30 && alpha < 220);
+            ASSERT_LE(redOf(pixels.at(x, y)), alpha);
+        }
+    }
+    EXPECT_TRUE(hasPartial);
+    EXPECT_EQ(pixels.at(59, 0), 0u);
+}
+
+TEST_F(TextStyleTest, AVerticalTextIsHigherThanWide)
+{
+    m_style->put_bVertDraw(VARIANT_TRUE);
+    const Rect box = measured(L"Vertical", {0, 0, 1000, 1000});
+    EXPECT_GT(box.height(), 2 * box.width());
+    draw(L"Vertical", {100, 0, 130, 100});
+    EXPECT_GT(ink().height(), 2 * ink().width());
+}
+
+TEST_F(TextStyleTest, OddArgumentsAreRefused)
+{
+    VARIANT_BOOL done = VARIANT_TRUE;
+    EXPECT_EQ(m_style->RenderDrawText(nullptr, nullptr, {}, VARIANT_FALSE, -1, nullptr, &done), E_POINTER);
+    EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), nullptr, {}, VARIANT_FALSE, -1, nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(m_style->DrawText(0, Bstr(L"x").get(), {0, 0, 5, 5}, VARIANT_TRUE, -1, nullptr, &done), S_OK);
+    EXPECT_EQ(done, VARIANT_FALSE);
+    m_style->put_nHAlign(77);
+    m_style->put_nStringTrimming(-4);
+    draw(L"Still drawn", {0, 0, 100, 30});
+    EXPECT_FALSE(ink().isEmpty());
+}
+
+} // namespace
+} // namespace ambrel
