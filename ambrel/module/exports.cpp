@@ -109,6 +109,28 @@ HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* c
     });
 }
 
+HRESULT STDMETHODCALLTYPE AmbrelApplySkinFile(IVexRes* resources, IVexControlBase* control, const wchar_t* path)
+{
+    if (!control || !path)
+        return E_POINTER;
+    return morvane::guarded([&] {
+        VexRes* const own = VexRes::from(resources);
+        return own && coreOf(control) ? own->applyPackageFile(*control, path) : E_INVALIDARG;
+    });
+}
+
+HRESULT STDMETHODCALLTYPE AmbrelSetScale(IAmbrel* root, long percent)
+{
+    return morvane::guarded([&] {
+        RootWindow* const window = RootWindow::from(root);
+        if (!window || percent < 100 || percent > 300)
+            return E_INVALIDARG;
+        window->window().surface().setScale(static_cast<int>(percent));
+        window->window().invalidate(window->node().rect());
+        return S_OK;
+    });
+}
+
 long STDMETHODCALLTYPE AmbrelLiveObjects() { return morvane::ModuleLock::count(); }
 
 std::int64_t STDMETHODCALLTYPE AmbrelClockNow() { return Clock::instance().nowMs(); }
