@@ -262,6 +262,11 @@ TEST_F(TakenAwayTest, FromACallback)
     notify(VEXSM_DESTROYING);
 }
 
+// Its work goes on until the call returns: the end comes last.
+const Log kEnteredForTheLastTime = {
+    "redraw",         "tip \"\" control", "callback 1891 control 50005", "message 1891 control 50005",
+    "unregister 205", "no real control"};
+
 TEST_F(TakenAwayTest, FromTheHostWindowWhileTheTipIsSet)
 {
     host.onMessage = [this](UINT message) {
@@ -269,6 +274,14 @@ TEST_F(TakenAwayTest, FromTheHostWindowWhileTheTipIsSet)
             letGo();
     };
     deliver(VEXSM_MOUSEENTER);
+    EXPECT_EQ(log(), kEnteredForTheLastTime);
+}
+
+TEST_F(TakenAwayTest, FromACallbackWithWorkStillToDo)
+{
+    host.base().onCallback = [this](long) { letGo(); };
+    deliver(VEXSM_MOUSEENTER);
+    EXPECT_EQ(log(), kEnteredForTheLastTime);
 }
 
 TEST_F(TakenAwayTest, FromTheHostWindowAfterARightClick)
