@@ -64,6 +64,12 @@ void DcPainter::fillColor(OLE_COLOR color, const Rect& rect) const
     FillRect(m_dc, &target, brush.get());
 }
 
+void DcPainter::drawFill(IFillColor& fill, const Rect& rect) const
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    fill.Draw(reinterpret_cast<std::int64_t>(m_dc), toSkinRect(rect), &drawn);
+}
+
 void DcPainter::drawIcon(HICON icon, const Rect& control, bool isMirrored) const
 {
     const Rect place = topCorner(control, iconSize(icon), isMirrored);

@@ -16,6 +16,7 @@ public:
     void drawSection(IVexImageBase& section, const Rect& rect) const;
     void drawText(IVexTextStyle& style, const Bstr& text, const Rect& rect) const;
     void fillColor(OLE_COLOR color, const Rect& rect) const;
+    void drawFill(IFillColor& fill, const Rect& rect) const;
 
     /// At their natural size in the top corner, the left one unless mirrored.
     void drawIcon(HICON icon, const Rect& control, bool isMirrored) const;

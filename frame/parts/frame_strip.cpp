@@ -45,29 +45,34 @@ bool FrameStrip::load(BSTR path, int frameCount, bool isHorizontal)
     return true;
 }
 
-ComPtr<IVexImageBase> temporarySection(IVexPicture& picture, const Rect& source)
+TemporarySection::TemporarySection(IVexPicture& picture, const Rect& source)
 {
-    ComPtr<IVexImageBase> section;
-    CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), section.putVoid());
-    if (section) {
-        SkinRect rect = toSkinRect(source);
-        section->put_ImageObj(&picture);
-        section->put_rect(&rect);
-        section->BuildPerPixImage();
-    }
-    return section;
+    CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), m_section.putVoid());
+    if (!m_section)
+        return;
+    SkinRect rect = toSkinRect(source);
+    m_section->put_ImageObj(&picture);
+    m_section->put_rect(&rect);
+    m_section->BuildPerPixImage();
 }
 
-void FrameStrip::draw(IVexRenderDC& dc, const Rect& rect, int state) const
+TemporarySection::~TemporarySection()
 {
-    if (!m_picture)
-        return;
-    const ComPtr<IVexImageBase> section = temporarySection(*m_picture, frameRect(geometry(), state));
-    if (!section)
-        return;
+    if (m_section)
+        m_section->put_ImageObj(nullptr);
+}
+
+void TemporarySection::draw(IVexRenderDC& dc, const Rect& rect) const
+{
     VARIANT_BOOL drawn = VARIANT_FALSE;
-    section->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
-    section->put_ImageObj(nullptr); // the picture outlives the section
+    if (m_section)
+        m_section->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
+}
+
+void TemporarySection::draw(const DcPainter& painter, const Rect& rect) const
+{
+    if (m_section)
+        painter.drawSection(*m_section, rect);
 }
 
 } // namespace morvane

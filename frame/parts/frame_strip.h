@@ -3,6 +3,7 @@
 
 #include "frame/com/bstr.h"
 #include "frame/com/com_ptr.h"
+#include "frame/parts/dc_drawing.h"
 #include "frame/parts/frame_strip_logic.h"
 #include "host/host.h"
 
@@ -16,9 +17,23 @@ ComPtr<IVexPicture> loadPicture(BSTR path);
 /// In pixels; empty for null.
 Size pictureSize(IVexPicture* picture);
 
-/// An image section that shows a part of a picture, made for one drawing; its maker detaches the picture again. Null when
-/// the framework cannot make one.
-ComPtr<IVexImageBase> temporarySection(IVexPicture& picture, const Rect& source);
+/// An image section that shows a part of a picture for the length of one drawing; the picture outlives it.
+class TemporarySection {
+public:
+    TemporarySection(IVexPicture& picture, const Rect& source);
+    /// Shows the whole picture.
+    explicit TemporarySection(IVexPicture& picture) : TemporarySection(picture, Rect::at({}, pictureSize(&picture))) {}
+    TemporarySection(const TemporarySection&) = delete;
+    TemporarySection& operator=(const TemporarySection&) = delete;
+    ~TemporarySection();
+
+    // Nothing is drawn when the framework could not make a section.
+    void draw(IVexRenderDC& dc, const Rect& rect) const;
+    void draw(const DcPainter& painter, const Rect& rect) const;
+
+private:
+    ComPtr<IVexImageBase> m_section;
+};
 
 class FrameStrip {
 public:
@@ -32,7 +47,13 @@ public:
     /// The whole strip's width, all frames.
     int fullWidth() const { return pictureSize(m_picture.get()).width; }
 
-    void draw(IVexRenderDC& dc, const Rect& rect, int state) const;
+    /// Draws the frame of a state on a render device or, through a DcPainter, on a device context.
+    template <class Target>
+    void draw(Target& target, const Rect& rect, int state) const
+    {
+        if (m_picture)
+            TemporarySection(*m_picture, frameRect(geometry(), state)).draw(target, rect);
+    }
 
 private:
     FrameStripGeometry geometry() const { return {pictureSize(m_picture.get()), m_frameCount, m_isHorizontal}; }

@@ -251,9 +251,11 @@ void CVexCheckBox::fitToText(bool forced)
 
 ImageProp* CVexCheckBox::graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value)
 {
-    if (!isCheckState(state) || !isCheckValue(value))
+    const std::int64_t index = std::int64_t{value} * kCheckStateCount + state;
+    if (state < 0 || value < 0 || index >= kCheckValueCount * kCheckStateCount)
         return nullptr;
-    return &m_properties.values[static_cast<std::size_t>(value)].states[static_cast<std::size_t>(state)].graphics;
+    ValueLooks& looks = m_properties.values[static_cast<std::size_t>(index / kCheckStateCount)];
+    return &looks.states[static_cast<std::size_t>(index % kCheckStateCount)].graphics;
 }
 
 STDMETHODIMP CVexCheckBox::SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon) noexcept

@@ -58,6 +58,7 @@ protected:
 
 private:
     using Look = CheckBoxProperties::Look;
+    using ValueLooks = CheckBoxProperties::ValueLooks;
 
     struct FittedTo {
         Size control{-1, -1};
@@ -65,11 +66,12 @@ private:
         friend bool operator==(const FittedTo&, const FittedTo&) = default;
     };
 
-    CheckBoxProperties::ValueLooks& looksOf(CheckValue value) { return m_properties.values[static_cast<std::size_t>(value)]; }
+    ValueLooks& looksOf(CheckValue value) { return m_properties.values[static_cast<std::size_t>(value)]; }
     Look& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
     /// The look that is drawn: an inactive box has its own while it is in its normal state.
     Look& currentLook();
-    /// The graphic's property of an interface method's indexes; null for indexes that do not exist.
+    /// The graphic's property of an interface method's indexes; null for indexes that lead nowhere. States past the last one
+    /// lead on into the looks of the next value, as clients know from one array of them all.
     ImageProp* graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value);
 
     void updateState();

@@ -77,6 +77,7 @@ HRESULT CVexCheckBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
 {
     if (!objectDraw || !result)
         return E_POINTER;
+    *result = VARIANT_FALSE;
     updateState();
     const ComPtr<IVexImageBase> box = currentLook().image.section();
     if (!box)

@@ -1,5 +1,6 @@
 #include "controls/buttons/form_object/form_object.h"
 
+#include "frame/parts/dc_drawing.h"
 #include "frame/parts/property_access.h"
 
 namespace morvane {
@@ -158,6 +159,24 @@ void CUIFormObj::render(IVexRenderDC& dc)
     else
         m_properties.image.draw(dc, control);
     drawFocusMark(dc);
+}
+
+/// The bitmap is an image of the render device and cannot be drawn here: image or colour stand in for it.
+HRESULT CUIFormObj::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
+{
+    if (!objectDraw || !result)
+        return E_POINTER;
+    *result = VARIANT_FALSE;
+    const DcPainter painter(*objectDraw);
+    const Rect control = ownRect();
+    if (m_properties.drawsColor.isSet()) {
+        if (const ComPtr<IFillColor> fill = m_properties.color.fill())
+            painter.drawFill(*fill, control);
+    } else if (const ComPtr<IVexImageBase> image = m_properties.image.section()) {
+        painter.drawSection(*image, control);
+    }
+    *result = VARIANT_TRUE;
+    return S_OK;
 }
 
 } // namespace morvane

@@ -40,6 +40,7 @@ protected:
     const ControlInfo& info() const noexcept override;
     void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
     void render(IVexRenderDC& dc) override;
+    HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
     void releaseHostObjects() override;
 
     Handled onFinalCreate() override;

@@ -58,7 +58,7 @@ void* CRadioBox::findInterface(REFIID iid) noexcept
 
 void CRadioBox::releaseHostObjects()
 {
-    stopBlinkTimer();
+    m_blinkTimer.stop();
     leaveGroups();
     for (GraphicBitmap& bitmap : m_bitmaps)
         bitmap.image.destroy(host());
@@ -67,17 +67,13 @@ void CRadioBox::releaseHostObjects()
 
 // Groups --------------------------------------------------------------------------------------------------------------
 
-void CRadioBox::enteredGroup(CVexRadioGroup& group, const std::wstring& name) { m_memberships.emplace_back(&group, name); }
-
-void CRadioBox::leftGroup(CVexRadioGroup& group)
-{
-    std::erase_if(m_memberships, [&](const auto& membership) { return membership.first == &group; });
-}
+void CRadioBox::enteredGroup(CVexRadioGroup& group) { m_memberships.push_back(&group); }
+void CRadioBox::leftGroup(CVexRadioGroup& group) { std::erase(m_memberships, &group); }
 
 void CRadioBox::leaveGroups()
 {
-    for (const auto& [group, name] : std::exchange(m_memberships, {}))
-        group->forget(name);
+    for (CVexRadioGroup* group : std::exchange(m_memberships, {}))
+        group->forget(*this);
     m_group.reset();
 }
 
@@ -133,6 +129,16 @@ ComPtr<IVexRadioGroup> CRadioBox::groupOfSiblings(ISkinObjResBase& parent, long 
     return nullptr;
 }
 
+void CRadioBox::leaveOwnGroup()
+{
+    const ComPtr<IVexRadioGroup> former = std::exchange(m_group, nullptr);
+    const auto place = std::find(m_memberships.begin(), m_memberships.end(), former.get());
+    if (place == m_memberships.end())
+        return;
+    (*place)->forget(*this);
+    m_memberships.erase(place);
+}
+
 STDMETHODIMP CRadioBox::SetGroupID(long id, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& done) {
@@ -141,12 +147,7 @@ STDMETHODIMP CRadioBox::SetGroupID(long id, VARIANT_BOOL* result) noexcept
         if (m_group && SUCCEEDED(m_group->GetID(&current)) && current == id)
             return S_OK;
         m_properties.groupId.set(static_cast<int>(id));
-        if (const ComPtr<IVexRadioGroup> former = std::exchange(m_group, nullptr)) {
-            const auto place = std::find_if(m_memberships.begin(), m_memberships.end(),
-                                            [&](const auto& membership) { return membership.first == former.get(); });
-            if (place != m_memberships.end())
-                former->RemoveObject(Bstr(place->second).get());
-        }
+        leaveOwnGroup();
         joinGroup();
         return S_OK;
     });
@@ -165,9 +166,9 @@ STDMETHODIMP CRadioBox::SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow
         return E_INVALIDARG;
     return guarded([&] {
         const bool isChecked = value == VEXRADIOBOX_CHECKED;
-        if (isChecked && !m_group)
-            return S_FALSE; // a box outside any group has nobody to uncheck the others
         if (isChecked != m_isChecked) {
+            if (isChecked && !m_group)
+                return S_FALSE; // a box outside any group has nobody to uncheck the others
             m_isChecked = isChecked;
             if (isChecked)
                 ComPtr<IVexRadioGroup>(m_group)->SetRadio(this);
@@ -201,7 +202,7 @@ Handled CRadioBox::onAccessConfigured(bool isRead)
 
 Handled CRadioBox::onDestroying()
 {
-    stopBlinkTimer();
+    m_blinkTimer.stop();
     leaveGroups();
     return Control::onDestroying();
 }
@@ -221,9 +222,20 @@ void CRadioBox::enterState(RadioState state)
         m_state = state;
 }
 
+void CRadioBox::trackChildImage(Point pointer)
+{
+    m_child.hasMouse = m_child.isSet && m_child.picture && childImageRect(ownRect()).contains(pointer);
+}
+
+Handled CRadioBox::onMouseMove(const PointerNotice& notice)
+{
+    trackChildImage(notice.point);
+    return Control::onMouseMove(notice);
+}
+
 Handled CRadioBox::onMouseEnter(const PointerNotice& notice)
 {
-    m_child.hasMouse = m_child.isSet && m_child.picture && childImageRect(ownRect()).contains(notice.point);
+    trackChildImage(notice.point);
     enterState(RadioState::Hot);
     if (!host().window)
         host().refreshWindow();
@@ -277,7 +289,7 @@ Handled CRadioBox::onSize()
 
 Handled CRadioBox::onTimer(UINT_PTR id)
 {
-    if (m_blinkTimer == 0 || id != m_blinkTimer)
+    if (m_blinkTimer.id() == 0 || id != m_blinkTimer.id())
         return Handled::No;
     m_isBlinkOn = !m_isBlinkOn;
     redraw();
@@ -361,28 +373,19 @@ STDMETHODIMP CRadioBox::GetData(std::int64_t* result) noexcept
 STDMETHODIMP CRadioBox::StartBlink(short timerId, short intervalMs) noexcept
 {
     return guarded([&] {
-        stopBlinkTimer();
         m_isBlinkOn = true;
-        m_blinkTimer = static_cast<unsigned short>(timerId);
+        m_blinkTimer.start(host().window, static_cast<unsigned short>(timerId), intervalMs);
         redraw();
-        if (host().window && m_blinkTimer != 0)
-            SetTimer(host().window, m_blinkTimer, static_cast<UINT>(std::max<short>(intervalMs, USER_TIMER_MINIMUM)), nullptr);
     });
 }
 
 STDMETHODIMP CRadioBox::StopBlink() noexcept
 {
     return guarded([&] {
-        stopBlinkTimer();
+        m_blinkTimer.stop();
         m_isBlinkOn = false;
         redraw();
     });
-}
-
-void CRadioBox::stopBlinkTimer()
-{
-    if (const UINT_PTR timer = std::exchange(m_blinkTimer, 0); timer != 0 && host().window)
-        KillTimer(host().window, timer);
 }
 
 } // namespace morvane

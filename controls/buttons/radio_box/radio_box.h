@@ -7,8 +7,9 @@
 #include "frame/parts/frame_strip.h"
 #include "frame/parts/graphic_layout.h"
 #include "frame/parts/render_images.h"
+#include "frame/platform/window_timer.h"
 
-#include <string>
+#include <optional>
 #include <vector>
 
 namespace morvane {
@@ -66,8 +67,10 @@ public:
     // RadioMember
     IRadioBox& box() override { return *this; }
     void changeValue(bool isChecked) override;
-    void enteredGroup(CVexRadioGroup& group, const std::wstring& name) override;
+    void enteredGroup(CVexRadioGroup& group) override;
     void leftGroup(CVexRadioGroup& group) override;
+    bool isChecked() const override { return m_isChecked; }
+    HWND hostWindow() const override { return host().window; }
 
     void* findInterface(REFIID iid) noexcept;
 
@@ -84,11 +87,11 @@ protected:
     Handled onDestroying() override;
     Handled onEnableObject(const EnableNotice& notice) override;
     Handled onMouseEnter(const PointerNotice& notice) override;
+    Handled onMouseMove(const PointerNotice& notice) override;
     Handled onMouseLeave(const PointerNotice& notice) override;
     Handled onLeftButtonDown(const PointerNotice& notice) override;
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice& notice) override;
-    Handled onDrawPreview() override { return Handled::No; }
     Handled onSize() override;
     Handled onTimer(UINT_PTR id) override;
 
@@ -118,17 +121,21 @@ private:
 
     std::size_t currentIndex() const { return radioLookIndex(static_cast<int>(m_state), m_isChecked); }
     Look& currentLook() { return m_properties.looks[currentIndex()]; }
-    /// The look of an interface method's indexes; null for a state that does not exist.
+    /// The place of an interface method's indexes; nothing for those that lead nowhere. States past the last one of the
+    /// unchecked value lead on into the checked one's, as clients know from one array of both.
+    static std::optional<std::size_t> lookIndex(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked);
     Look* lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked);
 
     void enterState(RadioState state);
     void redrawIf(VARIANT_BOOL asked);
     void joinGroup();
     ComPtr<IVexRadioGroup> groupOfSiblings(ISkinObjResBase& parent, long id);
+    void leaveOwnGroup();
     void leaveGroups();
     void fitToText(bool forced);
-    void stopBlinkTimer();
     Rect childImageRect(const Rect& control) const;
+    /// Whether the pointer is on the clickable picture.
+    void trackChildImage(Point pointer);
 
     void settleState();
     bool showsBlinkPicture() const { return m_isBlinkOn && m_blinkPicture; }
@@ -138,14 +145,15 @@ private:
     GraphicPlacement graphicPlacement() const;
     void drawBackground(IVexRenderDC& dc, const Rect& control);
     void drawGraphic(IVexRenderDC& dc, const Rect& control);
+    void drawGraphic(const DcPainter& painter, const Rect& control);
 
     RadioBoxProperties m_properties;
     RadioState m_state = RadioState::Normal;
     bool m_isChecked = false;
     ComPtr<IVexRadioGroup> m_group; // the group the box joined
-    std::vector<std::pair<CVexRadioGroup*, std::wstring>> m_memberships; // every group it is in, with its name there
+    std::vector<CVexRadioGroup*> m_memberships; // every group that has it as a member
     bool m_isBlinkOn = false;
-    UINT_PTR m_blinkTimer = 0;
+    WindowTimer m_blinkTimer;
     ComPtr<IVexPicture> m_blinkPicture;
     ChildImage m_child;
     FrameStrip m_strip;

@@ -6,42 +6,6 @@
 
 namespace morvane {
 
-namespace {
-
-/// A section that shows a whole picture, for the length of one drawing.
-class WholePicture {
-public:
-    explicit WholePicture(IVexPicture& picture) : m_section(temporarySection(picture, Rect::at({}, pictureSize(&picture)))) {}
-    WholePicture(const WholePicture&) = delete;
-    WholePicture& operator=(const WholePicture&) = delete;
-    ~WholePicture()
-    {
-        if (m_section)
-            m_section->put_ImageObj(nullptr);
-    }
-    IVexImageBase* get() const { return m_section.get(); }
-
-private:
-    ComPtr<IVexImageBase> m_section;
-};
-
-void drawPicture(IVexRenderDC& dc, IVexPicture& picture, const Rect& rect)
-{
-    VARIANT_BOOL drawn = VARIANT_FALSE;
-    const WholePicture section(picture);
-    if (section.get())
-        section.get()->RenderDraw(&dc, toSkinRect(rect), 0, &drawn);
-}
-
-void drawPicture(const DcPainter& painter, IVexPicture& picture, const Rect& rect)
-{
-    const WholePicture section(picture);
-    if (section.get())
-        painter.drawSection(*section.get(), rect);
-}
-
-} // namespace
-
 /// A pointer that left without the framework's word leaves the state behind.
 void CRadioBox::settleState()
 {
@@ -77,7 +41,7 @@ Rect CRadioBox::childImageRect(const Rect& control) const
 void CRadioBox::drawBackground(IVexRenderDC& dc, const Rect& control)
 {
     if (showsBlinkPicture())
-        drawPicture(dc, *m_blinkPicture, control);
+        TemporarySection(*m_blinkPicture).draw(dc, control);
     else if (m_properties.drawsColor.isSet())
         currentLook().color.fill(dc, control);
     else
@@ -113,21 +77,34 @@ void CRadioBox::render(IVexRenderDC& dc)
     if (!text.empty() && m_properties.showText.isSet())
         currentLook().textStyle.draw(dc, textRect(control), text);
     if (m_child.isSet && m_child.picture)
-        drawPicture(dc, *m_child.picture, childImageRect(control));
+        TemporarySection(*m_child.picture).draw(dc, childImageRect(control));
     drawFocusMark(dc);
+}
+
+void CRadioBox::drawGraphic(const DcPainter& painter, const Rect& control)
+{
+    const auto bitmap = reinterpret_cast<HBITMAP>(m_bitmaps[currentIndex()].handle);
+    const ImageProp& section = currentLook().graphics;
+    if (m_strip)
+        m_strip.draw(painter, graphicRect(control, m_strip.frameSize()), static_cast<int>(m_state));
+    else if (bitmap)
+        painter.drawAlphaBitmap(bitmap, graphicRect(control, bitmapSize(bitmap)));
+    else if (section.hasPicture())
+        painter.drawSection(*section.section(), graphicRect(control, section.imageSize()));
 }
 
 HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
 {
     if (!objectDraw || !result)
         return E_POINTER;
+    *result = VARIANT_FALSE;
     settleState();
     const DcPainter painter(*objectDraw);
     const Rect control = ownRect();
     Look& look = currentLook();
 
     if (showsBlinkPicture())
-        drawPicture(painter, *m_blinkPicture, control);
+        TemporarySection(*m_blinkPicture).draw(painter, control);
     else if (m_properties.drawsColor.isSet())
         painter.fillColor(look.color.value(), control);
     else if (const ComPtr<IVexImageBase> back = look.back.section())
@@ -136,19 +113,13 @@ HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
     if (const ComPtr<IVexImageBase> box = look.box.section())
         painter.drawSection(*box, placeBox(control, boxSize(), isMirrored()));
 
-    const auto bitmap = reinterpret_cast<HBITMAP>(m_bitmaps[currentIndex()].handle);
-    const ComPtr<IVexImageBase> graphics = look.graphics.section();
-    if (bitmap)
-        painter.drawAlphaBitmap(bitmap, graphicRect(control, bitmapSize(bitmap)));
-    else if (graphics && look.graphics.hasPicture())
-        painter.drawSection(*graphics, graphicRect(control, look.graphics.imageSize()));
-
+    drawGraphic(painter, control);
     const Bstr text = m_properties.text.value();
     const ComPtr<IVexTextStyle> style = look.textStyle.style();
     if (style && !text.empty() && m_properties.showText.isSet())
         painter.drawText(*style, text, textRect(control));
     if (m_child.isSet && m_child.picture)
-        drawPicture(painter, *m_child.picture, childImageRect(control));
+        TemporarySection(*m_child.picture).draw(painter, childImageRect(control));
     *result = VARIANT_TRUE;
     return S_OK;
 }

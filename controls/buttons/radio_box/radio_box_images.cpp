@@ -5,9 +5,18 @@
 
 namespace morvane {
 
+std::optional<std::size_t> CRadioBox::lookIndex(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked)
+{
+    const std::int64_t index = std::int64_t{state} + (checked != VARIANT_FALSE ? kRadioStateCount : 0);
+    if (state < 0 || index >= 2 * kRadioStateCount)
+        return std::nullopt;
+    return static_cast<std::size_t>(index);
+}
+
 CRadioBox::Look* CRadioBox::lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked)
 {
-    return isRadioState(state) ? &m_properties.looks[radioLookIndex(state, checked != VARIANT_FALSE)] : nullptr;
+    const auto index = lookIndex(state, checked);
+    return index ? &m_properties.looks[*index] : nullptr;
 }
 
 namespace {
@@ -96,9 +105,10 @@ STDMETHODIMP CRadioBox::SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL che
                                        VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
-        if (!isRadioState(state))
+        const auto index = lookIndex(state, checked);
+        if (!index)
             return E_INVALIDARG;
-        GraphicBitmap& place = m_bitmaps[radioLookIndex(state, checked != VARIANT_FALSE)];
+        GraphicBitmap& place = m_bitmaps[*index];
         place.image.destroy(host());
         place.handle = bitmap; // the application's; it must outlive its use here
         done = VARIANT_TRUE;
@@ -108,9 +118,8 @@ STDMETHODIMP CRadioBox::SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL che
 
 STDMETHODIMP CRadioBox::GetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t* result) noexcept
 {
-    if (!isRadioState(state))
-        return refused(result);
-    return returning(result, [&] { return m_bitmaps[radioLookIndex(state, checked != VARIANT_FALSE)].handle; });
+    const auto index = lookIndex(state, checked);
+    return index ? returning(result, [&] { return m_bitmaps[*index].handle; }) : refused(result);
 }
 
 STDMETHODIMP CRadioBox::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept

@@ -90,20 +90,35 @@ STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
         const ComPtr<RadioMember> member = memberOf(*box);
         if (!member)
             return E_NOINTERFACE; // nobody would tell when it goes
-        const std::wstring name = nameOf(*box);
-        if (!m_members.add(name, member.get()))
+        if (m_members.has(member.get()) || !m_members.add(nameOf(*box), member.get()))
             return S_FALSE;
-        member->enteredGroup(*this, name);
-        return S_OK;
+        const HRESULT status = guarded([&] { member->enteredGroup(*this); });
+        if (FAILED(status))
+            m_members.remove(member.get()); // it would not say when it goes
+        else
+            takeIn(*member);
+        return status;
     });
+}
+
+/// A box that was checked elsewhere becomes the checked one here, or gives way to the one there is.
+void CVexRadioGroup::takeIn(RadioMember& member)
+{
+    if (!member.isChecked())
+        return;
+    if (m_members.current())
+        member.changeValue(false);
+    else
+        m_members.makeCurrent(&member);
 }
 
 STDMETHODIMP CVexRadioGroup::RemoveObject(BSTR name) noexcept
 {
     return guarded([&] {
-        RadioMember* const member = m_members.remove(std::wstring(viewOf(name)));
+        RadioMember* const member = m_members.find(std::wstring(viewOf(name)));
         if (!member)
             return S_FALSE;
+        m_members.remove(member);
         member->leftGroup(*this);
         return S_OK;
     });
@@ -114,15 +129,23 @@ STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
     if (!box)
         return S_FALSE;
     return guarded([&] {
-        const ComPtr<RadioMember> member(m_members.find(nameOf(*box)));
-        if (!member)
+        // By identity: names may have changed since, and another box may have the same.
+        const ComPtr<RadioMember> member = memberOf(*box);
+        if (!member || !m_members.has(member.get()))
             return S_OK;
         const ComPtr<IVexRadioGroup> hold(this); // the host may take boxes and group apart
-        // A box that is current already is unchecked and checked again, and the host hears of it again.
+        const auto isStillChosen = [&] { return m_members.current() == member.get(); };
+        // A box that is current already is unchecked and checked again, and the host hears of it again. A redraw may run
+        // code that chooses another box: the last choice stands.
         const ComPtr<RadioMember> former(m_members.makeCurrent(member.get()));
         if (former)
             former->changeValue(false);
-        member->changeValue(true);
+        if (isStillChosen())
+            member->changeValue(true);
+        if (!isStillChosen())
+            return S_OK;
+        if (!m_window)
+            m_window = member->hostWindow();
         SendMessageW(m_window, kGroupSelectionChanged, static_cast<WPARAM>(m_id), reinterpret_cast<LPARAM>(&member->box()));
         return S_OK;
     });

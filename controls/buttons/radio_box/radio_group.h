@@ -11,13 +11,15 @@ class CVexRadioGroup;
 
 inline constexpr IID kRadioMemberIid = {0x6B1E3D0A, 0x64B1, 0x4C27, {0x9D, 0x4B, 0x3C, 0x3B, 0xD1, 0xA4, 0xA6, 0xF5}};
 
-/// What a group asks of its boxes: to change without calling back into it, and to say when they go. The boxes of this
-/// library offer it under kRadioMemberIid.
+/// What a group asks of its boxes: to change without calling back into it, and to say when they go (with forget). The boxes
+/// of this library offer it under kRadioMemberIid.
 class RadioMember : public IUnknown {
 public:
     virtual IRadioBox& box() = 0;
     virtual void changeValue(bool isChecked) = 0;
-    virtual void enteredGroup(CVexRadioGroup& group, const std::wstring& name) = 0;
+    virtual bool isChecked() const = 0;
+    virtual HWND hostWindow() const = 0; // null while it has none
+    virtual void enteredGroup(CVexRadioGroup& group) = 0;
     virtual void leftGroup(CVexRadioGroup& group) = 0;
 };
 
@@ -37,13 +39,15 @@ public:
 
     void finalRelease();
 
-    /// A member goes for good.
-    void forget(const std::wstring& name) { m_members.remove(name); }
+    /// A member goes; it is not told.
+    void forget(RadioMember& member) { m_members.remove(&member); }
 
 private:
+    void takeIn(RadioMember& member);
+
     RadioMembers<RadioMember> m_members;
     long m_id = 0;
-    HWND m_window = nullptr;
+    HWND m_window = nullptr; // of the first member that had one
     IUnknown* m_root = nullptr; // what the group is found by; never called
 };
 

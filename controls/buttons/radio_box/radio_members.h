@@ -1,13 +1,14 @@
 // Who belongs to a radio group and which member is checked.
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <string>
 #include <utility>
 
 namespace morvane {
 
-/// Members under their names, in the order of the names, and at most one of them current. Members are borrowed.
+/// Members under the names they came with, in the order of the names, and at most one of them current. Members are borrowed.
 template <class Member>
 class RadioMembers {
 public:
@@ -20,17 +21,17 @@ public:
         return found == m_members.end() ? nullptr : found->second;
     }
 
-    /// The member that left, null when there is none of that name. One that was current leaves the group without any.
-    Member* remove(const std::wstring& name)
+    bool has(const Member* member) const { return place(member) != m_members.end(); }
+
+    /// One that was current leaves the group without any.
+    void remove(const Member* member)
     {
-        const auto found = m_members.find(name);
+        const auto found = place(member);
         if (found == m_members.end())
-            return nullptr;
-        Member* const member = found->second;
+            return;
         m_members.erase(found);
         if (m_current == member)
             m_current = nullptr;
-        return member;
     }
 
     /// Makes a member current and gives the one that was, which may be the same.
@@ -46,6 +47,11 @@ public:
     }
 
 private:
+    auto place(const Member* member) const
+    {
+        return std::find_if(m_members.begin(), m_members.end(), [&](const auto& entry) { return entry.second == member; });
+    }
+
     std::map<std::wstring, Member*> m_members;
     Member* m_current = nullptr;
 };

@@ -17,6 +17,10 @@ TEST(RadioMembersTest, ANameStandsForOneMember)
     EXPECT_FALSE(members.add(L"Radio1", &second));
     EXPECT_EQ(members.find(L"Radio1"), &first);
     EXPECT_EQ(members.find(L"Radio2"), nullptr);
+    EXPECT_TRUE(members.has(&first));
+    EXPECT_FALSE(members.has(&second));
+    members.remove(&second); // not one of them
+    EXPECT_TRUE(members.has(&first));
 }
 
 TEST(RadioMembersTest, TheCurrentMemberLeavesTheGroupWithoutOne)
@@ -28,10 +32,9 @@ TEST(RadioMembersTest, TheCurrentMemberLeavesTheGroupWithoutOne)
     members.add(L"Radio2", &second);
     EXPECT_EQ(members.makeCurrent(&first), nullptr);
     EXPECT_EQ(members.makeCurrent(&second), &first);
-    EXPECT_EQ(members.remove(L"Radio1"), &first);
+    members.remove(&first);
     EXPECT_EQ(members.current(), &second);
-    EXPECT_EQ(members.remove(L"Radio2"), &second);
+    members.remove(&second);
     EXPECT_EQ(members.current(), nullptr);
-    EXPECT_EQ(members.remove(L"Radio2"), nullptr);
     EXPECT_TRUE(members.isEmpty());
 }
