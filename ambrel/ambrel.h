@@ -36,6 +36,13 @@ struct AmbrelEventReceiver {
 /// info (IErrorInfo) says "file:line:column: ...".
 HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module, long resourceId);
 
+/// The same with a package in a zip file or a folder.
+HRESULT STDMETHODCALLTYPE AmbrelApplySkinFile(IVexRes* resources, IVexControlBase* control, const wchar_t* path);
+
+/// The scale in percent (100 to 300) at which a window draws what skins give in pixels of their own: borders and natural
+/// sizes of pictures, text sizes. A window starts with its monitor's; positions of objects are the application's and stay.
+HRESULT STDMETHODCALLTYPE AmbrelSetScale(IAmbrel* root, long percent);
+
 /// Live objects of the runtime, for leak checks.
 long STDMETHODCALLTYPE AmbrelLiveObjects();
 

@@ -50,6 +50,7 @@ Shell::Shell(const Options& options, HINSTANCE controls) : m_options(options)
     m_root->Create(0, {100, 60, 100 + inside.width, 60 + inside.height}, &created);
     if (created == VARIANT_FALSE)
         throw std::runtime_error("the window could not be made");
+    AmbrelSetScale(m_root.get(), options.scale);
     SetWindowTextW(window(), L"Morvane gallery");
 
     m_background = m_scene->form(nullptr, {0, 0, kWindowWidth, kWindowHeight}, m_scene->theme().window);

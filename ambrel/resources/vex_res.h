@@ -11,12 +11,14 @@
 #include "frame/com/result.h"
 
 #include <map>
+#include <functional>
 #include <memory>
 #include <tuple>
 
 namespace ambrel {
 
 class SkinWatch;
+struct ReadSkin;
 
 /// IVexRes. Statuses: S_FALSE where nothing was found or done; E_NOTIMPL for skinning foreign windows and for exporting to
 /// formats that this runtime does not have. Its windows know it weakly through their objects; it knows them weakly too.
@@ -47,6 +49,8 @@ public:
     HRESULT changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring path);
     /// Gives an existing control what a packaged skin says for its class.
     HRESULT applyPackage(IVexControlBase& control, HINSTANCE module, long resourceId);
+    /// The same from a zip file or a folder, read once.
+    HRESULT applyPackageFile(IVexControlBase& control, std::wstring_view path);
 
     // IVexRes
     STDMETHODIMP OpenSkin(BSTR strSkinPath, BSTR strSknPath, VARIANT_BOOL bSkinCtrls, VARIANT_BOOL* pbResult) noexcept override;
@@ -171,7 +175,10 @@ private:
         std::shared_ptr<const skin::Skin> skin;
         SkinResourceSet resources;
     };
+    using PackageKey = std::tuple<HINSTANCE, long, std::wstring>; // module and number with the type, or just a path
+    HRESULT package(const PackageKey& key, const std::function<ReadSkin()>& read, std::shared_ptr<Package>& result);
     HRESULT package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result);
+    HRESULT applyTo(IVexControlBase& control, const Package& source);
     HRESULT open(std::wstring_view path, VARIANT_BOOL* result);
     void reload();
     void applyOpenSkin(IVexControlBase& control);
@@ -194,7 +201,7 @@ private:
     std::vector<WeakNode> m_windows;
     std::shared_ptr<const skin::Skin> m_skin;
     SkinResourceSet m_skinResources;
-    std::map<std::tuple<HINSTANCE, long, std::wstring>, std::shared_ptr<Package>> m_packages;
+    std::map<PackageKey, std::shared_ptr<Package>> m_packages;
     std::wstring m_skinPath;
     std::unique_ptr<SkinWatch> m_watch;
     ColorCases m_colorCases;

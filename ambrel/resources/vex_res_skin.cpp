@@ -7,6 +7,7 @@
 
 #include <charconv>
 #include <filesystem>
+#include <functional>
 
 namespace ambrel {
 
@@ -168,23 +169,28 @@ STDMETHODIMP VexRes::ExportSknVexFile(BSTR path, VARIANT_BOOL* result) noexcept 
 
 // Packages of modules
 
-HRESULT VexRes::package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result)
+HRESULT VexRes::package(const PackageKey& key, const std::function<ReadSkin()>& read, std::shared_ptr<Package>& result)
 {
-    std::shared_ptr<Package>& place = m_packages[{module, resourceId, std::wstring(type)}];
+    std::shared_ptr<Package>& place = m_packages[key];
     if (!place) {
-        const ReadSkin read = readModuleSkin(module, resourceId, type);
-        if (!read.skin)
-            return read.status;
+        const ReadSkin source = read();
+        if (!source.skin)
+            return source.status;
         SkinResourceSet::Pictures pictures;
-        if (const auto error = SkinResourceSet::decode(*read.skin, pictures))
+        if (const auto error = SkinResourceSet::decode(*source.skin, pictures))
             return reportSkinError(*error, static_cast<IVexRes*>(this));
         auto made = std::make_shared<Package>();
-        made->skin = read.skin;
-        made->resources.adopt(*read.skin, std::move(pictures), this);
+        made->skin = source.skin;
+        made->resources.adopt(*source.skin, std::move(pictures), this);
         place = std::move(made);
     }
     result = place;
     return S_OK;
+}
+
+HRESULT VexRes::package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result)
+{
+    return package({module, resourceId, std::wstring(type)}, [&] { return readModuleSkin(module, resourceId, type); }, result);
 }
 
 STDMETHODIMP VexRes::ImportSkin(hyper module, LONG resourceId, BSTR type, hyper parent, IVexControlBase** result) noexcept
@@ -215,12 +221,22 @@ HRESULT VexRes::applyPackage(IVexControlBase& control, HINSTANCE module, long re
 {
     std::shared_ptr<Package> source;
     const HRESULT status = package(module, resourceId, L"UIFILES", source);
-    if (FAILED(status))
-        return status;
-    const skin::SkinObject* object = objectFor(*source->skin, control);
+    return FAILED(status) ? status : applyTo(control, *source);
+}
+
+HRESULT VexRes::applyPackageFile(IVexControlBase& control, std::wstring_view path)
+{
+    std::shared_ptr<Package> source;
+    const HRESULT status = package({nullptr, 0, std::wstring(path)}, [&] { return readSkinFrom(path); }, source);
+    return FAILED(status) ? status : applyTo(control, *source);
+}
+
+HRESULT VexRes::applyTo(IVexControlBase& control, const Package& source)
+{
+    const skin::SkinObject* object = objectFor(*source.skin, control);
     if (!object)
         return S_FALSE;
-    applyObject(*source->skin, *object, control, source->resources, false);
+    applyObject(*source.skin, *object, control, source.resources, false);
     return S_OK;
 }
 
