@@ -128,6 +128,22 @@ TEST_F(ForwardingTest, EveryOperationReachesItsOwnSlotOnceWithTheSameArgumentsAn
     }
 }
 
+TEST_F(ForwardingTest, WithoutAnInnerBaseObjectEveryOperationIsRefused)
+{
+    host.givesBase = false;
+    for (const LibraryClass& which : controls) {
+        const auto control = createControl(which);
+        ASSERT_TRUE(control) << which.name;
+        for (const Operation& operation : operations) {
+            if (kOwn.count(operation.name))
+                continue;
+            const DistinctArguments arguments(operation);
+            EXPECT_EQ(testing::callSlot(control.get(), operation.slot, arguments.values()), E_UNEXPECTED)
+                << which.name << "::" << operation.name;
+        }
+    }
+}
+
 TEST_F(ForwardingTest, TheFiveOperationsOfTheControlAndItsAutomationNeverReachTheSameSlot)
 {
     std::set<std::size_t> forbidden = {3, 4, 5, 6}; // IDispatch
