@@ -24,6 +24,11 @@ HRESULT createProperty(IVexControlBase* owner, ICtrlPluginProp* group, enumPropT
 
 /// Makes the fill that a fill property hands out before one is set. Part of the renderer, which is told here once, when
 /// the runtime starts; null (the start value) means that an unset property has no fill.
+/// The scale, in percent, at which an owner's window draws natural sizes. Set once when the runtime starts; without it
+/// natural sizes are those at 100 percent.
+using OwnerScale = int (*)(IVexControlBase& owner);
+void setOwnerScale(OwnerScale scale) noexcept;
+
 using FillFactory = HRESULT (*)(IFillColor** result);
 void setFillFactory(FillFactory factory) noexcept;
 

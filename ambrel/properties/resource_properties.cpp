@@ -5,6 +5,7 @@
 #include "ambrel/properties/property_descriptor.h"
 #include "ambrel/properties/property_factory.h"
 #include "ambrel/properties/simple_properties.h"
+#include "base/rounding.h"
 
 #include <algorithm>
 #include <limits>
@@ -62,9 +63,16 @@ STDMETHODIMP ImageSectionPropertyObject::SetSectionRect(const SkinRect* rect) no
     return status;
 }
 
+// Natural sizes are those of the picture in use, which at higher scales is a larger one.
+
 STDMETHODIMP ImageSectionPropertyObject::GetSectionRect(SkinRect* rect) noexcept
 {
-    return filling(rect, [&](SkinRect& place) { return m_object ? m_object->get_rect(&place) : S_FALSE; });
+    return filling(rect, [&](SkinRect& place) {
+        const HRESULT status = m_object ? m_object->get_rect(&place) : S_FALSE;
+        for (LONG* each : {&place.left, &place.top, &place.right, &place.bottom})
+            *each = natural(*each);
+        return status;
+    });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
@@ -72,7 +80,7 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
     return filling(width, [&](short& place) {
         long whole = 0;
         const HRESULT status = m_object ? m_object->GetWidth(&whole) : S_FALSE;
-        place = toShort(whole / imageCount());
+        place = toShort(natural(whole / imageCount()));
         return status;
     });
 }
@@ -82,7 +90,7 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageHeight(short* height) noexcept
     return filling(height, [&](short& place) {
         long whole = 0;
         const HRESULT status = m_object ? m_object->GetHeight(&whole) : S_FALSE;
-        place = toShort(whole);
+        place = toShort(natural(whole));
         return status;
     });
 }
@@ -204,8 +212,20 @@ namespace {
 
 constexpr OLE_COLOR kNoColor = 0xFFFFFFFF;
 constinit FillFactory g_fillFactory = nullptr;
+constinit OwnerScale g_ownerScale = nullptr;
 
 } // namespace
+
+long ImageSectionPropertyObject::natural(long length) const noexcept
+{
+    IVexControlBase* const control = owner();
+    return g_ownerScale && control ? morvane::scaled(static_cast<int>(length), g_ownerScale(*control), 100) : length;
+}
+
+void setOwnerScale(OwnerScale scale) noexcept
+{
+    g_ownerScale = scale;
+}
 
 void setFillFactory(FillFactory factory) noexcept
 {

@@ -125,6 +125,8 @@ public:
     void copyValue(ImageSectionPropertyObject& source);
 
 private:
+    /// A length of the section at the scale of the owner's window.
+    long natural(long length) const noexcept;
     long imageCount() const noexcept { return knownExtras() ? knownExtras()->imageCount : 1; }
 };
 

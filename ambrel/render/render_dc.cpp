@@ -370,7 +370,11 @@ STDMETHODIMP RenderDC::GetType(long* result) noexcept
 
 STDMETHODIMP RenderDC::SetCurrentControl(IVexControlBase* control) noexcept
 {
+    VARIANT_BOOL mirrored = VARIANT_FALSE;
+    if (control)
+        control->IsMirrorObject(&mirrored);
     m_currentControl = control;
+    m_isMirrored = mirrored != VARIANT_FALSE;
     return S_OK;
 }
 

@@ -39,6 +39,8 @@ public:
     void setTarget(const DibSurface* surface, Point origin = {}) noexcept;
     bool hasTarget() const noexcept { return m_target != nullptr; }
 
+    /// Whether the control being drawn is laid out from right to left: its texts are aligned the other way round.
+    bool isMirrored() const noexcept { return m_isMirrored; }
     Scale scale() const noexcept;
     void setScale(Scale scale) noexcept { m_ownScale = scale; } // for a context without a device
 
@@ -117,6 +119,7 @@ private:
     Rect m_viewport; // empty: everything
     bool m_hasGdiDrawing = false;
     IVexControlBase* m_currentControl = nullptr; // borrowed: set for the length of its drawing
+    bool m_isMirrored = false;                   // whether that control is laid out from right to left
 };
 
 /// The object behind a context handed out by us; null for any other.

@@ -27,6 +27,11 @@ TextAlign alignOf(short value) noexcept
     return value == 1 ? TextAlign::Centre : value == 2 ? TextAlign::Far : TextAlign::Near;
 }
 
+TextAlign mirrored(TextAlign align) noexcept
+{
+    return align == TextAlign::Near ? TextAlign::Far : align == TextAlign::Far ? TextAlign::Near : align;
+}
+
 LOGFONTW logFontOf(IVexFontEx* font)
 {
     VEXLOGFONT record{};
@@ -70,12 +75,16 @@ std::shared_ptr<const GlyphFont> TextStyle::glyphs(Scale scale)
     return m_glyphs;
 }
 
-void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat)
+void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat,
+                     bool isMirrored)
 {
-    const Rect inner{rect.left + scale(m_look.left), rect.top + scale(m_look.top), rect.right - scale(m_look.right),
-                     rect.bottom - scale(m_look.bottom)};
+    const int left = scale(isMirrored ? m_look.right : m_look.left);
+    const int right = scale(isMirrored ? m_look.left : m_look.right);
+    const Rect inner{rect.left + left, rect.top + scale(m_look.top), rect.right - right, rect.bottom - scale(m_look.bottom)};
     const auto font = glyphs(scale);
-    const TextFormat how = formatFor(userFormat);
+    TextFormat how = formatFor(userFormat);
+    if (isMirrored)
+        how.horizontal = mirrored(how.horizontal);
     const Pixel shadow = toPixel(m_look.shadowColour);
     const auto drawShifted = [&](int dx, int dy) { drawText(canvas, *font, text, inner.shifted(dx, dy), how, shadow); };
     if (m_look.effect == static_cast<short>(TextEffect::Shadow)) {
@@ -354,7 +363,7 @@ STDMETHODIMP TextStyle::RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rec
         if (calculate(*this, words, where, ours->scale(), calculateAndDraw != VARIANT_FALSE, userFormat, calculated)) {
             if (!ours->hasTarget())
                 return S_FALSE;
-            draw(ours->canvas(), where, words, ours->scale(), userFormat);
+            draw(ours->canvas(), where, words, ours->scale(), userFormat, ours->isMirrored());
         }
         drawn = VARIANT_TRUE;
         return S_OK;

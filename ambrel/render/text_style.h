@@ -48,8 +48,9 @@ public:
     std::shared_ptr<const GlyphFont> glyphs(Scale scale);
 
     /// Draws into the rectangle less the style's offsets. `userFormat`: DT_ flags instead of the style's own alignment and
-    /// wrapping; 0 and -1 mean the style's own. Throws std::bad_alloc.
-    void draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat = -1);
+    /// wrapping; 0 and -1 mean the style's own. `isMirrored` swaps near and far. Throws std::bad_alloc.
+    void draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat = -1,
+              bool isMirrored = false);
 
     /// The extent of the text alone, without the offsets, in a room of this size. Throws std::bad_alloc.
     Size measure(std::wstring_view text, Size room, Scale scale, long userFormat = -1);
