@@ -198,13 +198,15 @@ void InputRouter::releaseLeft(const PointerFact& fact)
     const bool wasDragging = m_dragging;
     m_pressed = 0;
     m_dragging = false;
+    const bool isClick = pressed && !wasDragging && (m_captured || m_scene->covers(pressed, fact.point));
+    if (!isClick)
+        m_lastPress = {}; // only two clicks make a double click
     if (m_captured)
         deliver(InputKind::LeftUp, m_captured, fact.point, fact.flags);
     else if (wasDragging)
         deliver(InputKind::DragEnd, pressed, fact.point, fact.flags);
-    else if (pressed)
-        deliver(m_scene->covers(pressed, fact.point) ? InputKind::LeftUp : InputKind::PressCancelled, pressed, fact.point,
-                fact.flags);
+    else
+        deliver(isClick ? InputKind::LeftUp : InputKind::PressCancelled, pressed, fact.point, fact.flags);
     updatePointerCapture();
     findHotAgain();
 }

@@ -154,6 +154,11 @@ TEST_F(InputRouterTest, TheSecondPressIsADoubleClickOnlyInTimeAndPlaceAndTheThir
     EXPECT_FALSE(click(12));
     now += 10;
     EXPECT_FALSE(click(15)); // too far
+    now += 501;
+    press(15);
+    release(150); // no click, so the next one is the first
+    taken();
+    EXPECT_FALSE(click(15));
 }
 
 TEST_F(InputRouterTest, ADisabledObjectHidesWhatLiesBelowItAndHearsNothing)
