@@ -2,7 +2,6 @@
 
 #include "frame/module_resources.h"
 #include "host/geometry.h"
-#include "host/host_classes.h"
 
 #include <algorithm>
 #include <iterator>
@@ -10,14 +9,6 @@
 namespace morvane {
 
 namespace {
-
-template <class Interface>
-ComPtr<Interface> createHostObject(REFCLSID classId)
-{
-    ComPtr<Interface> object;
-    CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, iidOf<Interface>(), object.putVoid());
-    return object;
-}
 
 constexpr UINT kSetToolTip = 3464;
 constexpr const wchar_t* kSkinResourceType = L"UIFILES";
@@ -27,10 +18,11 @@ constexpr const wchar_t* kSkinResourceType = L"UIFILES";
 void ControlFrame::constructInnerObjects()
 {
     // Neither result is a reason to fail: a control without its host objects refuses forwarded calls and draws nothing.
-    m_inner = createHostObject<IVexControlBase>(kClsidInnerBaseObject);
+    m_hostClasses = HostClasses::shared();
+    m_inner = m_hostClasses->createInnerBase();
     if (m_inner)
         m_inner->SetRealCtrlPtr(&self());
-    m_objectDraw = createHostObject<IVexObjectDraw>(kClsidObjectDraw);
+    m_objectDraw = m_hostClasses->createObjectDraw();
 }
 
 void ControlFrame::releaseHostObjects()

@@ -4,6 +4,7 @@
 
 #include "frame/com/bstr.h"
 #include "frame/host_cache.h"
+#include "frame/host_objects.h"
 #include "frame/notices.h"
 #include "frame/properties.h"
 
@@ -149,6 +150,7 @@ private:
     Handled answerIcon(const VexNotify&);
     Handled answerDragCursor(const VexNotify&);
 
+    std::shared_ptr<HostClasses> m_hostClasses; // kept while the control lives
     ComPtr<IVexControlBase> m_inner;
     ComPtr<IVexObjectDraw> m_objectDraw;
     HostCache m_host;

@@ -131,11 +131,19 @@ void WindowCore::nodeDetached(ObjectNode& node) noexcept
 
 void WindowCore::finalCreatePending(ObjectNode& node)
 {
-    forget(m_waitingForFinalCreate, &node);
+    if (node.has(NodeFlag::AwaitsFinish))
+        return;
+    node.set(NodeFlag::AwaitsFinish, true);
     m_waitingForFinalCreate.emplace_back(&node);
 }
 
-void WindowCore::finalCreateDone(ObjectNode& node) noexcept { forget(m_waitingForFinalCreate, &node); }
+void WindowCore::finalCreateDone(ObjectNode& node) noexcept
+{
+    node.set(NodeFlag::AwaitsFinish, false);
+    // Most are finished right after they were made. Others leave an entry that is passed over: no search among thousands.
+    if (!m_waitingForFinalCreate.empty() && m_waitingForFinalCreate.back().get() == &node)
+        m_waitingForFinalCreate.pop_back();
+}
 
 void WindowCore::objectEvent(ObjectNode& node, long id, hyper wParam, hyper lParam)
 {

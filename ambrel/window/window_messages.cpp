@@ -201,13 +201,15 @@ bool WindowCore::onShowWindow(WPARAM shown, LPARAM, LRESULT&)
     }
     // What was attached without being finished is finished now.
     while (!m_waitingForFinalCreate.empty()) {
-        const WeakNode node = m_waitingForFinalCreate.front();
-        m_waitingForFinalCreate.erase(m_waitingForFinalCreate.begin());
-        if (!node)
-            continue;
-        const ComPtr<IVexControlBase> control(coreOf(*node.get()).control());
-        if (control)
-            control->FinalCreate(VARIANT_TRUE);
+        const std::vector<WeakNode> waiting = std::exchange(m_waitingForFinalCreate, {});
+        for (const WeakNode& node : waiting) {
+            if (!node || !node.get()->has(NodeFlag::AwaitsFinish))
+                continue;
+            node.get()->set(NodeFlag::AwaitsFinish, false);
+            const ComPtr<IVexControlBase> control(coreOf(*node.get()).control());
+            if (control)
+                control->FinalCreate(VARIANT_TRUE);
+        }
     }
     return false;
 }
