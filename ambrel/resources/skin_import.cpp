@@ -125,28 +125,37 @@ ReadSkin readModuleSkin(HINSTANCE module, long resourceId, std::wstring_view res
 
 ReadSkin readSkinFrom(std::wstring_view path) { return outcomeOf(skin::loadSkin(std::filesystem::path(path))); }
 
-const skin::SkinObject* objectFor(const skin::Skin& skin, IVexControlBase& control)
+ObjectIndex::ObjectIndex(const skin::Skin& skin)
+{
+    for (const skin::SkinObject& each : skin.objects)
+        m_entries.push_back({&each, classIdOf(widened(each.className)), skin::typeOf(each)});
+}
+
+ObjectIndex::Control ObjectIndex::Control::of(IVexControlBase& control)
 {
     Bstr name;
     Bstr classId;
-    Bstr typeName;
     control.GetName(name.put());
     control.GetClassId(classId.put());
-    control.GetControlTypeName(typeName.put());
-    const std::string wanted = narrowed(name.view());
-    const std::string type = narrowed(typeName.view());
-    const auto isOfClass = [&](const skin::SkinObject& object) {
-        // A control that was created by its class object directly does not know its class.
-        return classId.empty() ? skin::typeOf(object) == type : classIdOf(widened(object.className)) == classId.view();
-    };
+    Control result{narrowed(name.view()), classId.str(), {}};
+    if (classId.empty()) { // created by its class object directly
+        Bstr type;
+        control.GetControlTypeName(type.put());
+        result.type = narrowed(type.view());
+    }
+    return result;
+}
+
+const skin::SkinObject* ObjectIndex::find(const Control& control) const
+{
     const skin::SkinObject* ofClass = nullptr;
-    for (const skin::SkinObject& each : skin.objects) {
-        if (!isOfClass(each))
+    for (const Entry& each : m_entries) {
+        if (control.classId.empty() ? each.type != control.type : each.classId != control.classId)
             continue;
-        if (!wanted.empty() && (each.name == wanted || each.id == wanted))
-            return &each;
+        if (!control.name.empty() && (each.object->name == control.name || each.object->id == control.name))
+            return each.object;
         if (!ofClass)
-            ofClass = &each;
+            ofClass = each.object;
     }
     return ofClass;
 }

@@ -24,8 +24,30 @@ ReadSkin readSkinFrom(std::wstring_view path);
 /// Reports an error: to the trace, and as the thread's IErrorInfo. Answers the status that stands for its code.
 HRESULT reportSkinError(const skin::SkinError& error, IUnknown* object);
 
-/// The skin's object for a control: by name, else the first of the control's class; null when there is none.
-const skin::SkinObject* objectFor(const skin::Skin& skin, IVexControlBase& control);
+/// Which of a skin's objects describe which controls, looked up quickly. Borrows the skin.
+class ObjectIndex {
+public:
+    explicit ObjectIndex(const skin::Skin& skin);
+
+    /// What a control is found by.
+    struct Control {
+        std::string name;
+        std::wstring classId;
+        std::string type; // only of a control that does not know its class
+        static Control of(IVexControlBase& control);
+    };
+
+    /// The object of the control's class and name, else the first of its class; null when there is none.
+    const skin::SkinObject* find(const Control& control) const;
+
+private:
+    struct Entry {
+        const skin::SkinObject* object;
+        std::wstring classId;
+        std::string type;
+    };
+    std::vector<Entry> m_entries;
+};
 
 /// Sets the properties and settings that a skin gives an object; others keep their values. The control is told once
 /// (VEXSM_ACCESSCONFIGED) and redrawn. `moves`: its position too.

@@ -181,6 +181,8 @@ private:
     HRESULT applyTo(IVexControlBase& control, const Package& source);
     HRESULT open(std::wstring_view path, VARIANT_BOOL* result);
     void reload();
+    /// Sets what the running skin says about each control and the former one did not.
+    void applyToAll(const skin::Skin* former);
     void applyOpenSkin(IVexControlBase& control);
     morvane::ComPtr<IVexControlBase> addPlugin(IVexObj* owner, BSTR name, BSTR guid, bool composed);
     morvane::ComPtr<IVexObj> objectOfNumber(hyper number);

@@ -11,6 +11,8 @@
 #include "ambrel/resources/vex_res.h"
 #include "ambrel/window/alpha_region.h"
 
+#include <algorithm>
+#include <commctrl.h>
 #include <string>
 
 namespace ambrel {
@@ -61,6 +63,16 @@ hyper bitmapOf(const SkinRect& rect, Draw&& draw)
         return 0;
     GdiFlush();
     return reinterpret_cast<hyper>(surface.detachBitmap());
+}
+
+constexpr OLE_COLOR kNoKey = 0xFFFFFFFF;
+
+ComPtr<IVexImageList> listOfStrip(Surface strip, int width, OLE_COLOR key, IVexRes* resources)
+{
+    const auto list = newResource<IVexImageList>(VEXOBJTYPE_IMAGELIST, {}, resources);
+    if (const auto own = implementationOf<ImageList>(list.get()))
+        own->setStrip(std::move(strip), width, key);
+    return list;
 }
 
 HRESULT gaveBitmap(hyper& place, hyper bitmap) noexcept
@@ -264,17 +276,55 @@ STDMETHODIMP VexRes::ReleaseFontByHandle(hyper device, hyper font, VARIANT_BOOL*
 
 // Image lists
 
-STDMETHODIMP VexRes::GetImageListFromHIMAGELIST(hyper, IVexImageList** result) noexcept
+STDMETHODIMP VexRes::GetImageListFromHIMAGELIST(hyper imageList, IVexImageList** result) noexcept
 {
-    return filling(result, [](IVexImageList*&) { return E_NOTIMPL; });
+    return filling(result, [&](IVexImageList*& made) {
+        const auto source = reinterpret_cast<HIMAGELIST>(imageList);
+        int width = 0;
+        int height = 0;
+        const int count = source ? ImageList_GetImageCount(source) : 0;
+        if (count <= 0 || !ImageList_GetIconSize(source, &width, &height))
+            return E_INVALIDARG;
+        Surface strip(Size{width * count, height});
+        if (strip.isEmpty())
+            return E_INVALIDARG; // larger than surfaces may be
+        for (int i = 0; i < count; ++i) {
+            const morvane::UniqueIcon icon(ImageList_GetIcon(source, i, ILD_TRANSPARENT));
+            const Surface image = surfaceOfIcon(icon.get());
+            for (int y = 0; y < std::min(height, image.size().height); ++y)
+                std::copy_n(image.view().row(y), std::min(width, image.size().width), strip.view().row(y) + i * width);
+        }
+        made = listOfStrip(std::move(strip), width, kNoKey, this).detach();
+        return S_OK;
+    });
 }
-STDMETHODIMP VexRes::GetImageListFromImageBase(IVexImageBase*, short, OLE_COLOR, IVexImageList** result) noexcept
+
+STDMETHODIMP VexRes::GetImageListFromImageBase(IVexImageBase* section, short width, OLE_COLOR key,
+                                               IVexImageList** result) noexcept
 {
-    return filling(result, [](IVexImageList*&) { return E_NOTIMPL; });
+    if (!section)
+        return E_POINTER;
+    return filling(result, [&](IVexImageList*& made) {
+        long sectionWidth = 0;
+        long sectionHeight = 0;
+        section->GetWidth(&sectionWidth);
+        section->GetHeight(&sectionHeight);
+        hyper bitmap = 0;
+        const HRESULT drawn = DrawImageSection({0, 0, sectionWidth, sectionHeight}, section, &bitmap);
+        const morvane::UniqueBitmap owned(reinterpret_cast<HBITMAP>(bitmap));
+        if (drawn != S_OK)
+            return drawn;
+        made = listOfStrip(surfaceOfBitmap(owned.get()), width, key, this).detach();
+        return S_OK;
+    });
 }
-STDMETHODIMP VexRes::GetImageListFromFile(BSTR, short, OLE_COLOR, IVexImageList** result) noexcept
+
+STDMETHODIMP VexRes::GetImageListFromFile(BSTR path, short width, OLE_COLOR key, IVexImageList** result) noexcept
 {
-    return filling(result, [](IVexImageList*&) { return E_NOTIMPL; });
+    return filling(result, [&](IVexImageList*& made) {
+        const ComPtr<IVexImageBase> section = sectionOfFile(path, this);
+        return section ? GetImageListFromImageBase(section.get(), width, key, &made) : S_FALSE;
+    });
 }
 
 } // namespace ambrel

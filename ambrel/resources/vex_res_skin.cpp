@@ -36,6 +36,26 @@ void parseVersion(std::string_view text, LONG& main, LONG& sub) noexcept
 
 } // namespace
 
+void VexRes::applyToAll(const skin::Skin* former)
+{
+    const std::shared_ptr<const skin::Skin> running = m_skin; // a control may change the skin again
+    const skin::Skin none;
+    const ObjectIndex now(*running);
+    const ObjectIndex before(former ? *former : none);
+    const bool sameKeys = former && former->keys == running->keys;
+    anyObject([&](ObjectNode& node) {
+        const ComPtr<IVexControlBase> control(coreOf(node).control());
+        if (!control)
+            return false;
+        const auto identity = ObjectIndex::Control::of(*control.get());
+        const skin::SkinObject* described = now.find(identity);
+        const skin::SkinObject* old = before.find(identity);
+        if (described && !(old && sameKeys && *old == *described))
+            applyObject(*running, *described, *control.get(), m_skinResources, false);
+        return running != m_skin;
+    });
+}
+
 HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring path)
 {
     // Everything that can fail happens before anything of the running skin is touched.
@@ -51,18 +71,10 @@ HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring pa
     m_skinResources.publish(*skin, m_store);
     m_skin = std::move(skin);
     m_skinPath = std::move(path);
-    // Resources changed inside the objects that controls hold; only what the new skin says differently about a control's own
+    // Resources changed inside the objects that controls hold; only what the new skin says differently about controls' own
     // values is set again.
-    anyObject([&](ObjectNode& node) {
-        const ComPtr<IVexControlBase> control(coreOf(node).control());
-        if (control && m_skin) {
-            const skin::SkinObject* now = objectFor(*m_skin, *control.get());
-            const skin::SkinObject* before = former ? objectFor(*former, *control.get()) : nullptr;
-            if (now && !(before && *before == *now && former->keys == m_skin->keys))
-                applyObject(*m_skin, *now, *control.get(), m_skinResources, false);
-        }
-        return false;
-    });
+    if (!(former && former->keys == m_skin->keys && former->objects == m_skin->objects))
+        applyToAll(former.get());
     notifyAll(VEXSM_CHANGESKIN);
     redrawAll();
     return S_OK;
@@ -72,7 +84,7 @@ void VexRes::applyOpenSkin(IVexControlBase& control)
 {
     if (!m_skin)
         return;
-    if (const skin::SkinObject* object = objectFor(*m_skin, control))
+    if (const skin::SkinObject* object = ObjectIndex(*m_skin).find(ObjectIndex::Control::of(control)))
         applyObject(*m_skin, *object, control, m_skinResources, true);
 }
 
@@ -233,7 +245,7 @@ HRESULT VexRes::applyPackageFile(IVexControlBase& control, std::wstring_view pat
 
 HRESULT VexRes::applyTo(IVexControlBase& control, const Package& source)
 {
-    const skin::SkinObject* object = objectFor(*source.skin, control);
+    const skin::SkinObject* object = ObjectIndex(*source.skin).find(ObjectIndex::Control::of(control));
     if (!object)
         return S_FALSE;
     applyObject(*source.skin, *object, control, source.resources, false);
