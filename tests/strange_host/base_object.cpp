@@ -17,6 +17,28 @@ STDMETHODIMP BaseObject::GetRealCtrlPtr(IVexControlBase** result)
     return give(result, ComPtr<IVexControlBase>(realControl));
 }
 
+STDMETHODIMP BaseObject::GetName(BSTR* result)
+{
+    *result = Bstr(objectName).detach();
+    return S_OK;
+}
+
+STDMETHODIMP BaseObject::GetParent(ISkinObjResBase** result) { return give(result, ComPtr<ISkinObjResBase>(treeParent)); }
+STDMETHODIMP BaseObject::GetRoot(ISkinObjResBase** result) { return give(result, ComPtr<ISkinObjResBase>(treeRoot)); }
+STDMETHODIMP BaseObject::GetChildCount(short* result) { return answer(result, static_cast<short>(children.size())); }
+
+STDMETHODIMP BaseObject::GetSubObject(short index, ISkinObjResBase** result)
+{
+    return give(result, ComPtr<ISkinObjResBase>(children.at(static_cast<std::size_t>(index))));
+}
+
+STDMETHODIMP BaseObject::SetDragabledProp(VARIANT_BOOL drag)
+{
+    ledger().note(drag ? "draggable" : "not draggable");
+    draggable = drag;
+    return S_OK;
+}
+
 STDMETHODIMP BaseObject::GetInerface(hyper iid, IDispatch** result)
 {
     if (isBroken)
@@ -75,6 +97,8 @@ STDMETHODIMP BaseObject::SetMouseMove(VARIANT_BOOL over)
 STDMETHODIMP BaseObject::DirectRedraw(SkinRect* part)
 {
     ledger().note(part ? "redraw " + toText(*part) : "redraw");
+    if (onRedraw)
+        onRedraw();
     return isBroken ? E_FAIL : S_OK;
 }
 
@@ -92,7 +116,7 @@ STDMETHODIMP BaseObject::CallMsg(long message, hyper wParam, hyper lParam, VARIA
         return E_FAIL;
     if (onCallback)
         onCallback(message);
-    *result = VARIANT_FALSE;
+    *result = callbackAnswer;
     return S_OK;
 }
 

@@ -27,6 +27,13 @@ public:
     STDMETHODIMP SetRealCtrlPtr(IVexControlBase* control) override;
     STDMETHODIMP GetRealCtrlPtr(IVexControlBase** result) override;
 
+    // Its place in the tree
+    STDMETHODIMP GetName(BSTR* result) override;
+    STDMETHODIMP GetParent(ISkinObjResBase** result) override;
+    STDMETHODIMP GetRoot(ISkinObjResBase** result) override;
+    STDMETHODIMP GetChildCount(short* result) override;
+    STDMETHODIMP GetSubObject(short index, ISkinObjResBase** result) override;
+
     // The object's surroundings
     STDMETHODIMP GetInerface(hyper iid, IDispatch** result) override;
     STDMETHODIMP GetVexRes(IVexRes** result) override;
@@ -42,7 +49,9 @@ public:
     STDMETHODIMP IsLButtonDowned(VARIANT_BOOL* result) override { return answer(result, leftButtonDown); }
     STDMETHODIMP IsMouseMove(VARIANT_BOOL* result) override { return answer(result, mouseOver); }
     STDMETHODIMP SetMouseMove(VARIANT_BOOL over) override;
-    STDMETHODIMP IsMirrorObject(VARIANT_BOOL* result) override { return answer(result, VARIANT_FALSE); }
+    STDMETHODIMP IsMirrorObject(VARIANT_BOOL* result) override { return answer(result, mirrored); }
+    STDMETHODIMP IsDragabledProp(VARIANT_BOOL* result) override { return answer(result, draggable); }
+    STDMETHODIMP SetDragabledProp(VARIANT_BOOL drag) override;
 
     // Drawing and events
     STDMETHODIMP DirectRedraw(SkinRect* rect) override;
@@ -64,6 +73,10 @@ public:
     }
 
     IVexControlBase* realControl = nullptr; // borrowed, as every inner base object keeps it
+    std::wstring objectName;
+    BaseObject* treeParent = nullptr; // borrowed, as are the two below
+    BaseObject* treeRoot = nullptr;
+    std::vector<BaseObject*> children;
     ComPtr<IVexRes> res;
     ComPtr<IAmbrel> root;
     hyper configNode = 0xC0F16;
@@ -72,6 +85,10 @@ public:
     VARIANT_BOOL enabled = VARIANT_TRUE;
     VARIANT_BOOL leftButtonDown = VARIANT_FALSE;
     VARIANT_BOOL mouseOver = VARIANT_FALSE;
+    VARIANT_BOOL mirrored = VARIANT_FALSE;
+    VARIANT_BOOL draggable = VARIANT_FALSE;
+    VARIANT_BOOL callbackAnswer = VARIANT_FALSE;
+    std::function<void()> onRedraw;
     std::function<void(long message)> onCallback; // what the application's callback does
     bool isBroken = false;                        // nothing works any more: no results, failures only
     std::size_t propertiesAllowed = 1000;         // CreateProp fails after so many

@@ -41,11 +41,16 @@ STDMETHODIMP TextStyle::get_nRightOffset(short* result)
     return S_OK;
 }
 
-STDMETHODIMP TextStyle::DrawText(hyper, BSTR text, SkinRect, VARIANT_BOOL draw, long format, SkinRect* extent,
+STDMETHODIMP TextStyle::DrawText(hyper, BSTR text, SkinRect rect, VARIANT_BOOL draw, long format, SkinRect* extent,
                                  VARIANT_BOOL* result)
 {
-    if (draw || format != -1 || !extent)
-        return unexpected("IVexTextStyle::DrawText with other arguments than measuring has");
+    if (draw || format != -1)
+        return unexpected("IVexTextStyle::DrawText with other arguments than measuring and drawing have");
+    if (!extent) {
+        ledger().note("dc text " + toText(rect) + " \"" + narrow(viewOf(text)) + "\"");
+        *result = VARIANT_TRUE;
+        return S_OK;
+    }
     *extent = {0, 0, static_cast<long>(viewOf(text).size()) * 7, 14};
     *result = VARIANT_TRUE;
     return S_OK;
@@ -98,6 +103,14 @@ STDMETHODIMP Root::GetCurrentFocusObject(ISkinObjResBase** result)
 STDMETHODIMP Root::VexMessage(hyper, long message, hyper wParam, hyper lParam)
 {
     ledger().note("framework message " + std::to_string(message) + " " + hex(wParam) + " " + hex(lParam));
+    return S_OK;
+}
+
+STDMETHODIMP ObjectDraw::GetDC(VARIANT_BOOL blend, hyper* result)
+{
+    if (blend)
+        ledger().note("blended device context");
+    *result = dc;
     return S_OK;
 }
 

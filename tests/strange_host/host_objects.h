@@ -69,6 +69,9 @@ public:
 class ObjectDraw final : public IVexObjectDrawStub<IVexObjectDraw> {
 public:
     using IVexObjectDrawStub::IVexObjectDrawStub;
+    STDMETHODIMP GetDC(VARIANT_BOOL blend, hyper* result) override;
+
+    hyper dc = 0;
 };
 
 class RenderDc final : public IVexRenderDCStub<IVexRenderDC> {
