@@ -167,6 +167,8 @@ protected:
     Bstr defaultTypeName() override;
 
 private:
+    void showFocusMark(); // or takes it away
+
     /// What few controls have.
     struct Belongings {
         std::wstring classId;

@@ -67,13 +67,23 @@ STDMETHODIMP BaseObject::OnMouseLeave(long* result) noexcept
 void BaseObject::focusGained(Point at)
 {
     m_node.set(NodeFlag::Focused, true);
+    showFocusMark();
     tell(VEXSM_ONSETFOCUS, 0, at.x, at.y);
 }
 
 void BaseObject::focusLost()
 {
     m_node.set(NodeFlag::Focused, false);
+    showFocusMark();
     tell(VEXSM_ONKILLFOCUS);
+}
+
+void BaseObject::showFocusMark()
+{
+    // The mark is the runtime's: most controls do not redraw themselves for it.
+    RootServices* const window = services();
+    if (window && window->showsFocusMarks() && m_node.has(NodeFlag::DrawsFocus))
+        invalidate();
 }
 
 STDMETHODIMP BaseObject::OnSetFocus(short x, short y, long* result) noexcept

@@ -43,7 +43,11 @@ void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
     const Layer layer(dc, shown, node.opacity());
     VARIANT_BOOL drawn = VARIANT_FALSE;
     dc.SetCurrentControl(control.get());
+    const WeakNode alive(&node);
+    node.set(NodeFlag::BeingDrawn, shown == node.shownRect());
     control->RenderDrawObject(&dc, rect, &drawn);
+    if (alive)
+        alive.get()->set(NodeFlag::BeingDrawn, false);
     dc.SetCurrentControl(nullptr);
     control->RenderDrawChildren(&dc, rect);
 }

@@ -50,6 +50,7 @@ enum class NodeFlag : std::uint32_t {
     SizedAgain = 1u << 19,     // got another size meanwhile
     Initialised = 1u << 20,    // told about its window for the first time
     AwaitsFinish = 1u << 21,   // its window will finish its creation when it is shown
+    BeingDrawn = 1u << 22,     // all that is shown of it is being drawn right now
 };
 
 /// One object of the tree. Children lie in z-order: the first is drawn first and lies lowest.

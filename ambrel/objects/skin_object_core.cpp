@@ -404,7 +404,10 @@ void SkinObjectCore::redraw(const Rect* part)
 {
     const Rect asked = part ? *part : m_node.rect();
     traceRect(AMBREL_TRACE_REDRAW, face(), morvane::toSkinRect(asked));
-    invalidate(&asked);
+    // Controls ask for another picture while they draw themselves, each time: the one being made shows it already, and
+    // another one would ask again, for ever.
+    if (!m_node.has(NodeFlag::BeingDrawn))
+        invalidate(&asked);
 }
 
 void SkinObjectCore::invalidate(const Rect* part)
