@@ -9,14 +9,12 @@ wine_root=$(cd "$(dirname "${BASH_SOURCE[0]}")/.." && pwd)
 own_display_pid=
 
 # Changed whenever fill_wine_prefix changes what a prefix holds.
-wine_recipe=1
+wine_recipe=2
 
 use_wine_prefix()
 {
     export WINEPREFIX=${MORVANE_WINEPREFIX:-$wine_root/build/wine}
     export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-    # A program that fails waits for nobody.
-    export WINE_NO_PRIV_ELEVATION=1
     if [ "$(cat "$WINEPREFIX/recipe" 2>/dev/null)" != "$wine_recipe" ]; then
         rm -rf "$WINEPREFIX"
         mkdir -p "$WINEPREFIX"
@@ -42,12 +40,9 @@ REGEDIT4
 [HKEY_CURRENT_USER\Software\Wine\X11 Driver]
 "Managed"="N"
 
-; A crash ends the program at once instead of showing a dialog.
+; A crash prints where it happened and ends the program instead of showing a dialog.
 [HKEY_CURRENT_USER\Software\Wine\WineDbg]
 "ShowCrashDialog"=dword:00000000
-
-[HKEY_LOCAL_MACHINE\Software\Microsoft\Windows NT\CurrentVersion\AeDebug]
-"Auto"="0"
 REG
     wine regedit /S "$(winepath -w "$WINEPREFIX/settings.reg")" >>"$WINEPREFIX/make.log" 2>&1
     # Tahoma and its like have no Chinese, Japanese and Korean characters.
