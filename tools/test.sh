@@ -100,7 +100,12 @@ program()
         # It did not get to its end: the test that ran last crashed it or hung, those after it never ran.
         failed=$((failed + 1))
         last=$(grep -a '^\[ RUN' "$log" | tail -n 1 | tr -d '\r' | sed 's/^\[ RUN      \] //')
-        tail -n 40 "$log"
+        if grep -a -q '^Backtrace:' "$log"; then
+            tr -d '\r' <"$log" | grep -a -m 1 '^wine: Unhandled'
+            tools/explain_crash.sh "$log" "$(dirname "${!#}")"
+        else
+            tail -n 40 "$log"
+        fi
         if [ $status -eq 124 ]; then
             note_failure "$name hung in ${last:-its start}, later tests did not run" "$again --gtest_filter=${last:-*}"
         else
