@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstring>
 #include <iterator>
 
 namespace morvane {
@@ -16,7 +15,7 @@ public:
     explicit NameOnStack(std::wstring_view name) noexcept
     {
         const std::size_t length = std::min(name.size(), std::size(m_text) - 1);
-        std::memcpy(m_text, name.data(), length * sizeof(wchar_t));
+        name.copy(m_text, length); // an empty name may have no characters to point at
         m_text[length] = L'\0';
         m_byteCount = static_cast<std::uint32_t>(length * sizeof(wchar_t));
     }
