@@ -72,7 +72,12 @@ InputRouter::~InputRouter() = default;
 void InputRouter::deliver(InputKind kind, InputTarget target, Point point, unsigned flags, int wheelDelta)
 {
     if (target)
-        m_scene->deliver({kind, target, point, flags, wheelDelta});
+        m_scene->deliver({.kind = kind,
+                          .target = target,
+                          .point = point,
+                          .flags = flags,
+                          .wheelDelta = wheelDelta,
+                          .isPressed = target == m_pressed});
 }
 
 void InputRouter::deliverByKey(InputKind kind, InputTarget target)

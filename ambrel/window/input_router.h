@@ -57,6 +57,7 @@ struct InputAction {
     unsigned flags = 0;
     int wheelDelta = 0;
     bool byKeyboard = false; // a press or release by a key: the point means nothing
+    bool isPressed = false;  // the left button went down on the target and is still held
 };
 
 /// What the router asks of the objects. Calls to `deliver` may do anything: change the tree, move the focus, take objects

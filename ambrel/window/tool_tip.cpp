@@ -145,7 +145,8 @@ void ToolTip::draw(HDC dc) const noexcept
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, kText);
     RECT text{scaled(kPaddingX, m_dpi), scaled(kPaddingY, m_dpi), client.right - scaled(kPaddingX, m_dpi), client.bottom};
-    DrawTextW(dc, m_timing.text().c_str(), static_cast<int>(m_timing.text().size()), &text, kTextFormat);
+    // A last letter may reach a pixel beyond its measured width.
+    DrawTextW(dc, m_timing.text().c_str(), static_cast<int>(m_timing.text().size()), &text, kTextFormat | DT_NOCLIP);
 }
 
 LRESULT CALLBACK ToolTip::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept

@@ -166,9 +166,17 @@ void TreeScene::deliver(const InputAction& action)
     const short y = toShort(at.y);
     long result = 0;
     switch (action.kind) {
-    case InputKind::Enter: control->OnMouseEnter(flags, x, y, &result); break;
+    case InputKind::Enter:
+        // A press shows only while the pointer is where a release would count.
+        if (action.isPressed)
+            control->SetLButtonDowned(VARIANT_TRUE);
+        control->OnMouseEnter(flags, x, y, &result);
+        break;
     case InputKind::Move: control->OnMouseMove(flags, x, y, &result); break;
-    case InputKind::Leave: control->OnMouseLeave(&result); break;
+    case InputKind::Leave:
+        control->SetLButtonDowned(VARIANT_FALSE);
+        control->OnMouseLeave(&result);
+        break;
     case InputKind::LeftDown: control->OnLButtonDown(flags, x, y, &result); break;
     case InputKind::LeftUp: control->OnLButtonUp(flags, x, y, &result); break;
     case InputKind::LeftDoubleClick: control->OnLButtonDbClick(flags, x, y, &result); break;

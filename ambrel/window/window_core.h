@@ -134,6 +134,8 @@ private:
     bool onEraseBackground(WPARAM, LPARAM, LRESULT&);
     bool onPaint(WPARAM, LPARAM, LRESULT&);
     void paint(HDC dc, const RECT* exposed);
+    /// Asks the system for a paint message for everything that waits.
+    void requestPaint();
     void presentPerPixel();
 
     // Pointer and keys (window_input.cpp)

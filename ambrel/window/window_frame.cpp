@@ -58,11 +58,24 @@ void WindowCore::invalidate(const Rect& rect)
 {
     if (rect.isEmpty())
         return;
+    const InvalidRegion known = m_invalid;
     m_invalid.add(rect);
     if (m_batching || m_frozen || !window())
         return;
-    const RECT part = morvane::toWin32(rect);
-    InvalidateRect(window(), &part, FALSE);
+    // All that was known has been asked for already; asking again would cost a round trip to the system's server.
+    for (const Rect& each : m_invalid.rects()) {
+        const RECT part = morvane::toWin32(each);
+        if (!known.covers(each))
+            InvalidateRect(window(), &part, FALSE);
+    }
+}
+
+void WindowCore::requestPaint()
+{
+    for (const Rect& each : m_invalid.rects()) {
+        const RECT part = morvane::toWin32(each);
+        InvalidateRect(window(), &part, FALSE);
+    }
 }
 
 void WindowCore::paintNow()
@@ -74,12 +87,8 @@ void WindowCore::paintNow()
 void WindowCore::setFrozen(bool frozen)
 {
     m_frozen = frozen;
-    if (!frozen && window()) {
-        for (const Rect& each : m_invalid.rects()) {
-            const RECT part = morvane::toWin32(each);
-            InvalidateRect(window(), &part, FALSE);
-        }
-    }
+    if (!frozen && window())
+        requestPaint();
 }
 
 void WindowCore::setBatching(bool batching)
@@ -133,6 +142,8 @@ void WindowCore::paint(HDC dc, const RECT* exposed)
             m_surface.draw(m_root.node(), part);
         }
         m_painting = false;
+        if (!m_batching)
+            requestPaint(); // what was asked for meanwhile, in case a paint message inside this one took it
         if (m_traits.shaped)
             updateShape();
     }

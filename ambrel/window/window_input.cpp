@@ -75,6 +75,7 @@ bool WindowCore::dragsWindow() const { return m_traits.dragable && !IsZoomed(win
 
 bool WindowCore::onLeftDown(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
+    trackLeaving(); // a press can come without a move before it
     m_tip.dismiss(Clock::instance().nowMs());
     setKeyboardCues(false);
     const bool wasDragable = dragsWindow();
