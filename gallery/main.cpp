@@ -81,6 +81,8 @@ int showWindow(const Options& options, const Session& session)
     shell.show();
     MSG message;
     while (IsWindow(shell.window()) && GetMessageW(&message, nullptr, 0, 0) > 0) {
+        if (shell.preview(message))
+            continue;
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }

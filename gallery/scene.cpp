@@ -43,7 +43,8 @@ ComPtr<Interface> require(ComPtr<Interface> object, const char* what)
 std::wstring keyOf(const TextLook& look)
 {
     return std::to_wstring(look.color) + L'/' + std::to_wstring(look.points) + (look.isBold ? L"b" : L"") +
-           std::to_wstring(static_cast<int>(look.align)) + L'+' + std::to_wstring(look.nearOffset);
+           std::to_wstring(static_cast<int>(look.align)) + L'+' + std::to_wstring(look.nearOffset) +
+           (look.isTrimmed ? L"..." : L"");
 }
 
 } // namespace
@@ -72,9 +73,10 @@ Rect Scene::scaled(const Rect& rect) const
 
 std::wstring Scene::nextName(const wchar_t* kind) { return kind + std::to_wstring(++m_lastName); }
 
-void Scene::place(IVexControlBase& control, const Rect& place) const
+void Scene::place(IVexControlBase& control, const Rect& place) const { placePixels(control, scaled(place)); }
+
+void Scene::placePixels(IVexControlBase& control, const Rect& r) const
 {
-    const Rect r = scaled(place);
     VexPosition record{};
     record.horzPos = {PHAT_LEFT, PHST_LEFTWIDTH, r.left, 0, r.width()};
     record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0, r.height()};
@@ -205,7 +207,8 @@ ComPtr<IVexTextStyle> Scene::textStyle(const TextLook& look)
     style->put_nVAlign(1);
     style->put_nLeftOffset(static_cast<short>(look.nearOffset));
     style->put_bSingleLine(VARIANT_TRUE);
-    style->put_bHotkeyPrefixShow(VARIANT_TRUE);
+    style->put_bHotkeyPrefixShow(look.isTrimmed ? VARIANT_FALSE : VARIANT_TRUE);
+    style->put_nStringTrimming(look.isTrimmed ? 3 : 0);
     m_textStyles.emplace_back(key, style);
     return style;
 }

@@ -31,6 +31,7 @@ struct TextLook {
     bool isBold = false;
     TextAlign align = TextAlign::Near;
     int nearOffset = 0;
+    bool isTrimmed = false; // too long texts end in dots; marks of access keys are then plain text
 };
 
 /// Where default looks come from: the module's packages, or a folder that is read instead.
@@ -65,6 +66,8 @@ public:
     /// A control without any look yet.
     ComPtr<IVexControlBase> create(REFCLSID classId, IVexControlBase* parent, const Rect& place);
     void place(IVexControlBase& control, const Rect& place) const;
+    /// The same in device pixels.
+    void placePixels(IVexControlBase& control, const Rect& place) const;
     void finish(IVexControlBase& control) const;
     void applySkin(IVexControlBase& control, int package) const;
 

@@ -1,6 +1,7 @@
 #include "gallery/shell.h"
 
 #include "ambrel/ambrel.h"
+#include "gallery/list_row.h"
 
 #include <stdexcept>
 
@@ -13,29 +14,10 @@ constexpr int kWindowWidth = kListWidth + 1 + kPageSize.width;
 constexpr int kWindowHeight = kPageSize.height;
 constexpr long kListGroup = 5000;
 
-/// An entry of the list: a radio box without a box, whose background shows what is chosen.
-void styleEntry(Scene& scene, IRadioBox& entry)
-{
-    const Theme& theme = scene.theme();
-    const auto normal = scene.textStyle({theme.text, 9, false, TextAlign::Near, 20});
-    const auto chosen = scene.textStyle({theme.text, 9, true, TextAlign::Near, 20});
-    VARIANT_BOOL done = VARIANT_FALSE;
-    entry.SetBackDrawColor(VARIANT_TRUE);
-    for (int index = VEX_RADIOBOX_NORMAL; index < VEX_RADIOBOX_LAST; ++index) {
-        const auto state = static_cast<VEX_RADIOBOXSTATE>(index);
-        const bool isRest = state == VEX_RADIOBOX_NORMAL || state == VEX_RADIOBOX_DISABLE;
-        entry.SetBackColor(state, VARIANT_FALSE, isRest ? theme.surface : theme.hotSoft, &done);
-        entry.SetBackColor(state, VARIANT_TRUE, theme.selectSoft, &done);
-        entry.SetTextStyle(state, VARIANT_FALSE, normal.get(), &done);
-        entry.SetTextStyle(state, VARIANT_TRUE, chosen.get(), &done);
-        entry.SetBoxImage(state, VARIANT_FALSE, nullptr, &done);
-        entry.SetBoxImage(state, VARIANT_TRUE, nullptr, &done);
-    }
-}
-
 } // namespace
 
-Shell::Shell(const Options& options, HINSTANCE controls) : m_options(options)
+Shell::Shell(const Options& options, HINSTANCE controls)
+    : m_options(options), m_isInspectorShown(options.isInspectorShown)
 {
     if (FAILED(AmbrelCreateRes(m_res.put())))
         throw std::runtime_error("the runtime gives no resource object");
@@ -55,10 +37,13 @@ Shell::Shell(const Options& options, HINSTANCE controls) : m_options(options)
 
     m_background = m_scene->form(nullptr, {0, 0, kWindowWidth, kWindowHeight}, m_scene->theme().window);
     buildList();
+    if (options.isInspectorShown)
+        openInspector();
 }
 
 Shell::~Shell()
 {
+    m_inspector.reset();
     m_entries.clear();
     m_page.reset();
     m_background.reset();
@@ -67,7 +52,10 @@ Shell::~Shell()
     m_scene.reset();
 }
 
-Size Shell::size() const { return {m_scene->scaled(kWindowWidth), m_scene->scaled(kWindowHeight)}; }
+Size Shell::size() const
+{
+    return {m_scene->scaled(kWindowWidth + (m_isInspectorShown ? Inspector::kWidth : 0)), m_scene->scaled(kWindowHeight)};
+}
 
 HWND Shell::window() const
 {
@@ -86,18 +74,50 @@ void Shell::buildList()
     std::size_t index = 0;
     for (const PageInfo& page : allPages()) {
         const auto entry = m_scene->radioBox(list.get(), {0, top, kListWidth, top + 32}, page.title, kListGroup);
-        styleEntry(*m_scene, *entry);
+        styleListRow(*m_scene, *entry, {theme.text, 9, false, TextAlign::Near, 20});
         m_scene->onMessage(*entry, VEXSM_LBUTTONUP, [this, index] { selectPage(index); });
         m_entries.push_back(entry);
         top += 32;
         ++index;
     }
+    const auto inspect = m_scene->button(list.get(), {20, kWindowHeight - 48, kListWidth - 20, kWindowHeight - 20}, L"Inspector");
+    inspect->SetTooltip(Bstr(L"Objects, properties and events of the page (F12)").get());
+    m_scene->onClick(*inspect, [this] { toggleInspector(); });
+}
+
+void Shell::openInspector()
+{
+    m_inspector = std::make_unique<Inspector>(*m_scene, kWindowWidth, kWindowHeight);
+    if (m_page)
+        m_inspector->pageOpened(*m_page);
+}
+
+void Shell::toggleInspector()
+{
+    m_isInspectorShown = !m_isInspectorShown;
+    const Size inside = size();
+    SetWindowPos(window(), nullptr, 0, 0, inside.width, inside.height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    if (m_inspector)
+        m_inspector->setShown(m_isInspectorShown);
+    else
+        openInspector();
+}
+
+bool Shell::preview(const MSG& message)
+{
+    if (message.message == WM_KEYDOWN && message.wParam == VK_F12) {
+        toggleInspector();
+        return true;
+    }
+    return m_isInspectorShown && m_inspector && m_inspector->preview(message);
 }
 
 void Shell::selectPage(std::size_t index)
 {
     if (index >= allPages().size())
         return;
+    if (m_inspector)
+        m_inspector->pageClosing();
     if (m_page)
         m_scene->remove(*m_page);
     const PageInfo& page = allPages()[index];
@@ -109,6 +129,8 @@ void Shell::selectPage(std::size_t index)
     if (value != VEXRADIOBOX_CHECKED)
         m_entries[index]->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
     m_background->DirectRedraw(nullptr);
+    if (m_inspector)
+        m_inspector->pageOpened(*m_page);
 }
 
 void Shell::show()

@@ -1,6 +1,7 @@
 // The gallery's window: the list of pages at the left, the chosen page beside it.
 #pragma once
 
+#include "gallery/inspector/inspector.h"
 #include "gallery/options.h"
 #include "gallery/page.h"
 
@@ -17,6 +18,10 @@ public:
 
     void show();
     void selectPage(std::size_t index);
+    /// The window grows and shrinks by it.
+    void toggleInspector();
+    /// A message of the window's thread before it is dispatched. True when nothing else shall see it.
+    bool preview(const MSG& message);
 
     Scene& scene() { return *m_scene; }
     IAmbrel& root() { return *m_root; }
@@ -26,6 +31,7 @@ public:
 
 private:
     void buildList();
+    void openInspector();
 
     Options m_options;
     ComPtr<IVexRes> m_res;
@@ -34,6 +40,8 @@ private:
     ComPtr<IUIFormObj> m_background;
     ComPtr<IUIFormObj> m_page;
     std::vector<ComPtr<IRadioBox>> m_entries;
+    std::unique_ptr<Inspector> m_inspector; // made when it is first shown
+    bool m_isInspectorShown = false;
 };
 
 } // namespace gallery
