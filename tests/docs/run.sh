@@ -42,17 +42,17 @@ report() # STATUS WHAT
 
 compare_pages()
 {
-    local page name committed=$tree/docs/controls
+    local name committed=$tree/docs/controls
     mkdir "$work/pages"
     (cd "$bin" && wine describe.exe "$(winepath -w "$work/description.json")") &&
         python3 "$tree/tools/make_control_pages.py" "$work/description.json" "$work/pages"
     report $? "the library describes itself and the pages can be made"
-    for page in "$work/pages"/*.md "$committed"/*.md; do
-        name=$(basename "$page")
-        [ -f "$page" ] && [ "$page" != "$committed/$name" -o ! -f "$work/pages/$name" ] || continue
-        diff -u --label "committed docs/controls/$name" --label "what the sources say" "$committed/$name" "$work/pages/$name"
+    # Of both sides: a page that nothing makes any more is as wrong as a missing one.
+    (cd "$work/pages" && ls -- *.md && cd "$committed" && ls -- *.md) | sort -u >"$work/names"
+    while read -r name; do
+        diff -uN --label "committed docs/controls/$name" --label "what the sources say" "$committed/$name" "$work/pages/$name"
         report $? "docs/controls/$name is up to date (tools/update_control_pages.sh makes it again)"
-    done
+    done <"$work/names"
 }
 
 # Relative links and pictures of every page lead to a file.
