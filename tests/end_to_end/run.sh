@@ -1,82 +1,402 @@
-#!/bin/bash
-# run.sh FOLDER: drives FOLDER/window_host.exe (beside Ambrel.dll and Morvane.dll) with the real pointer and keyboard and
-# checks what its buttons were told. Needs wine, xvfb-run and xdotool; WINEPREFIX names the prefix to use.
-set -u
-folder=$1
+#!/usr/bin/env bash
+# run.sh [BIN_FOLDER]: uses end_to_end_app.exe with the real pointer and keyboard and checks what its controls, its
+# application and its host window were told, in order, and what could be seen. BIN names the folder with the program and
+# the libraries when no argument does. Starts a display of its own unless DISPLAY names one. WINEPREFIX is used when set.
+# Needs xdotool and ImageMagick. Nothing waits for a fixed time: each step waits until the log says what it must.
+set -uo pipefail
 here=$(cd "$(dirname "$0")" && pwd)
-if [ -z "${END_TO_END_DISPLAY:-}" ]; then
-    END_TO_END_DISPLAY=1 exec xvfb-run -a -s "-screen 0 800x600x24" "$here/run.sh" "$folder"
+# shellcheck source=tools/wine_env.sh
+. "$here/../../tools/wine_env.sh"
+bin=${1:-${BIN:?the folder with end_to_end_app.exe}}
+cd "$bin" || exit 2
+
+work=$(mktemp -d)
+app=
+clean_up()
+{
+    [ -n "$app" ] && kill "$app" 2>/dev/null
+    [ -n "$own_display_pid" ] && kill "$own_display_pid" 2>/dev/null
+    rm -rf "$work"
+}
+trap clean_up EXIT
+if [ -z "${DISPLAY:-}" ]; then
+    use_own_display || exit 1
 fi
+if [ -z "${WINEPREFIX:-}" ]; then
+    use_wine_prefix || exit 1
+fi
+export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
 
-export WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-log=$(mktemp)
-trap 'rm -f "$log"' EXIT
-cd "$folder" || exit 2
-wine window_host.exe >"$log" 2>/dev/null &
-host=$!
+readonly longest_wait=100 # tenths of a second
+passed=0
+failed=0
+log=
+seen_lines=0
 
-wait_for() { # text: until the log has it
-    for _ in $(seq 100); do
-        grep -q "$1" "$log" && return 0
-        sleep 0.1
+pass()
+{
+    passed=$((passed + 1))
+    echo "ok      $1"
+}
+
+fail()
+{
+    failed=$((failed + 1))
+    echo "FAILED  $1"
+    shift
+    printf '        %s\n' "$@"
+}
+
+# new_lines: what the log got since the last step.
+new_lines() { tail -n "+$((seen_lines + 1))" "$log" | tr -d '\r'; }
+
+# wait_for PATTERN: until a new line matches it.
+wait_for()
+{
+    local tries
+    for ((tries = 0; tries < longest_wait * 5; tries++)); do
+        new_lines | grep -q -e "$1" && return 0
+        sleep 0.02
     done
-    echo "never saw: $1"
     return 1
 }
 
-failures=0
-expect() { # what, then the lines that must have come since the last call
-    local what=$1
+# step WHAT LINE...: all input so far is dealt with, and the new lines are these. Moves of the pointer and paintings, which
+# come as often as they like, are left out. A line "wait PATTERN" is waited for first and compares with nothing.
+step()
+{
+    local what=$1 wanted=() line
     shift
-    sleep 0.4
-    local seen
-    seen=$(tail -n +"$((lines + 1))" "$log" | tr -d '\r' | tr '\n' ';')
-    lines=$(wc -l <"$log")
-    local wanted=""
-    for line in "$@"; do wanted+="$line;"; done
-    if [ "$seen" = "$wanted" ]; then
-        echo "ok      $what"
+    for line in "$@"; do
+        case $line in
+        "wait "*) wait_for "${line#wait }" || { fail "$what" "never came: ${line#wait }" "came:" "$(new_lines)"; end_step; return; } ;;
+        *) wanted+=("$line") ;;
+        esac
+    done
+    xdotool key F12
+    if ! wait_for '^barrier'; then
+        fail "$what" "the window no longer answers" "$(new_lines)"
+        end_step
+        return
+    fi
+    local came
+    came=$(new_lines | grep -v -e ' move$' -e '^painted' -e '^barrier' -e '^shown' -e '^hidden')
+    if [ "$came" = "$(printf '%s\n' "${wanted[@]}")" ]; then
+        pass "$what"
     else
-        echo "FAILED  $what"
-        echo "  wanted $wanted"
-        echo "  saw    $seen"
-        failures=$((failures + 1))
+        fail "$what" "$(diff -U 20 --label wanted --label came <(printf '%s\n' "${wanted[@]}") <(echo "$came"))"
+    fi
+    end_step
+}
+end_step() { seen_lines=$(wc -l <"$log"); }
+
+# part RECT: a sum over the pixels of a part of the screen, given as WxH+X+Y.
+part() { import -window root -crop "$1" +repage rgba:- | md5sum; }
+
+# looks_other WHAT RECT SUM...: the part comes to look unlike all that are given. The sum is left in `look`.
+looks_other()
+{
+    local what=$1 rect=$2 tries former same
+    shift 2
+    for ((tries = 0; tries < 30; tries++)); do
+        look=$(part "$rect")
+        same=
+        for former in "$@"; do [ "$look" = "$former" ] && same=yes; done
+        if [ -z "$same" ]; then
+            # It may have been caught half painted.
+            sleep 0.1
+            [ "$look" = "$(part "$rect")" ] && { pass "$what"; return; }
+        fi
+        sleep 0.1
+    done
+    fail "$what" "it looks as before"
+}
+
+# looks_like WHAT RECT SUM
+looks_like()
+{
+    local tries
+    for ((tries = 0; tries < 30; tries++)); do
+        [ "$(part "$2")" = "$3" ] && { pass "$1"; return; }
+        sleep 0.1
+    done
+    fail "$1" "it looks different"
+}
+
+# start [DESTROY_AT]: the program with its window, and the pointer out of the window.
+start()
+{
+    local tries
+    log=$work/log-${1:-main}.txt
+    : >"$log"
+    seen_lines=0
+    xdotool mousemove 700 550
+    wine end_to_end_app.exe "Z:${log//\//\\}" "$@" 2>/dev/null &
+    app=$!
+    if ! wait_for '^ready'; then
+        fail "the window opens" "$(cat "$log")"
+        exit 1
+    fi
+    for ((tries = 0; tries < 50; tries++)); do # the keyboard comes a little later
+        xdotool key F12
+        wait_quickly '^barrier' && break
+    done
+    end_step
+}
+wait_quickly() { sleep 0.1; new_lines | grep -q -e "$1"; }
+
+# ends WHAT: the program ends by itself, orderly, and leaves nothing alive.
+ends()
+{
+    local tries status
+    for ((tries = 0; tries < longest_wait; tries++)); do
+        kill -0 "$app" 2>/dev/null || break
+        sleep 0.1
+    done
+    if kill -0 "$app" 2>/dev/null; then
+        kill "$app"
+        fail "$1" "the program does not end" "$(new_lines)"
+    fi
+    wait "$app"
+    status=$?
+    app=
+    if [ $status -eq 0 ] && [ "$(tail -n 2 "$log" | tr -d '\r' | tr '\n' ' ')" = "closed alive 0 " ]; then
+        pass "$1"
+    else
+        fail "$1" "status $status, the log ends with:" "$(tail -n 4 "$log")"
     fi
 }
 
-wait_for ready || { kill $host; exit 1; }
-lines=$(wc -l <"$log")
-xdotool mousemove 600 500; sleep 0.2
+# The window's left upper corner is at 100, 100; its controls' places are in end_to_end_app.cpp.
+button="180 134" check="180 174" radio2="180 244" radio3="180 274" panel="310 195" child="360 154"
+disabled="360 234" closer="360 274" outside="700 550" bare="150 380"
+button_part=120x28+120+120
 
-xdotool mousemove 150 130
-expect "the pointer enters the button under it" "first enter"
-xdotool mousedown 1 mouseup 1
-expect "a click focuses and presses" "first focus" "first down" "first up"
-xdotool mousemove 300 130
-expect "the pointer goes on to the next button" "first leave" "second enter"
-xdotool mousedown 1 mousemove 300 250 mouseup 1
-expect "a release elsewhere is no click" "first blur" "second focus" "second down" "second leave"
-xdotool mousemove 300 130; xdotool click --repeat 2 --delay 60 1
-expect "two quick clicks are a double click" "second enter" "second down" "second up" "second double" "second up"
-xdotool key Tab
-expect "Tab moves the focus on" "second blur" "first focus"
-xdotool key shift+Tab
-expect "Shift and Tab move it back" "first blur" "second focus"
-xdotool key space
-expect "Space presses the focused button" "second down" "second up"
-xdotool mousemove 600 500
-expect "the pointer leaves the window" "second leave"
-xdotool key F12
-expect "the window stands where it was put" "at 100 100 size 300 200"
-xdotool mousemove 200 250 mousedown 1; for x in 205 210 220 230 240; do xdotool mousemove $x 250; sleep 0.05; done
-xdotool mouseup 1; sleep 0.2; xdotool key F12
-sleep 0.3
-moved=$(grep '^at' "$log" | tail -1 | tr -d '\r')
-if [ "$moved" != "at 100 100 size 300 200" ]; then echo "ok      its ground drags the window ($moved)"; else echo "FAILED  its ground drags the window"; failures=$((failures + 1)); fi
+# to "X Y": the pointer goes there. Back on the very pixel where Wine saw it last it would be no move, so it comes from aside.
+to()
+{
+    local x=${1% *} y=${1#* }
+    xdotool mousemove $((x - 1)) "$y" mousemove "$x" "$y"
+}
 
-import -window root "${END_TO_END_SHOT:-/dev/null}" 2>/dev/null
-xdotool search --name "Pointer test" windowclose 2>/dev/null || true
-sleep 0.5
-kill $host 2>/dev/null
-wait $host 2>/dev/null
-exit $((failures > 0))
+the_button_and_the_pointer()
+{
+    to "$outside"
+    wait_for 'leave$' && end_step
+    local normal hot pressed_look
+    normal=$(part $button_part)
+    to "$button"
+    step "entering redraws, then offers the tip, then tells the application, then the window" \
+        "wait window enter button" \
+        "notify button enter" "redraw button" 'window tip button "Tip of the button"' "called button enter" "window enter button"
+    looks_other "a hot button looks different from one at rest" $button_part "$normal"
+    hot=$look
+    to "182 136"
+    wait_for 'called button move'
+    step "moving on it redraws nothing"
+    xdotool mousedown 1
+    step "pressing focuses, redraws, then tells" \
+        "notify button focus" "redraw button" "notify button down" "redraw button" "called button down"
+    looks_other "a pressed button looks different from both" $button_part "$normal" "$hot"
+    pressed_look=$look
+    xdotool mouseup 1
+    step "releasing redraws, then tells" "notify button up" "redraw button" "called button up"
+    sleep 0.6 # longer than a double click takes
+    xdotool mousedown 1
+    step "a press long after the first is a press again" "wait called button down" \
+        "notify button down" "redraw button" "called button down"
+    to "$outside"
+    step "the pressed button follows the pointer out" "wait called button leave" \
+        "notify button leave" "redraw button" "called button leave"
+    looks_other "out there it does not look pressed" $button_part "$pressed_look"
+    to "$button"
+    step "and back in" "wait window enter button" \
+        "notify button enter" "redraw button" 'window tip button "Tip of the button"' "called button enter" "window enter button"
+    looks_like "where it looks pressed again" $button_part "$pressed_look"
+    to "$outside"
+    wait_for 'called button leave' && end_step
+    xdotool mouseup 1
+    step "a release outside is no click" "wait redraw button" "redraw button"
+    to "$button"
+    wait_for 'window enter button' && end_step
+    xdotool click 3
+    step "the right button is told to the window alone" "wait window right" "window right button"
+    sleep 0.6 # longer than a double click takes
+    xdotool click --repeat 2 --delay 60 1
+    step "the second of two quick presses is a double click" \
+        "notify button down" "redraw button" "called button down" "notify button up" "redraw button" "called button up" \
+        "notify button double" "redraw button" "called button double" "notify button up" "redraw button" "called button up"
+    to "$outside"
+    step "leaving redraws, then tells" "wait called button leave" "notify button leave" "redraw button" "called button leave"
+    to "$disabled"
+    xdotool click 1
+    to "$outside"
+    step "a disabled control is told nothing"
+}
+
+a_resting_pointer()
+{
+    local delay
+    to "$button"
+    wait_for '^shown AmbrelToolTip'
+    delay=$(new_lines | sed -n 's/^shown AmbrelToolTip after \([0-9]*\) ms/\1/p')
+    if [ "${delay:-0}" -ge 450 ] && [ "$delay" -lt 3000 ]; then
+        pass "the tip appears after its delay ($delay ms)"
+    else
+        fail "the tip appears after its delay" "delay: ${delay:-it never came}" "$(new_lines)"
+    fi
+    local before after
+    before=$(grep -c '^painted' "$log")
+    sleep 0.5
+    after=$(grep -c '^painted' "$log")
+    if [ "$before" = "$after" ]; then
+        pass "a window at rest paints nothing"
+    else
+        fail "a window at rest paints nothing" "painted $((after - before)) times in half a second"
+    fi
+    to "$outside"
+    if wait_for '^hidden AmbrelToolTip'; then pass "the tip goes with the pointer"; else fail "the tip goes with the pointer"; fi
+    wait_for 'called button leave' && end_step
+}
+
+the_check_box()
+{
+    to "$check"
+    step "entering a check box offers the tip, then redraws" "wait redraw check" \
+        "notify check enter" 'window tip check ""' "redraw check"
+    xdotool mousedown 1
+    step "pressing moves the focus" \
+        "notify button blur" "redraw button" "notify check focus" "notify check down" "redraw check" "called check down"
+    xdotool mouseup 1
+    step "a click checks it before the application is told" \
+        "notify check up" "redraw check" "redraw check" "called check up" "value 1"
+    xdotool key space
+    step "Space presses and releases it" "notify check down" "redraw check" "called check down" \
+        "notify check up" "redraw check" "redraw check" "called check up" "value 2"
+    xdotool key space
+    wait_for '^value'
+    new_lines | grep -q '^value 0' && pass "the third click starts again" || fail "the third click starts again" "$(new_lines)"
+    end_step
+}
+
+the_focus_by_keyboard()
+{
+    to "$outside"
+    wait_for 'notify check leave' && end_step
+    local order before
+    before=$(part 120x28+120+200)
+    xdotool key Tab
+    wait_for 'notify radio1 focus'
+    looks_other "the focus mark shows where Tab went" 120x28+120+200 "$before"
+    xdotool key Tab Tab Tab Tab Tab
+    wait_for 'notify button focus'
+    order=$(new_lines | sed -n 's/^notify \(.*\) focus/\1/p' | tr '\n' ' ')
+    if [ "$order" = "radio1 radio2 radio3 child closer button " ]; then
+        pass "Tab goes round in order, past what is disabled and past forms"
+    else
+        fail "Tab goes round in order, past what is disabled and past forms" "$order"
+    fi
+    looks_like "the mark goes with the focus" 120x28+120+200 "$before"
+    end_step
+    xdotool key shift+Tab shift+Tab
+    wait_for 'notify child focus'
+    order=$(new_lines | sed -n 's/^notify \(.*\) focus/\1/p' | tr '\n' ' ')
+    [ "$order" = "closer child " ] && pass "Shift and Tab go back" || fail "Shift and Tab go back" "$order"
+    end_step
+    xdotool key Return
+    step "Enter presses the focused button" "wait called child up" \
+        "notify child down" "redraw child" "called child down" "notify child up" "redraw child" "called child up"
+}
+
+the_radio_boxes()
+{
+    to "$radio2"
+    xdotool click 1
+    wait_for '^values'
+    end_step
+    to "$radio3"
+    wait_for 'notify radio3 enter' && wait_for 'redraw radio3' && end_step
+    xdotool mousedown 1
+    step "pressing a radio box chooses nothing yet" \
+        "notify radio2 blur" "notify radio3 focus" "notify radio3 down" "redraw radio3"
+    xdotool mouseup 1
+    step "the former choice goes, the new one comes, the window is told, then the application" \
+        "notify radio3 up" "redraw radio2" "redraw radio3" "window chosen radio3 in group 7" "redraw radio3" \
+        "called radio3 up" "values 0 0 1"
+    xdotool key space
+    wait_for '^values'
+    if new_lines | grep -q '^values 0 0 1' && ! new_lines | grep -q chosen; then
+        pass "choosing the chosen one changes nothing"
+    else
+        fail "choosing the chosen one changes nothing" "$(new_lines)"
+    fi
+    end_step
+}
+
+forms_and_the_ground()
+{
+    to "$panel"
+    wait_for 'called panel move'
+    if new_lines | grep -q 'called panel enter'; then fail "a form is never entered, only moved over"; else pass "a form is never entered, only moved over"; fi
+    end_step
+    xdotool click 1
+    step "a form hears of the release alone, without a redraw" "notify panel down" "notify panel up" "called panel up"
+    to "$child"
+    wait_for 'window enter child'
+    new_lines | grep -q 'notify panel leave' && pass "a child takes the pointer from its form" \
+        || fail "a child takes the pointer from its form" "$(new_lines)"
+    end_step
+    to "$bare"
+    xdotool mousedown 1
+    local x moved tries
+    for x in 155 160 170 180 190; do
+        xdotool mousemove $x 380
+        sleep 0.05
+    done
+    xdotool mouseup 1
+    for ((tries = 0; tries < 20; tries++)); do # the platform moves it in a loop of its own
+        xdotool key F12
+        wait_quickly '^barrier'
+        moved=$(new_lines | sed -n 's/^barrier at //p' | tail -n 1)
+        [ -n "$moved" ] && [ "$moved" != "100 100" ] && break
+    done
+    end_step
+    if [ -n "$moved" ] && [ "$moved" != "100 100" ]; then
+        pass "the bare ground drags the window (to $moved)"
+    else
+        fail "the bare ground drags the window" "it is at $moved"
+    fi
+}
+
+destroyed_within()
+{
+    local what=$1 message=$2 at=$3
+    start "$message"
+    to "$at"
+    wait_for "^\(redraw\|window\) "
+    [ "$message" = 1862 ] && xdotool click --repeat 2 --delay 60 1 || xdotool mousedown 1 mouseup 1
+    [ "$message" = 1863 ] && to "$outside"
+    [ "$message" = 3031 ] && xdotool click 3
+    ends "$what"
+}
+
+start
+the_button_and_the_pointer
+a_resting_pointer
+the_check_box
+the_focus_by_keyboard
+the_radio_boxes
+forms_and_the_ground
+xdotool key alt+F4
+ends "the window closes by the keyboard and nothing stays alive"
+destroyed_within "the window destroyed when a button was entered" 1891 "$closer"
+destroyed_within "the window destroyed at a button's press" 1027 "$closer"
+destroyed_within "the window destroyed at a button's release" 1028 "$closer"
+destroyed_within "the window destroyed at a double click" 1862 "$closer"
+destroyed_within "the window destroyed when the pointer leaves" 1863 "$closer"
+destroyed_within "the window destroyed while it is offered a tip" 3464 "$check"
+destroyed_within "the window destroyed while it is told of a choice" 3025 "$radio3"
+destroyed_within "the window destroyed while it is told of the right button" 3031 "$button"
+
+echo "$passed passed, $failed failed"
+[ "$failed" -eq 0 ]
