@@ -88,7 +88,7 @@ void addCommands(Scene& scene, IVexControlBase& page, Settings& settings)
 
 void buildSettingsPage(Scene& scene, IVexControlBase& page)
 {
-    pageHeading(scene, page, L"Settings dialog", L"Four controls, one dialog. Try it with Tab, Space and the arrow keys.");
+    pageHeading(scene, page, L"Settings dialog", L"Four controls, one dialog. Try it with Tab and Space.");
     Settings settings;
     addGeneral(scene, page, settings);
     addAppearance(scene, page, settings);
