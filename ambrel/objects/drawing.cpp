@@ -35,8 +35,10 @@ void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
     if (!node.has(NodeFlag::Visible) || node.opacity() == 0)
         return;
     const Rect shown = node.rect().intersection(part);
+    if (shown.isEmpty()) // most objects, when one of thousands has changed
+        return;
     const ComPtr<IVexControlBase> control(coreOf(node).control());
-    if (!control || shown.isEmpty())
+    if (!control)
         return;
     const SkinRect rect = morvane::toSkinRect(shown);
     dc.SetUpdateRect(rect);

@@ -55,6 +55,12 @@ void InvalidRegion::add(const Rect& added) noexcept
     add(joined);
 }
 
+bool InvalidRegion::covers(const Rect& rect) const noexcept
+{
+    return std::any_of(m_rects.begin(), m_rects.begin() + static_cast<std::ptrdiff_t>(m_count),
+                       [&](const Rect& held) { return held.contains(rect); });
+}
+
 Rect InvalidRegion::bounds() const noexcept
 {
     Rect all;

@@ -19,6 +19,8 @@ public:
     void add(const morvane::Rect& rect) noexcept;
     void clear() noexcept { m_count = 0; }
     bool isEmpty() const noexcept { return m_count == 0; }
+    /// Whether one of the rectangles held contains `rect`.
+    bool covers(const morvane::Rect& rect) const noexcept;
     std::span<const morvane::Rect> rects() const noexcept { return {m_rects.data(), m_count}; }
     morvane::Rect bounds() const noexcept;
     /// Drops everything outside `limits` (the window's client area).
