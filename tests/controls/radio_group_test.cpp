@@ -226,6 +226,15 @@ TEST_F(RadioGroupTest, ABoxWhoseNameIsTakenIsNoMemberAndDoesNotSelectItsNamesake
     EXPECT_EQ(values(), Values({1, 0}));
 }
 
+TEST_F(RadioGroupTest, BoxesThatNobodyNamedAreMembersLikeOthers)
+{
+    Box& first = makeBox(L"", 3);
+    Box& second = makeBox(L"", 3);
+    click(first);
+    click(second);
+    EXPECT_EQ(values(), Values({0, 1}));
+}
+
 TEST_F(RadioGroupTest, ARenamedBoxStaysAMemberAndLeavesCleanly)
 {
     Box& first = makeBox(L"first", 3);
@@ -234,7 +243,8 @@ TEST_F(RadioGroupTest, ARenamedBoxStaysAMemberAndLeavesCleanly)
     EXPECT_EQ(group->AddObject(first.control.get()), S_FALSE) << "one box, one place";
     click(first);
     EXPECT_EQ(value(first), VEXRADIOBOX_CHECKED);
-    EXPECT_EQ(group->RemoveObject(Bstr(L"first").get()), S_OK) << "by the name it came with";
+    EXPECT_EQ(group->RemoveObject(Bstr(L"first").get()), S_FALSE);
+    EXPECT_EQ(group->RemoveObject(Bstr(L"renamed").get()), S_OK);
     destroy(first);
     EXPECT_EQ(current(group), nullptr);
 }

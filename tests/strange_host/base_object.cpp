@@ -97,8 +97,8 @@ STDMETHODIMP BaseObject::SetMouseMove(VARIANT_BOOL over)
 STDMETHODIMP BaseObject::DirectRedraw(SkinRect* part)
 {
     ledger().note(part ? "redraw " + toText(*part) : "redraw");
-    if (onRedraw)
-        onRedraw();
+    if (const auto run = onRedraw) // it may take itself away
+        run();
     return isBroken ? E_FAIL : S_OK;
 }
 

@@ -39,11 +39,11 @@ GroupRegistry& registry()
     return groups;
 }
 
-std::wstring nameOf(IRadioBox& box)
+Bstr nameOf(IRadioBox& box)
 {
     Bstr name;
     box.GetName(name.put());
-    return name.str();
+    return name;
 }
 
 ComPtr<RadioMember> memberOf(IRadioBox& box)
@@ -74,7 +74,8 @@ ComPtr<IVexRadioGroup> CVexRadioGroup::make(IUnknown* root, long id, HWND window
 void CVexRadioGroup::finalRelease()
 {
     registry().leave({m_root, m_id}, *this);
-    m_members.forEach([this](RadioMember* member) { member->leftGroup(*this); });
+    for (RadioMember* member : m_members.all())
+        member->leftGroup(*this);
 }
 
 STDMETHODIMP CVexRadioGroup::GetID(long* result) noexcept
@@ -90,8 +91,10 @@ STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
         const ComPtr<RadioMember> member = memberOf(*box);
         if (!member)
             return E_NOINTERFACE; // nobody would tell when it goes
-        if (m_members.has(member.get()) || !m_members.add(nameOf(*box), member.get()))
+        const Bstr name = nameOf(*box);
+        if (m_members.has(member.get()) || (!name.empty() && memberNamed(name.view())))
             return S_FALSE;
+        m_members.add(member.get());
         const HRESULT status = guarded([&] { member->enteredGroup(*this); });
         if (FAILED(status))
             m_members.remove(member.get()); // it would not say when it goes
@@ -99,6 +102,12 @@ STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
             takeIn(*member);
         return status;
     });
+}
+
+/// Names are asked for when they matter: a box joins before the application has named it.
+RadioMember* CVexRadioGroup::memberNamed(std::wstring_view name) const
+{
+    return m_members.find([&](RadioMember* member) { return nameOf(member->box()).view() == name; });
 }
 
 /// A box that was checked elsewhere becomes the checked one here, or gives way to the one there is.
@@ -115,7 +124,7 @@ void CVexRadioGroup::takeIn(RadioMember& member)
 STDMETHODIMP CVexRadioGroup::RemoveObject(BSTR name) noexcept
 {
     return guarded([&] {
-        RadioMember* const member = m_members.find(std::wstring(viewOf(name)));
+        RadioMember* const member = memberNamed(viewOf(name));
         if (!member)
             return S_FALSE;
         m_members.remove(member);
@@ -129,7 +138,7 @@ STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
     if (!box)
         return S_FALSE;
     return guarded([&] {
-        // By identity: names may have changed since, and another box may have the same.
+        // By identity: another box may have the same name.
         const ComPtr<RadioMember> member = memberOf(*box);
         if (!member || !m_members.has(member.get()))
             return S_OK;

@@ -5,6 +5,8 @@
 #include "controls/control_interfaces.h"
 #include "frame/item.h"
 
+#include <string_view>
+
 namespace morvane {
 
 class CVexRadioGroup;
@@ -44,6 +46,7 @@ public:
 
 private:
     void takeIn(RadioMember& member);
+    RadioMember* memberNamed(std::wstring_view name) const;
 
     RadioMembers<RadioMember> m_members;
     long m_id = 0;

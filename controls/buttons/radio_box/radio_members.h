@@ -2,57 +2,43 @@
 #pragma once
 
 #include <algorithm>
-#include <map>
-#include <string>
 #include <utility>
+#include <vector>
 
 namespace morvane {
 
-/// Members under the names they came with, in the order of the names, and at most one of them current. Members are borrowed.
+/// Members, and at most one of them current. Members are borrowed.
 template <class Member>
 class RadioMembers {
 public:
-    /// False when a member of that name is there already.
-    bool add(std::wstring name, Member* member) { return m_members.emplace(std::move(name), member).second; }
+    /// The caller has seen to it that it is no member yet.
+    void add(Member* member) { m_members.push_back(member); }
 
-    Member* find(const std::wstring& name) const
+    bool has(const Member* member) const { return std::find(m_members.begin(), m_members.end(), member) != m_members.end(); }
+
+    /// The first that the predicate is true for, or null.
+    template <class Predicate>
+    Member* find(Predicate isIt) const
     {
-        const auto found = m_members.find(name);
-        return found == m_members.end() ? nullptr : found->second;
+        const auto found = std::find_if(m_members.begin(), m_members.end(), isIt);
+        return found == m_members.end() ? nullptr : *found;
     }
-
-    bool has(const Member* member) const { return place(member) != m_members.end(); }
 
     /// One that was current leaves the group without any.
     void remove(const Member* member)
     {
-        const auto found = place(member);
-        if (found == m_members.end())
-            return;
-        m_members.erase(found);
-        if (m_current == member)
+        if (std::erase(m_members, member) != 0 && m_current == member)
             m_current = nullptr;
     }
 
     /// Makes a member current and gives the one that was, which may be the same.
     Member* makeCurrent(Member* member) { return std::exchange(m_current, member); }
     Member* current() const { return m_current; }
-    bool isEmpty() const { return m_members.empty(); }
 
-    template <class Visitor>
-    void forEach(Visitor visit) const
-    {
-        for (const auto& [name, member] : m_members)
-            visit(member);
-    }
+    const std::vector<Member*>& all() const { return m_members; }
 
 private:
-    auto place(const Member* member) const
-    {
-        return std::find_if(m_members.begin(), m_members.end(), [&](const auto& entry) { return entry.second == member; });
-    }
-
-    std::map<std::wstring, Member*> m_members;
+    std::vector<Member*> m_members;
     Member* m_current = nullptr;
 };
 

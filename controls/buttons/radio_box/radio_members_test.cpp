@@ -5,36 +5,36 @@
 using namespace morvane;
 
 namespace {
-struct Box {};
+struct Box {
+    int number;
+};
 } // namespace
 
-TEST(RadioMembersTest, ANameStandsForOneMember)
+TEST(RadioMembersTest, MembersAreFoundByWhatTheyAre)
 {
-    Box first;
-    Box second;
+    Box first{1};
+    Box second{2};
     RadioMembers<Box> members;
-    EXPECT_TRUE(members.add(L"Radio1", &first));
-    EXPECT_FALSE(members.add(L"Radio1", &second));
-    EXPECT_EQ(members.find(L"Radio1"), &first);
-    EXPECT_EQ(members.find(L"Radio2"), nullptr);
+    members.add(&first);
     EXPECT_TRUE(members.has(&first));
     EXPECT_FALSE(members.has(&second));
-    members.remove(&second); // not one of them
-    EXPECT_TRUE(members.has(&first));
+    EXPECT_EQ(members.find([](const Box* box) { return box->number == 1; }), &first);
+    EXPECT_EQ(members.find([](const Box* box) { return box->number == 2; }), nullptr);
 }
 
 TEST(RadioMembersTest, TheCurrentMemberLeavesTheGroupWithoutOne)
 {
-    Box first;
-    Box second;
+    Box first{1};
+    Box second{2};
     RadioMembers<Box> members;
-    members.add(L"Radio1", &first);
-    members.add(L"Radio2", &second);
+    members.add(&first);
+    members.add(&second);
     EXPECT_EQ(members.makeCurrent(&first), nullptr);
     EXPECT_EQ(members.makeCurrent(&second), &first);
     members.remove(&first);
     EXPECT_EQ(members.current(), &second);
     members.remove(&second);
     EXPECT_EQ(members.current(), nullptr);
-    EXPECT_TRUE(members.isEmpty());
+    members.remove(&second); // no member any more
+    EXPECT_TRUE(members.all().empty());
 }
