@@ -168,6 +168,7 @@ private:
     TreeScene m_scene;
     InputRouter m_router;
     InvalidRegion m_invalid;
+    int m_requests = 0; // for paint messages, since the last one
     WindowSurface m_surface;
     ToolTip m_tip;
     WindowTraits m_traits;

@@ -10,6 +10,8 @@ namespace ambrel {
 
 namespace {
 
+constexpr int kMostRequests = 32; // for parts of a window, between two paints
+
 constexpr DWORD kFadeMs = 200;
 
 int scaled(long value, int dpi) noexcept { return MulDiv(static_cast<int>(value), dpi, 96); }
@@ -60,13 +62,16 @@ void WindowCore::invalidate(const Rect& rect)
         return;
     const InvalidRegion known = m_invalid;
     m_invalid.add(rect);
-    if (m_batching || m_frozen || !window())
+    if (m_batching || m_frozen || !window() || m_requests > kMostRequests)
         return;
-    // All that was known has been asked for already; asking again would cost a round trip to the system's server.
+    // Every request costs a round trip to the system's server: what was asked for is not asked for again, and when very much
+    // changes before the next paint, the whole window is asked for once. Still only what changed is drawn.
     for (const Rect& each : m_invalid.rects()) {
+        if (known.covers(each))
+            continue;
         const RECT part = morvane::toWin32(each);
-        if (!known.covers(each))
-            InvalidateRect(window(), &part, FALSE);
+        ++m_requests;
+        InvalidateRect(window(), m_requests > kMostRequests ? nullptr : &part, FALSE);
     }
 }
 
@@ -106,6 +111,7 @@ bool WindowCore::onEraseBackground(WPARAM, LPARAM, LRESULT& result)
 
 bool WindowCore::onPaint(WPARAM, LPARAM, LRESULT&)
 {
+    m_requests = 0;
     PAINTSTRUCT paintInfo{};
     const HDC dc = BeginPaint(window(), &paintInfo);
     if (!dc)
