@@ -49,11 +49,12 @@ Contender repaint(Window& window, int times)
     });
 }
 
-/// Requests alone; what they ask for is painted off the clock.
+/// Requests alone, of as many buttons in each window; what they ask for is painted off the clock.
 Contender request(Window& window, int times)
 {
     Contender result = repeated(times, [&window](int i) {
-        window.buttons[static_cast<std::size_t>(i) % window.buttons.size()]->DirectRedraw(nullptr);
+        const auto spread = static_cast<std::size_t>(i % kCounts[0]) * window.buttons.size() / kCounts[0];
+        window.buttons[spread]->DirectRedraw(nullptr);
     });
     result.after = [&window] { window.own.paintPending(); };
     return result;
@@ -129,10 +130,7 @@ void growth(Bench& bench)
     for (const Operation& each : kOperations) {
         std::vector<Figure> figures;
         for (const auto& window : windows) {
-            // Windows lie over each other; only the topmost is painted.
-            SetWindowPos(window->own.window(), HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
-            window->own.paintPending();
-            pumpMessages();
+            bringToTop(window->own.window());
             figures.push_back(bench.measure(each.make(*window, each.times)));
         }
         growthRow(each.name, figures, each.aim);

@@ -72,6 +72,8 @@ Figure Bench::measure(const Contender& contender) const
 
 Comparison Bench::compare(const Contender& ours, const Contender& other) const
 {
+    if (m_options.isAlone)
+        return {measure(ours), {}, 0};
     timeRound(ours);
     timeRound(other);
     std::vector<double> ourTimes, otherTimes, ratios;

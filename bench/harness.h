@@ -11,6 +11,7 @@ namespace bench {
 /// What the command line asks for.
 struct Options {
     bool isQuick = false;  // fewer rounds
+    bool isAlone = false;  // without the other sides, for profilers
     std::string caseName;  // run only cases whose name contains it; empty: all
 };
 
@@ -31,7 +32,7 @@ struct Figure {
 struct Comparison {
     Figure ours;
     Figure other;
-    double ratio = 0; // how many times faster ours is; the median over neighbouring rounds
+    double ratio = 0; // how many times faster ours is, the median over neighbouring rounds; 0: there was no other side
 };
 
 /// Work that was not done makes a figure worthless: the case fails.
@@ -62,12 +63,12 @@ private:
 
 /// For work that one round repeats.
 template <class Body>
-Contender repeated(int operations, Body body)
+Contender repeated(int operations, Body body, std::function<void()> before = {})
 {
     return {static_cast<double>(operations), [operations, body] {
                 for (int i = 0; i < operations; ++i)
                     body(i);
-            }};
+            }, std::move(before)};
 }
 
 /// Keeps the compiler from leaving out what computes a value.

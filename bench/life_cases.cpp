@@ -23,6 +23,8 @@ public:
         m_window.paintPending();
     }
 
+    HWND window() const { return m_window.window(); }
+
 private:
     int m_count;
     NativeWindow m_window;
@@ -39,6 +41,8 @@ public:
         m_window.paintPending();
     }
 
+    HWND window() const { return m_window.window(); }
+
 private:
     int m_count;
     Look m_look;
@@ -49,8 +53,10 @@ void compareLives(Bench& bench, int count, Look look, const char* name, double a
 {
     std::optional<NativeLives> native(std::in_place, count);
     std::optional<OwnLives> own(std::in_place, count, look);
-    const Contender ours{static_cast<double>(count), [&] { own->run(); }};
-    row(name, bench.compare(ours, {static_cast<double>(count), [&] { native->run(); }}), aim);
+    const auto operations = static_cast<double>(count);
+    const Contender ours{operations, [&] { own->run(); }, [&] { bringToTop(own->window()); }};
+    const Contender other{operations, [&] { native->run(); }, [&] { bringToTop(native->window()); }};
+    row(name, bench.compare(ours, other), aim);
 }
 
 void lives1000(Bench& bench) { compareLives(bench, 1000, Look::Shared, "life of a button among 1,000", 10); }

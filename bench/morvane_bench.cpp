@@ -1,5 +1,5 @@
 // One program, one table: what the controls cost, beside the platform's own.
-//     morvane_bench [--quick] [--case PART_OF_A_NAME] [--list]
+//     morvane_bench [--quick] [--alone] [--case PART_OF_A_NAME] [--list]
 #include "bench/cases.h"
 #include "bench/table.h"
 
@@ -18,9 +18,9 @@ struct Part {
 };
 
 constexpr Part kParts[] = {
+    {"Memory of one control", "native BUTTON", &memoryCases}, // first: later ones use again what was freed
     {"Life", "native BUTTON", &lifeCases},
     {"Painting", "native BUTTON", &paintingCases},
-    {"Memory of one control", "native BUTTON", &memoryCases},
     {"Pixels, one each", "the machine", &pixelCases},
     {"The contract", "beside it", &contractCases},
     {"Skins", "", &skinCases},
@@ -58,7 +58,7 @@ int list()
 
 int usage()
 {
-    std::fputs("usage: morvane_bench [--quick] [--case PART_OF_A_NAME] [--list]\n", stderr);
+    std::fputs("usage: morvane_bench [--quick] [--alone] [--case PART_OF_A_NAME] [--list]\n", stderr);
     return 2;
 }
 
@@ -70,6 +70,8 @@ int benchMain(int count, char** arguments)
     for (int i = 1; i < count; ++i) {
         if (!std::strcmp(arguments[i], "--quick"))
             options.isQuick = true;
+        else if (!std::strcmp(arguments[i], "--alone"))
+            options.isAlone = true;
         else if (!std::strcmp(arguments[i], "--list"))
             return list();
         else if (!std::strcmp(arguments[i], "--case") && i + 1 < count)

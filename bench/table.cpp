@@ -57,6 +57,8 @@ void section(const char* title, const char* other)
 
 void row(const char* name, const Comparison& result, double aim)
 {
+    if (result.ratio == 0)
+        return row(name, result.ours);
     std::string wanted;
     if (aim > 0)
         wanted = formatted("aim %.3g: ", aim) + verdict(result.ratio >= aim);

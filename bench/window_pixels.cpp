@@ -78,6 +78,13 @@ std::uint64_t checksum(HWND window, const morvane::Rect& part)
     return sum;
 }
 
+void bringToTop(HWND window)
+{
+    SetWindowPos(window, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE);
+    RedrawWindow(window, nullptr, nullptr, RDW_ALLCHILDREN | RDW_UPDATENOW);
+    pumpMessages();
+}
+
 void pumpMessages()
 {
     MSG message;

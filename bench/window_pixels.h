@@ -37,6 +37,9 @@ std::size_t coloursIn(HWND window, const morvane::Rect& part);
 
 std::uint64_t checksum(HWND window, const morvane::Rect& part);
 
+/// Lays a window over all others: what cannot be seen costs less to paint.
+void bringToTop(HWND window);
+
 /// Handles what the system has posted meanwhile.
 void pumpMessages();
 
