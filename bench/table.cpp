@@ -62,7 +62,7 @@ void row(const char* name, const Comparison& result, double aim)
     std::string wanted;
     if (aim > 0)
         wanted = formatted("aim %.3g: ", aim) + verdict(result.ratio >= aim);
-    line(name, figureText(result.ours), figureText(result.other), formatted("%.2f", result.ratio), wanted);
+    line(name, figureText(result.ours), figureText(result.other), formatted("%.3g", result.ratio), wanted);
 }
 
 void row(const char* name, const Figure& figure) { line(name, figureText(figure), "", "", ""); }
