@@ -6,6 +6,7 @@
 #include <cwchar>
 #include <functional>
 #include <optional>
+#include <string_view>
 
 namespace gallery {
 
@@ -25,6 +26,8 @@ std::optional<LogKind> kindOf(AmbrelTraceKind kind)
 
 bool changesTree(const AmbrelTraceEntry& entry)
 {
+    if (entry.kind == AMBREL_TRACE_PROPERTY && entry.text && std::wstring_view(entry.text).ends_with(L"/Text"))
+        return true; // rows show the objects' texts
     return entry.kind == AMBREL_TRACE_NOTIFICATION && (entry.id == VEXSM_FINALCREATE || entry.id == VEXSM_DESTROYING);
 }
 

@@ -54,7 +54,7 @@ public:
 
     /// True once after something happened to an object that is not ignored, also while paused.
     bool takeActivity() { return std::exchange(m_hasActivity, false); }
-    /// True once after objects came or went.
+    /// True once after objects came or went or changed their text.
     bool takeTreeChange() { return std::exchange(m_hasTreeChange, false); }
     /// Makes lines of the waiting entries; those of objects that are not in `objects` are dropped.
     void collect(const std::vector<ObjectRow>& objects);

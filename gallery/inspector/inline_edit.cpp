@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include <algorithm>
 #include <utility>
 
 namespace gallery {
@@ -10,6 +11,19 @@ namespace {
 
 constexpr UINT_PTR kSubclass = 1;
 constexpr UINT kLeft = WM_APP + 1; // posted to the edit window: it cannot end while it loses the focus
+
+/// As high as a line of the font needs, in the middle of `place`: the window puts its text at its top.
+morvane::Rect fitted(const morvane::Rect& place, HWND window, HFONT font, int scale)
+{
+    TEXTMETRICW metrics{};
+    const HDC dc = GetDC(window);
+    const HGDIOBJ former = SelectObject(dc, font);
+    GetTextMetricsW(dc, &metrics);
+    SelectObject(dc, former);
+    ReleaseDC(window, dc);
+    const int height = std::min(place.height(), static_cast<int>(metrics.tmHeight) + 6 * scale / 100);
+    return morvane::Rect::at({place.left, place.top + (place.height() - height) / 2}, {place.width(), height});
+}
 
 } // namespace
 
@@ -27,6 +41,8 @@ void InlineEdit::open(HWND parent, const morvane::Rect& place, int scale, const 
     m_brush = CreateSolidBrush(theme.surface);
     m_font = CreateFontW(-MulDiv(9, 96 * scale, 72 * 100), 0, 0, 0, FW_NORMAL, FALSE, FALSE, FALSE, DEFAULT_CHARSET,
                          OUT_DEFAULT_PRECIS, CLIP_DEFAULT_PRECIS, CLEARTYPE_QUALITY, DEFAULT_PITCH, L"Tahoma");
+    const morvane::Rect lineRect = fitted(place, m_window, m_font, scale);
+    MoveWindow(m_window, lineRect.left, lineRect.top, lineRect.width(), lineRect.height(), FALSE);
     SendMessageW(m_window, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), TRUE);
     SendMessageW(m_window, EM_SETMARGINS, EC_LEFTMARGIN | EC_RIGHTMARGIN, MAKELPARAM(2 * scale / 100, 2 * scale / 100));
     SetWindowSubclass(m_window, &InlineEdit::editProcedure, kSubclass, reinterpret_cast<DWORD_PTR>(this));

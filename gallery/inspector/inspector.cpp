@@ -160,6 +160,8 @@ void Inspector::setShown(bool isShown)
 
 bool Inspector::preview(const MSG& message)
 {
+    if ((message.message == WM_LBUTTONDOWN || message.message == WM_RBUTTONDOWN) && message.hwnd == window())
+        m_properties->finishEditing();
     if (message.message == WM_MOUSEWHEEL)
         return wheel(message);
     if (message.message != WM_TIMER || message.wParam != kTimer || message.hwnd != window())

@@ -65,15 +65,14 @@ bool isLook(IVexPropBase& property)
     return isStyle != VARIANT_FALSE;
 }
 
-/// The name of the shared resource a property holds.
+/// The name of the shared resource a property holds; empty when it holds none or one without a name.
 std::wstring resourceName(const Value& value)
 {
-    if (value.vt != VT_DISPATCH || !value.pdispVal)
-        return L"\u2013";
     Bstr name;
-    if (const auto object = ComPtr<IDispatch>(value.pdispVal).as<IVexObj>())
-        object->GetName(name.put());
-    return name.empty() ? std::wstring(L"(without a name)") : name.str();
+    if (value.vt == VT_DISPATCH && value.pdispVal)
+        if (const auto object = ComPtr<IDispatch>(value.pdispVal).as<IVexObj>())
+            object->GetName(name.put());
+    return name.str();
 }
 
 bool changed(IVexControlBase& control, HRESULT status)
@@ -102,8 +101,8 @@ std::wstring valueText(const PropertyRow& row)
 {
     Value value;
     row.property->GetVariant(&value);
-    if (value.vt == VT_DISPATCH || value.vt == VT_EMPTY || value.vt == VT_UNKNOWN)
-        return resourceName(value);
+    if (const std::wstring name = resourceName(value); !name.empty())
+        return name;
     if (row.type == _PROPTYPE_COMBO && value.vt == VT_I4) {
         Bstr item;
         if (SUCCEEDED(static_cast<morvane::ComboProperty&>(*row.property).GetItem(value.lVal, item.put())) && !item.empty())

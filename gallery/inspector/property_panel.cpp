@@ -101,7 +101,7 @@ void PropertyPanel::showObject(const ObjectRow* object)
 
 void PropertyPanel::showAll()
 {
-    m_edit.close();
+    m_edit.commit();
     refresh();
 }
 

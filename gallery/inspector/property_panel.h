@@ -16,7 +16,8 @@ public:
     void showObject(const ObjectRow* object);
     /// Reads the values of the visible rows again.
     void refresh();
-    void stopEditing() { m_edit.close(); }
+    void finishEditing() { m_edit.commit(); }
+    void stopEditing() { m_edit.close(); } // the typed text is dropped
     RowPager& pager() { return m_pager; }
 
 private:
