@@ -96,7 +96,7 @@ press_minimal()
     started=$!
     timeout 20 xdotool search --sync --onlyvisible --name '^Minimal$' >/dev/null
     sleep 0.5
-    xdotool mousemove 220 150 click 1
+    xdotool mousemove 300 190 mousemove 220 150 click 1
     wait_for_line "Pressed 1" "$log" && sleep 0.7 && xdotool click 1 && wait_for_line "Pressed 2" "$log"
     report $? "sample_minimal counts the presses of its button (log: $(tr -d '\r' <"$log" | tr '\n' ';'))"
     xdotool key alt+F4

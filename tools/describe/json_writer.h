@@ -17,6 +17,7 @@ public:
 
     /// What follows is the value of this key of the present object.
     JsonWriter& key(std::string_view name);
+    JsonWriter& key(std::wstring_view name);
 
     void value(std::wstring_view text);
     void value(std::int64_t number) { raw(std::to_string(number)); }

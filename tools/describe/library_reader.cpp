@@ -191,7 +191,7 @@ void writeEnumerations(JsonWriter& json, ITypeLib& library)
         Bstr name;
         Bstr help;
         info->GetDocumentation(MEMBERID_NIL, name.put(), help.put(), nullptr, nullptr);
-        json.key(std::string(name.view().begin(), name.view().end())).beginObject();
+        json.key(name.view()).beginObject();
         json.key("help").value(help.view());
         json.key("values").beginArray();
         for (UINT v = 0; v < type->cVars; ++v) {

@@ -48,7 +48,7 @@ std::vector<ClassEntry> builtClasses(ITypeLib& library)
 
 void writeClass(JsonWriter& json, const ClassEntry& entry, Workshop& workshop)
 {
-    json.key(std::string(entry.name.begin(), entry.name.end())).beginObject();
+    json.key(entry.name).beginObject();
     json.key("classId").value(guidText(entry.id));
     json.key("interface");
     writeInterface(json, *entry.defaultInterface);
