@@ -85,8 +85,33 @@ void WindowCore::requestPaint()
 
 void WindowCore::paintNow()
 {
-    if (window() && !m_painting)
+    if (!window() || m_painting)
+        return;
+    const bool isOnlyOurs = m_requests > 0 && m_requests <= kMostRequests && !m_frozen && !m_batching && !m_traits.perPixel;
+    if (!isOnlyOurs || !m_surface.pixels() || m_surface.size() != m_root.node().rect().size()) {
         UpdateWindow(window());
+        return;
+    }
+    // A few changed parts are painted without a paint message, which would cost twice as many calls to the system's server.
+    const ComPtr<IAmbrel> hold(&m_face);
+    const InvalidRegion region = m_invalid;
+    m_requests = 0;
+    for (const Rect& each : region.rects()) {
+        const RECT part = morvane::toWin32(each);
+        ValidateRect(window(), &part); // before drawing, which may ask for more
+    }
+    try {
+        paint(nullptr, nullptr);
+    } catch (...) {
+        m_painting = false;
+        throw;
+    }
+    if (!window()) // ended by what was drawn
+        return;
+    const bool hidesCaret = HideCaret(window()) != FALSE;
+    m_surface.copyTo(window(), region.rects());
+    if (hidesCaret)
+        ShowCaret(window());
 }
 
 void WindowCore::setFrozen(bool frozen)

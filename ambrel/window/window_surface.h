@@ -25,6 +25,8 @@ public:
     void draw(ObjectNode& root, const Rect& part);
 
     void copyTo(HDC target, const Rect& part) { m_device.present(target, {&part, 1}); }
+    void copyTo(HWND window, std::span<const Rect> parts) { m_device.present(window, parts); }
+    Size size() const noexcept { return m_device.size(); }
     bool presentLayered(HWND window, Point onScreen) { return m_device.presentLayered(window, onScreen); }
     const DibSurface* pixels() const noexcept { return m_device.surface(); }
     HBITMAP bitmap() const noexcept { return pixels() ? pixels()->bitmap() : nullptr; }
