@@ -35,7 +35,7 @@ fuzz: ## Runs every fuzzer for SECONDS=60 each
 	@tools/fuzz.sh $(SECONDS_EACH)
 
 soak: ## Random notifications and calls over all controls for SECONDS=60
-	@tools/run_program.sh soak $(SECONDS_EACH)
+	@tools/run_program.sh soak --seconds $(SECONDS_EACH)
 
 bench: ## Benchmarks, beside the platform's own controls
 	@tools/run_program.sh bench $(ARGS)

@@ -83,3 +83,16 @@ function(morvane_windows_tests)
     target_sources(windows_tests PRIVATE ${arg_SOURCES})
     target_link_libraries(windows_tests PRIVATE ${arg_LINKS})
 endfunction()
+
+# morvane_test_pch(target HEADERS...): what every test of a program includes, precompiled once.
+function(morvane_test_pch target)
+    # Programs may hold generated C, too, which these headers are not for.
+    list(TRANSFORM ARGN REPLACE ">" "$<ANGLE-R>")
+    list(TRANSFORM ARGN REPLACE "(.+)" "$<$<COMPILE_LANGUAGE:CXX>:\\1>")
+    target_precompile_headers(${target} PRIVATE ${ARGN})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL Clang)
+        target_compile_options(${target} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    elseif(NOT MSVC)
+        target_compile_options(${target} PRIVATE -fpch-preprocess)
+    endif()
+endfunction()

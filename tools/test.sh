@@ -173,9 +173,13 @@ wine_prefix()
 
 windows_tests()
 {
-    local preset=$1 bin=build/$1/bin runner
+    local preset=$1 bin=build/$1/bin runner tests name
     build "$preset" || return
-    program "windows-tests-$preset" "tools/under_wine.sh $bin/windows_tests.exe" wine "$bin/windows_tests.exe"
+    for tests in "$bin"/*_tests.exe; do
+        name=$(basename "$tests" .exe)
+        echo "  $name"
+        program "$name-$preset" "tools/under_wine.sh $tests" wine "$tests"
+    done
     for runner in tests/*/run.sh; do
         [ -x "$runner" ] || continue
         echo "  $runner"
