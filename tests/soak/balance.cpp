@@ -2,6 +2,8 @@
 
 #include "ambrel/ambrel.h"
 
+#include <algorithm>
+
 namespace morvane::soak {
 
 namespace {
@@ -17,23 +19,32 @@ struct GdiEntry {
 };
 static_assert(sizeof(GdiEntry) == 24);
 
-long countGdiHandles()
+/// Fonts that were needed once stay in a cache of the runtime, each with a device context to measure on.
+constexpr long kMostFonts = 120;
+
+void countGdi(Balance& result)
 {
-    if (const DWORD known = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS))
-        return static_cast<long>(known);
+    if (const DWORD known = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) {
+        constexpr long kMostOfFonts = 2 * kMostFonts;
+        result.gdiHandles = std::max(static_cast<long>(known), kMostOfFonts);
+        return;
+    }
     // Wine does not count them; its table is where the system's is.
     constexpr std::size_t kTableInPeb = 0xF8;
     constexpr std::size_t kEntries = 0x4000;
+    constexpr std::uint8_t kFont = 0x0A;
     const auto currentPeb = reinterpret_cast<const char*(NTAPI*)()>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ntdll.dll"), "RtlGetCurrentPeb")));
     if (!currentPeb)
-        return 0;
-    const char* const peb = currentPeb();
-    const auto* const table = *reinterpret_cast<const GdiEntry* const*>(peb + kTableInPeb);
-    long count = 0;
-    for (std::size_t i = 0; table && i < kEntries; ++i)
-        count += table[i].type != 0;
-    return count;
+        return;
+    const auto* const table = *reinterpret_cast<const GdiEntry* const*>(currentPeb() + kTableInPeb);
+    long all = 0;
+    for (std::size_t i = 0; table && i < kEntries; ++i) {
+        all += table[i].type != 0;
+        result.gdiFonts += table[i].type == kFont;
+    }
+    result.gdiHandles = all - 2 * result.gdiFonts;
+    result.gdiFonts = std::max(result.gdiFonts, kMostFonts);
 }
 
 BOOL CALLBACK countOwn(HWND window, LPARAM result)
@@ -85,7 +96,7 @@ Balance Balance::now(HWND owner)
     Balance result;
     result.timers = countTimers(); // may still let something go
     result.runtimeObjects = AmbrelLiveObjects();
-    result.gdiHandles = countGdiHandles();
+    countGdi(result);
     result.windows = countWindows();
     EnumPropsExW(owner, &countProperty, reinterpret_cast<LPARAM>(&result.windowProperties));
     return result;
@@ -96,6 +107,7 @@ std::string Balance::excessOver(const Balance& before) const
     std::string text;
     say(text, "objects of the runtime", before.runtimeObjects, runtimeObjects);
     say(text, "GDI handles", before.gdiHandles, gdiHandles);
+    say(text, "fonts", before.gdiFonts, gdiFonts);
     say(text, "windows", before.windows, windows);
     say(text, "timers", before.timers, timers);
     say(text, "window properties", before.windowProperties, windowProperties);

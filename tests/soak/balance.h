@@ -11,7 +11,8 @@ class ControlLibrary;
 
 struct Balance {
     long runtimeObjects = 0;
-    long gdiHandles = 0;
+    long gdiHandles = 0; // without what belongs to fonts
+    long gdiFonts = 0;
     long windows = 0; // of this process
     long timers = 0;  // that still tick
     long windowProperties = 0;

@@ -21,6 +21,7 @@ constexpr const char* kUsage = "soak.exe [--seed N] [--steps N | --seconds N] [-
                                "Without a seed the clock gives one. A fault prints the seed and the number of steps that repeat it.\n"
                                "--list shows the methods that are called, and why some are not.\n";
 constexpr std::uint64_t kStepsOfRound = 1000;
+constexpr std::uint64_t kWarmUpRounds = 3;
 
 struct Options {
     std::uint64_t seed = GetTickCount64();
@@ -113,7 +114,8 @@ bool complainAbout(const std::string& excess, std::uint64_t seed, std::uint64_t 
 int soak(const Options& options, ControlLibrary& library)
 {
     const OwnerWindow witness;
-    runRound(library, 0, kStepsOfRound); // fills the caches that live as long as the process
+    for (std::uint64_t seed = 0; seed < kWarmUpRounds; ++seed) // fills the caches that live as long as the process
+        runRound(library, seed, kStepsOfRound);
     const Balance before = Balance::now(witness.handle());
     const std::uint64_t began = GetTickCount64();
     std::uint64_t done = 0;

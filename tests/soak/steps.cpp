@@ -77,15 +77,16 @@ void windowStep(World& world)
 {
     Random& random = world.random();
     const HWND window = world.window();
+    static constexpr long kScales[] = {100, 150, 200, 0, -1, 1000}; // few, so that the fonts made for them stay few
     switch (random.below(6)) {
     case 0:
         SetWindowPos(window, nullptr, 40, 40, random.between(0, 900), random.between(0, 700), SWP_NOZORDER | SWP_NOACTIVATE);
         break;
-    case 1: ShowWindow(window, random.oneIn(3) ? SW_HIDE : SW_SHOWNOACTIVATE); break;
-    case 2: EnableWindow(window, random.oneIn(2)); break;
-    case 3: AmbrelSetScale(world.root(), random.between(0, 400)); break;
+    case 1: ShowWindow(window, random.oneIn(5) ? SW_HIDE : SW_SHOWNOACTIVATE); break;
+    case 2: EnableWindow(window, !random.oneIn(5)); break;
+    case 3: AmbrelSetScale(world.root(), random.pick(kScales)); break;
     case 4: world.root()->SetArabicMode(random.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE); break;
-    default: world.root()->FreezeUpdate(random.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE);
+    default: world.root()->FreezeUpdate(random.oneIn(5) ? VARIANT_TRUE : VARIANT_FALSE);
     }
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kMostMembers = 60;
 constexpr int kDeepestInterruption = 3;
-constexpr std::size_t kBetweenInterruptions = 150;
+constexpr std::size_t kBetweenInterruptions = 40;
 constexpr SkinRect kWindowPlace{40, 40, 640, 480};
 
 /// The world whose callbacks run; a callback's context is checked against it, since random calls pass anything.
@@ -278,7 +278,7 @@ VARIANT_BOOL STDMETHODCALLTYPE World::calledBack(hyper, long message, hyper, hyp
 {
     if (!theWorld)
         return VARIANT_FALSE;
-    if (theWorld->m_random.oneIn(20)) {
+    if (theWorld->m_random.oneIn(6)) {
         logDetail("called back for " + std::to_string(message));
         theWorld->interrupt();
     }
