@@ -5,7 +5,7 @@
 set -euo pipefail
 
 declare -A packages=(
-    [build]="make cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
+    [build]="git make cmake ninja-build ccache python3 g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
              libz-mingw-w64-dev googletest librsvg2-bin clang libclang-rt-14-dev zlib1g-dev libpugixml-dev ca-certificates"
     [test]="wine wine64 fonts-wine fonts-liberation fonts-dejavu-core fonts-noto-cjk xvfb xauth xdotool imagemagick llvm-14"
     [lint]="clang-format clang-tidy"
