@@ -58,12 +58,8 @@ void appendGroup(std::vector<PropertyRow>& rows, ICtrlPluginProp& group, const s
     }
 }
 
-bool isLook(IVexPropBase& property)
-{
-    VARIANT_BOOL isStyle = VARIANT_FALSE;
-    property.IsStyle(&isStyle);
-    return isStyle != VARIANT_FALSE;
-}
+/// Whether a property is about what the control says and does, not about how one of its many states looks.
+bool isSetting(const PropertyRow& row) { return row.editor != PropertyEditor::None && row.type != _PROPTYPE_COLOR; }
 
 /// The name of the shared resource a property holds; empty when it holds none or one without a name.
 std::wstring resourceName(const Value& value)
@@ -93,7 +89,7 @@ std::vector<PropertyRow> listProperties(IVexControlBase& control)
         return rows;
     for (auto groups = reinterpret_cast<ICtrlPluginProp**>(list); *groups; ++groups)
         appendGroup(rows, **groups, {});
-    std::stable_partition(rows.begin(), rows.end(), [](const PropertyRow& row) { return !isLook(*row.property); });
+    std::stable_partition(rows.begin(), rows.end(), isSetting);
     return rows;
 }
 

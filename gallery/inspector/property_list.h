@@ -17,7 +17,7 @@ struct PropertyRow {
     PropertyEditor editor = PropertyEditor::None;
 };
 
-/// The content first, then the look.
+/// Texts, numbers and switches first, then the looks of the states; each in the control's order.
 std::vector<PropertyRow> listProperties(IVexControlBase& control);
 
 /// The value as skins write it; a chosen text of a list as itself; the name of a shared resource.
