@@ -24,7 +24,8 @@ void forwardedCall(Bench& bench)
 {
     OneButton own;
     ComPtr<IVexControlBase> base;
-    CoCreateInstance(morvane::kClsidInnerBaseObject, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), base.putVoid());
+    CoCreateInstance(morvane::kClsidInnerBaseObject, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(),
+                     base.putVoid());
     check(static_cast<bool>(base), "the runtime gives no base object");
     VARIANT_BOOL answer = VARIANT_FALSE;
     const auto ask = [&](IVexControlBase& object) {
@@ -65,9 +66,9 @@ void propertyRead(Bench& bench)
 
     VARIANT_BOOL shown = VARIANT_FALSE;
     row("read a Boolean property", bench.measure(repeated(kCheapCalls, [&](int) {
-            own.button->IsShowText(&shown);
-            use(shown);
-        })));
+        own.button->IsShowText(&shown);
+        use(shown);
+    })));
     check(shown == VARIANT_TRUE, "the property reads wrong");
 }
 
@@ -115,15 +116,15 @@ void callByName(Bench& bench)
 }
 
 constexpr Case kCases[] = {
-    {"contract-forward", &forwardedCall},
-    {"contract-enabled", &enabledCall},
-    {"contract-property", &propertyRead},
-    {"contract-notify", &notification},
-    {"contract-automation", &callByName},
+    {"contract-forward", &forwardedCall}, {"contract-enabled", &enabledCall},   {"contract-property", &propertyRead},
+    {"contract-notify", &notification},   {"contract-automation", &callByName},
 };
 
 } // namespace
 
-std::span<const Case> contractCases() { return kCases; }
+std::span<const Case> contractCases()
+{
+    return kCases;
+}
 
 } // namespace bench

@@ -19,7 +19,8 @@ constexpr double kLinear = 150;
 
 struct Window {
     explicit Window(int count)
-        : middle(static_cast<std::size_t>(count / 2)), grid(count), place(grid.place(count / 2)), buttons(own.fill(count))
+        : middle(static_cast<std::size_t>(count / 2)), grid(count), place(grid.place(count / 2)),
+          buttons(own.fill(count))
     {
     }
 
@@ -39,7 +40,10 @@ struct Operation {
     Contender (*make)(Window& window, int times);
 };
 
-bool isButton(ISkinObjResBase* found, ICmdButton& button) { return morvane::isSameObject(found, &button); }
+bool isButton(ISkinObjResBase* found, ICmdButton& button)
+{
+    return morvane::isSameObject(found, &button);
+}
 
 Contender repaint(Window& window, int times)
 {
@@ -75,7 +79,8 @@ Contender byName(Window& window, int times)
     window.button().GetName(name.put());
     return repeated(times, [&window, name](int) {
         ComPtr<IVexObj> found;
-        window.own.resources().GetResObject(VEXOBJTYPE_PLUGIN, name.get(), &window.own.root(), VARIANT_TRUE, found.put());
+        window.own.resources().GetResObject(VEXOBJTYPE_PLUGIN, name.get(), &window.own.root(), VARIANT_TRUE,
+                                            found.put());
         check(found && morvane::isSameObject(found.get(), &window.button()), "the name finds another object");
     });
 }
@@ -141,6 +146,9 @@ constexpr Case kCases[] = {{"growth", &growth}};
 
 } // namespace
 
-std::span<const Case> growthCases() { return kCases; }
+std::span<const Case> growthCases()
+{
+    return kCases;
+}
 
 } // namespace bench

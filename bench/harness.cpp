@@ -50,7 +50,10 @@ double timeRound(const Contender& contender)
 /// Decides how many rounds a figure gets: enough for a median, not longer than a reader waits.
 class Rounds {
 public:
-    explicit Rounds(bool isQuick) : m_atLeast(isQuick ? 3u : 5u), m_atMost(isQuick ? 7u : 31u), m_end(now() + (isQuick ? 0.3 : 2.0)) {}
+    explicit Rounds(bool isQuick)
+        : m_atLeast(isQuick ? 3u : 5u), m_atMost(isQuick ? 7u : 31u), m_end(now() + (isQuick ? 0.3 : 2.0))
+    {
+    }
     bool areEnough(std::size_t done) const { return done >= m_atMost || (done >= m_atLeast && now() >= m_end); }
 
 private:
@@ -85,6 +88,9 @@ Comparison Bench::compare(const Contender& ours, const Contender& other) const
     return {figureOf(ourTimes), figureOf(otherTimes), quantile(ratios, 0.5)};
 }
 
-void use(long long value) noexcept { g_sink = value; }
+void use(long long value) noexcept
+{
+    g_sink = value;
+}
 
 } // namespace bench

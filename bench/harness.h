@@ -10,9 +10,9 @@ namespace bench {
 
 /// What the command line asks for.
 struct Options {
-    bool isQuick = false;  // fewer rounds
-    bool isAlone = false;  // without the other sides, for profilers
-    std::string caseName;  // run only cases whose name contains it; empty: all
+    bool isQuick = false; // fewer rounds
+    bool isAlone = false; // without the other sides, for profilers
+    std::string caseName; // run only cases whose name contains it; empty: all
 };
 
 /// One side of a comparison. A round is timed as a whole and counts as `operations` operations.
@@ -65,10 +65,12 @@ private:
 template <class Body>
 Contender repeated(int operations, Body body, std::function<void()> before = {})
 {
-    return {static_cast<double>(operations), [operations, body] {
+    return {static_cast<double>(operations),
+            [operations, body] {
                 for (int i = 0; i < operations; ++i)
                     body(i);
-            }, std::move(before)};
+            },
+            std::move(before)};
 }
 
 /// Keeps the compiler from leaving out what computes a value.

@@ -59,8 +59,14 @@ void compareLives(Bench& bench, int count, Look look, const char* name, double a
     row(name, bench.compare(ours, other), aim);
 }
 
-void lives1000(Bench& bench) { compareLives(bench, 1000, Look::Shared, "life of a button among 1,000", 10); }
-void lives5000(Bench& bench) { compareLives(bench, 5000, Look::Shared, "life of a button among 5,000", 10); }
+void lives1000(Bench& bench)
+{
+    compareLives(bench, 1000, Look::Shared, "life of a button among 1,000", 10);
+}
+void lives5000(Bench& bench)
+{
+    compareLives(bench, 5000, Look::Shared, "life of a button among 5,000", 10);
+}
 void livesSkinned(Bench& bench)
 {
     compareLives(bench, 1000, Look::Package, "the same, each given its skin by itself", 0);
@@ -68,8 +74,8 @@ void livesSkinned(Bench& bench)
 
 constexpr int kMeasuredButtons = 5000;
 
-/// Bytes that each of many more buttons takes in a window that has some. The window is the caller's to keep: what it gives
-/// back would make the next figure too small.
+/// Bytes that each of many more buttons takes in a window that has some. The window is the caller's to keep: what it
+/// gives back would make the next figure too small.
 template <class Window, class... Look>
 MemoryUse memoryOfButtons(Window& window, Look... look)
 {
@@ -104,7 +110,13 @@ constexpr Case kMemoryCases[] = {{"memory", &memory}};
 
 } // namespace
 
-std::span<const Case> lifeCases() { return kLifeCases; }
-std::span<const Case> memoryCases() { return kMemoryCases; }
+std::span<const Case> lifeCases()
+{
+    return kLifeCases;
+}
+std::span<const Case> memoryCases()
+{
+    return kMemoryCases;
+}
 
 } // namespace bench

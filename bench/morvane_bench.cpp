@@ -89,4 +89,7 @@ int benchMain(int count, char** arguments)
 
 } // namespace bench
 
-int main(int count, char** arguments) { return bench::benchMain(count, arguments); }
+int main(int count, char** arguments)
+{
+    return bench::benchMain(count, arguments);
+}

@@ -22,8 +22,9 @@ const wchar_t* windowClass()
 } // namespace
 
 NativeWindow::NativeWindow()
-    : m_window(CreateWindowExW(0, windowClass(), L"native", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, kWindowSize.width,
-                               kWindowSize.height, nullptr, nullptr, GetModuleHandleW(nullptr), nullptr))
+    : m_window(CreateWindowExW(0, windowClass(), L"native", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                               kWindowSize.width, kWindowSize.height, nullptr, nullptr, GetModuleHandleW(nullptr),
+                               nullptr))
 {
     check(window() != nullptr, "the platform gives no window");
     clear();
@@ -33,16 +34,17 @@ NativeWindow::NativeWindow()
 void NativeWindow::clear()
 {
     m_panel.reset();
-    m_panel.reset(CreateWindowExW(0, windowClass(), L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, kWindowSize.width,
-                                  kWindowSize.height, window(), nullptr, GetModuleHandleW(nullptr), nullptr));
+    m_panel.reset(CreateWindowExW(0, windowClass(), L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0,
+                                  kWindowSize.width, kWindowSize.height, window(), nullptr, GetModuleHandleW(nullptr),
+                                  nullptr));
     check(m_panel && buttonCount() == 0, "the platform gives no panel");
 }
 
 HWND NativeWindow::addButton(const morvane::Rect& place, const wchar_t* text) const
 {
     // The program has no manifest, so this is the unthemed button of the platform's oldest library.
-    return CreateWindowExW(0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, place.left, place.top, place.width(),
-                           place.height(), m_panel.get(), nullptr, GetModuleHandleW(nullptr), nullptr);
+    return CreateWindowExW(0, L"BUTTON", text, WS_CHILD | WS_VISIBLE | BS_PUSHBUTTON, place.left, place.top,
+                           place.width(), place.height(), m_panel.get(), nullptr, GetModuleHandleW(nullptr), nullptr);
 }
 
 std::vector<HWND> NativeWindow::fill(int count) const
@@ -63,7 +65,10 @@ void NativeWindow::repaintAll() const
     RedrawWindow(window(), nullptr, nullptr, RDW_INVALIDATE | RDW_ERASE | RDW_ALLCHILDREN | RDW_UPDATENOW);
 }
 
-void NativeWindow::paintPending() const { RedrawWindow(window(), nullptr, nullptr, RDW_ALLCHILDREN | RDW_UPDATENOW); }
+void NativeWindow::paintPending() const
+{
+    RedrawWindow(window(), nullptr, nullptr, RDW_ALLCHILDREN | RDW_UPDATENOW);
+}
 
 int NativeWindow::buttonCount() const
 {

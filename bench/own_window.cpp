@@ -99,13 +99,14 @@ ComPtr<ICmdButton> OwnWindow::addButton(const morvane::Rect& place, const std::w
     const ButtonLook* const shared = wanted == Look::Shared ? &look() : nullptr;
     auto button = platform().createButton();
     hyper created = 0;
-    button->CreateObj(reinterpret_cast<hyper>(m_resources.get()), reinterpret_cast<hyper>(static_cast<ISkinObjResBase*>(m_root.get())),
-                      VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
+    button->CreateObj(reinterpret_cast<hyper>(m_resources.get()),
+                      reinterpret_cast<hyper>(static_cast<ISkinObjResBase*>(m_root.get())), VEXOBJTYPE_PLUGIN,
+                      VARIANT_FALSE, &created);
     button->SetName(Bstr(L"Button" + std::to_wstring(++m_lastName)).get());
     VexPosition record{};
     record.horzPos = {PHAT_LEFT, PHST_LEFTWIDTH, place.left, 0, place.width()};
-    record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), place.top, 0,
-                      place.height()};
+    record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), place.top,
+                      0, place.height()};
     m_position->SetPosStruct(record);
     button->SetPosition(m_position.get());
     button->ResizeThis();

@@ -62,7 +62,8 @@ void fullRepaint(Bench& bench)
     const auto buttons = own.fill(kButtons);
     const auto paintOwn = [&] { own.repaintAll(); };
     checkRepaint(own.window(), "the buttons were not repainted", paintOwn);
-    row("full repaint of 500 buttons, 1600 x 1200", bench.compare({1, paintOwn, onTop(own)}, {1, paintNative, onTop(native)}), 10);
+    row("full repaint of 500 buttons, 1600 x 1200",
+        bench.compare({1, paintOwn, onTop(own)}, {1, paintNative, onTop(native)}), 10);
 }
 
 void textChange(Bench& bench)
@@ -122,6 +123,9 @@ constexpr Case kCases[] = {
 
 } // namespace
 
-std::span<const Case> paintingCases() { return kCases; }
+std::span<const Case> paintingCases()
+{
+    return kCases;
+}
 
 } // namespace bench

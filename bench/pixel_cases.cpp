@@ -29,8 +29,14 @@ using morvane::Size;
 constexpr Size kButtonSize{128, 32};
 constexpr double kHalfOfPlainLoop = 0.5;
 
-Canvas canvasOf(Surface& surface) { return {surface.view(), {}, surface.view().bounds()}; }
-double pixelCount(Size size) { return static_cast<double>(size.width) * size.height; }
+Canvas canvasOf(Surface& surface)
+{
+    return {surface.view(), {}, surface.view().bounds()};
+}
+double pixelCount(Size size)
+{
+    return static_cast<double>(size.width) * size.height;
+}
 
 Surface filled(Size size, ambrel::Pixel value)
 {
@@ -75,8 +81,14 @@ void blends(Bench& bench, Size size, const char* name)
     row(name, bench.compare(our, other), kHalfOfPlainLoop);
 }
 
-void blendScreen(Bench& bench) { blends(bench, kWindowSize, "blend 1600 x 1200 / plain SSE2 loop"); }
-void blendButton(Bench& bench) { blends(bench, kButtonSize, "blend 128 x 32 / plain SSE2 loop"); }
+void blendScreen(Bench& bench)
+{
+    blends(bench, kWindowSize, "blend 1600 x 1200 / plain SSE2 loop");
+}
+void blendButton(Bench& bench)
+{
+    blends(bench, kButtonSize, "blend 128 x 32 / plain SSE2 loop");
+}
 
 void copies(Bench& bench)
 {
@@ -86,8 +98,9 @@ void copies(Bench& bench)
     const double pixels = pixelCount(kWindowSize);
     const Contender copyOurs{pixels, [&] { ambrel::copyImage(canvasOf(ours), {}, source.view()); }};
     const Contender copyPlain{pixels, [&] {
-        std::memcpy(plain.view().data, source.view().data, static_cast<std::size_t>(pixels) * sizeof(std::uint32_t));
-    }};
+                                  std::memcpy(plain.view().data, source.view().data,
+                                              static_cast<std::size_t>(pixels) * sizeof(std::uint32_t));
+                              }};
     row("copy 1600 x 1200 / memcpy", bench.compare(copyOurs, copyPlain), kHalfOfPlainLoop);
     checkSame(ours, plain, "the two copies differ");
 }
@@ -112,7 +125,8 @@ void compareSection(Bench& bench, Size size, const char* name)
     image->setSection(section);
 
     Surface form(size);
-    ambrel::drawNineParts(form.view(), picture->frame(ambrel::Scale(100)).pixels, {section.borders, section.borders, {}});
+    ambrel::drawNineParts(form.view(), picture->frame(ambrel::Scale(100)).pixels,
+                          {section.borders, section.borders, {}});
     Surface ours = filled(size, 0xFF808080u);
     Surface plain = filled(size, 0xFF808080u);
     const auto drawOurs = [&](int) { image->draw(canvasOf(ours), ours.view().bounds(), 0, ambrel::Scale(100)); };
@@ -128,8 +142,14 @@ void compareSection(Bench& bench, Size size, const char* name)
     row(name, bench.compare(our, other), kHalfOfPlainLoop);
 }
 
-void sectionButton(Bench& bench) { compareSection(bench, kButtonSize, "nine-part section 128 x 32 / the same"); }
-void sectionScreen(Bench& bench) { compareSection(bench, {1600, 1200}, "nine-part section 1600 x 1200 / the same"); }
+void sectionButton(Bench& bench)
+{
+    compareSection(bench, kButtonSize, "nine-part section 128 x 32 / the same");
+}
+void sectionScreen(Bench& bench)
+{
+    compareSection(bench, {1600, 1200}, "nine-part section 1600 x 1200 / the same");
+}
 
 /// A size that was not drawn before: the parts are put together first.
 void sectionFresh(Bench& bench)
@@ -160,6 +180,9 @@ constexpr Case kCases[] = {
 
 } // namespace
 
-std::span<const Case> pixelCases() { return kCases; }
+std::span<const Case> pixelCases()
+{
+    return kCases;
+}
 
 } // namespace bench

@@ -9,8 +9,10 @@ namespace {
 /// Two pixels as 16-bit channels, `out` weakened by what the source's alpha leaves of it.
 __m128i weakened(__m128i out, __m128i source) noexcept
 {
-    const __m128i alpha = _mm_shufflehi_epi16(_mm_shufflelo_epi16(source, _MM_SHUFFLE(3, 3, 3, 3)), _MM_SHUFFLE(3, 3, 3, 3));
-    const __m128i product = _mm_add_epi16(_mm_mullo_epi16(out, _mm_sub_epi16(_mm_set1_epi16(255), alpha)), _mm_set1_epi16(128));
+    const __m128i alpha =
+        _mm_shufflehi_epi16(_mm_shufflelo_epi16(source, _MM_SHUFFLE(3, 3, 3, 3)), _MM_SHUFFLE(3, 3, 3, 3));
+    const __m128i product =
+        _mm_add_epi16(_mm_mullo_epi16(out, _mm_sub_epi16(_mm_set1_epi16(255), alpha)), _mm_set1_epi16(128));
     return _mm_srli_epi16(_mm_add_epi16(product, _mm_srli_epi16(product, 8)), 8); // divided by 255, rounded
 }
 

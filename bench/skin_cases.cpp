@@ -60,6 +60,9 @@ constexpr Case kCases[] = {{"skin-swap", &swaps}};
 
 } // namespace
 
-std::span<const Case> skinCases() { return kCases; }
+std::span<const Case> skinCases()
+{
+    return kCases;
+}
 
 } // namespace bench

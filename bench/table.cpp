@@ -27,7 +27,8 @@ std::string figureText(const Figure& figure)
     return timeText(figure.median) + formatted(" +-%2.0f%%", figure.spread * 100);
 }
 
-void line(const char* name, const std::string& ours, const std::string& other, const std::string& ratio, const std::string& aim)
+void line(const char* name, const std::string& ours, const std::string& other, const std::string& ratio,
+          const std::string& aim)
 {
     std::printf("  %-44s %18s %18s %9s  %s\n", name, ours.c_str(), other.c_str(), ratio.c_str(), aim.c_str());
     std::fflush(stdout);
@@ -47,7 +48,10 @@ std::string timeText(double seconds)
     return formatted("%.2f ms", ns / 1e6);
 }
 
-std::string bytesText(double bytes) { return formatted("%.0f bytes", bytes); }
+std::string bytesText(double bytes)
+{
+    return formatted("%.0f bytes", bytes);
+}
 
 void section(const char* title, const char* other)
 {
@@ -65,7 +69,10 @@ void row(const char* name, const Comparison& result, double aim)
     line(name, figureText(result.ours), figureText(result.other), formatted("%.3g", result.ratio), wanted);
 }
 
-void row(const char* name, const Figure& figure) { line(name, figureText(figure), "", "", ""); }
+void row(const char* name, const Figure& figure)
+{
+    line(name, figureText(figure), "", "", "");
+}
 
 void row(const char* name, const Figure& figure, double aimSeconds)
 {
@@ -74,7 +81,8 @@ void row(const char* name, const Figure& figure, double aimSeconds)
 
 void bytesRow(const char* name, double ours, double aimBytes)
 {
-    line(name, bytesText(ours), "", "", aimBytes > 0 ? "aim " + bytesText(aimBytes) + ": " + verdict(ours <= aimBytes) : "");
+    line(name, bytesText(ours), "", "",
+         aimBytes > 0 ? "aim " + bytesText(aimBytes) + ": " + verdict(ours <= aimBytes) : "");
 }
 
 void bytesRow(const char* name, double ours, double other, double aimBytes)
@@ -107,6 +115,9 @@ void growthRow(const char* name, std::span<const Figure> figures, double aim)
     std::fflush(stdout);
 }
 
-int missedAims() noexcept { return g_missed; }
+int missedAims() noexcept
+{
+    return g_missed;
+}
 
 } // namespace bench

@@ -15,8 +15,7 @@ constexpr std::uint32_t kScribbledPixel = 0xFF00FE;
 
 } // namespace
 
-ButtonGrid::ButtonGrid(int count)
-    : m_columns(static_cast<int>(std::ceil(std::sqrt(count * 4.0 / 3.0))))
+ButtonGrid::ButtonGrid(int count) : m_columns(static_cast<int>(std::ceil(std::sqrt(count * 4.0 / 3.0))))
 {
     const int rows = (count + m_columns - 1) / m_columns;
     m_cell = {kWindowSize.width / m_columns, kWindowSize.height / rows};
