@@ -44,9 +44,9 @@ void addGraphics(Scene& scene, IVexControlBase& page, int top)
         return button;
     };
     withIcon({24, top, 164, top + 32}, L"Beside")->SetGraphicOffset(scene.scaled(10), 0);
-    const auto above = withIcon({180, top, 284, top + 56}, L"");
+    const auto above = withIcon({180, top, 284, top + 52}, L"Above");
     above->SetUpDownMode(VARIANT_TRUE);
-    above->SetGraphicOffset(0, scene.scaled(8));
+    above->SetGraphicOffset(0, scene.scaled(3));
     const auto only = withIcon({300, top, 332, top + 32}, L"");
     only->SetGraphicOffset(scene.scaled(8), 0);
     only->SetTooltip(Bstr(L"A button that is only a picture").get());
