@@ -1,7 +1,6 @@
 #include "tests/lifetime/lifetime_fixture.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace morvane::testing {
 
@@ -146,9 +145,7 @@ void STDMETHODCALLTYPE LifetimeTest::traced(void* context, const AmbrelTraceEntr
 
 void LifetimeTest::useSubject()
 {
-    const ComPtr<IVexControlBase> control = std::exchange(subject, {});
-    const ComPtr<IVexControlBase> kept = control; // the calls below are the application's own
-    subject = control;
+    const ComPtr<IVexControlBase> control = subject; // the calls below are the application's own
     VARIANT_BOOL done = VARIANT_FALSE;
     control->FinalCreate(VARIANT_TRUE);
     control->SetFocus(&done);
@@ -170,7 +167,7 @@ void LifetimeTest::useSubject()
     control->SetFocus(&done);
     control->KillFocus();
     send(WM_MOUSEMOVE, 0, kOutside);
-    control->Remove(&done);
+    DestroyWindow(window);
 }
 
 } // namespace morvane::testing
