@@ -142,6 +142,21 @@ ComPtr<ITypeInfo> defaultInterface(ITypeInfo& coclass)
     return dispatch;
 }
 
+ControlClass interfaceOf(ITypeLib& library, const char* name, REFIID iid)
+{
+    ControlClass result{name, {}, false, {}};
+    ComPtr<ITypeInfo> info;
+    if (FAILED(library.GetTypeInfoOfGuid(iid, info.put())))
+        return result;
+    HREFTYPE reference = 0;
+    ComPtr<ITypeInfo> table;
+    if (SUCCEEDED(info->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) &&
+        SUCCEEDED(info->GetRefTypeInfo(reference, table.put())))
+        info = table;
+    collectMethods(*info, result.methods);
+    return result;
+}
+
 } // namespace
 
 ControlLibrary::ControlLibrary() : m_module(LoadLibraryW(L"Morvane.dll"))
@@ -165,6 +180,8 @@ ControlLibrary::ControlLibrary() : m_module(LoadLibraryW(L"Morvane.dll"))
             collectMethods(*table, each.methods);
         m_classes.push_back(std::move(each));
     }
+    m_root = interfaceOf(*library, "Root", iidOf<IAmbrel>());
+    m_property = interfaceOf(*library, "Property", iidOf<IVexPropBase>());
 }
 
 bool ControlLibrary::offer(ControlClass& each)

@@ -55,6 +55,9 @@ public:
     ~ControlLibrary();
 
     const std::vector<ControlClass>& classes() const { return m_classes; }
+    /// What the type library tells of a window's root and of any property; not classes of this module.
+    const ControlClass& root() const { return m_root; }
+    const ControlClass& property() const { return m_property; }
     bool canUnload() const;
     HMODULE module() const { return m_module; }
     void withdrawClasses();
@@ -64,6 +67,8 @@ private:
 
     HMODULE m_module = nullptr;
     std::vector<ControlClass> m_classes;
+    ControlClass m_root;
+    ControlClass m_property;
     std::vector<DWORD> m_registrations;
 };
 

@@ -88,14 +88,12 @@ void runRound(const ControlLibrary& library, std::uint64_t seed, std::uint64_t s
     logStep(steps, "the end");
 }
 
-void listMethods(const ControlLibrary& library)
+void listMethods(const ControlClass& each)
 {
-    for (const ControlClass& each : library.classes()) {
-        std::printf("%s: %s, %zu methods\n", each.name.c_str(), each.isControl ? "a control" : "an item", each.methods.size());
-        for (const Method& method : each.methods) {
-            if (const char* reason = reasonToSkip(method))
-                std::printf("  not called: %s, which %s\n", method.name.c_str(), reason);
-        }
+    std::printf("%s: %zu methods\n", each.name.c_str(), each.methods.size());
+    for (const Method& method : each.methods) {
+        if (const char* reason = reasonToSkip(method))
+            std::printf("  not called: %s, which %s\n", method.name.c_str(), reason);
     }
 }
 
@@ -151,10 +149,14 @@ int run(const Options& options)
     int result = 0;
     {
         ControlLibrary library;
-        if (options.isListAsked)
-            listMethods(library);
-        else
+        if (!options.isListAsked) {
             result = soak(options, library);
+        } else {
+            for (const ControlClass& each : library.classes())
+                listMethods(each);
+            listMethods(library.root());
+            listMethods(library.property());
+        }
     }
     AmbrelUnregisterClasses();
     OleUninitialize();

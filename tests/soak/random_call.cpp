@@ -26,6 +26,11 @@ constexpr Skipped kSkipped[] = {
     {"IVexControlBase::SetRenderDevice", "takes an address of the framework's"},
     {"IVexObj::SetObjPtr", "borrows an address of the framework's"},
     {"IVexObj::ReleaseInterRef", "takes back a reference that somebody else counts on"},
+    {"IAmbrel::DoWindowProc", "takes window messages, whose parameters may be addresses"},
+    {"IAmbrel::VexMessage", "takes messages of the controls, whose parameters may be addresses"},
+    {"IAmbrel::SetMessageEntry", "takes addresses of the application's own table"},
+    {"IAmbrel::SetDragabled", "lets the next press run the system's own loop, which waits for a real pointer"},
+    {"IVexPropBase::SetType", "makes the object be called as what it is not"},
     {"ISkinObjResBase::DrawSprite", "takes the address of a function of the framework's"},
 };
 

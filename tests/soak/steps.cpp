@@ -154,6 +154,19 @@ void notifyStep(World& world)
 
 void callStep(World& world) { callAnything(world, world.anyMember()); }
 
+void rootStep(World& world)
+{
+    const ComPtr<IAmbrel> root(world.root());
+    callAnything(world, {root.as<IDispatch>(), &world.library().root()});
+}
+
+void propertyCallStep(World& world)
+{
+    const auto control = world.anyControl();
+    if (const auto property = control ? world.anyProperty(*control) : nullptr)
+        callAnything(world, {property.as<IDispatch>(), &world.library().property()});
+}
+
 void stateStep(World& world)
 {
     const auto control = world.anyControl();
@@ -196,6 +209,7 @@ constexpr Weighted kSteps[] = {
     {"key", &keyStep, 60, 10},          {"focus", &focusStep, 20, 10},      {"timer", &timerStep, 30, 0},
     {"window", &windowStep, 15, 5},     {"paint", &paintStep, 12, 2},       {"render", &renderStep, 6, 0},
     {"tip", &tipStep, 10, 2},           {"property", &propertyStep, 80, 20}, {"notify", &notifyStep, 150, 20},
+    {"root", &rootStep, 40, 5},         {"property call", &propertyCallStep, 40, 5},
     {"call", &callStep, 250, 40},       {"state", &stateStep, 60, 20},      {"skin", &skinStep, 8, 4},
     {"add", &addStep, 25, 5},           {"item", &addItemStep, 3, 0},       {"remove", &removeStep, 14, 40},
     {"forget", &forgetStep, 12, 30},    {"end of the window", &endWindowStep, 1, 3},

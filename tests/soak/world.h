@@ -30,6 +30,7 @@ public:
     IAmbrel* root() const { return m_root.get(); }
     IVexRes* res() const { return m_res.get(); }
     Random& random() const { return m_random; }
+    const ControlLibrary& library() const { return m_library; }
 
     /// A control of any class somewhere in the window, in most cases with a look of its own.
     void addControl();
