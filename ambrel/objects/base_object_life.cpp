@@ -43,9 +43,6 @@ STDMETHODIMP BaseObject::CreateObj(hyper resources, hyper parent, long type, VAR
             m_resources.reset(); // found through the window; no need to keep it alive
 
         hold->CreateProps();
-        const ComPtr<IVexRes> skin = SkinObjectCore::resources();
-        for (const auto& group : groups())
-            group->SetVexRes(skin.get());
         m_node.set(NodeFlag::Created, true);
         accessConfiguration(true);
         if (RootServices* const present = services()) {

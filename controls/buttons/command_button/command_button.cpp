@@ -48,8 +48,9 @@ const ControlInfo& CCmdButton::info() const noexcept
 void CCmdButton::releaseHostObjects()
 {
     m_graphic.destroy(host());
-    for (Back& back : m_back)
-        back.image.destroy(host());
+    if (m_back)
+        for (Back& back : *m_back)
+            back.image.destroy(host());
     Control::releaseHostObjects();
 }
 
@@ -194,7 +195,7 @@ STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle**
 int CCmdButton::widthTakenByGraphic()
 {
     // A strip counts with all its frames; saved positions depend on it.
-    return m_strip ? m_strip.fullWidth() : graphicSize(graphicSource()).width;
+    return hasStrip() ? m_strip->fullWidth() : graphicSize(graphicSource()).width;
 }
 
 void CCmdButton::fitToText(bool forced)

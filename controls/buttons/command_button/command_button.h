@@ -10,6 +10,8 @@
 #include "frame/parts/render_images.h"
 #include "frame/platform/handles.h"
 
+#include <memory>
+
 namespace morvane {
 
 class CCmdButton : public Control<ICmdButton> {
@@ -92,6 +94,7 @@ private:
     /// The look that is drawn: an inactive button has its own while it is in its normal state.
     Look& currentLook() { return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state); }
 
+    bool hasStrip() const { return m_strip && *m_strip; }
     void updateState();
     bool isCursorInside();
     void drawBackground(IVexRenderDC& dc, const Rect& control);
@@ -113,11 +116,11 @@ private:
     bool m_isStateForced = false;
     bool m_hasFocus = false;
     ActiveFlag m_active;
-    FrameStrip m_strip;
+    std::unique_ptr<FrameStrip> m_strip; // made when the first file is given
     RenderImageSlot m_graphic;
     std::int64_t m_graphicHandle = 0;
     UniqueBitmap m_fileBitmap; // behind m_graphicHandle when that came from SetFileIcon
-    std::array<Back, kButtonStateCount> m_back;
+    std::unique_ptr<std::array<Back, kButtonStateCount>> m_back; // by ButtonState; made when the first is given
     FittedTo m_fitted;
 };
 

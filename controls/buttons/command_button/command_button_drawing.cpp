@@ -46,9 +46,9 @@ void CCmdButton::render(IVexRenderDC& dc)
 
 void CCmdButton::drawBackground(IVexRenderDC& dc, const Rect& control)
 {
-    const RenderImageSlot& bitmap = m_back[static_cast<std::size_t>(m_state)].image;
-    if (bitmap)
-        bitmap.draw(dc, control);
+    const Back* const back = m_back ? &(*m_back)[static_cast<std::size_t>(m_state)] : nullptr;
+    if (back && back->image)
+        back->image.draw(dc, control);
     else
         currentLook().image.draw(dc, control);
 }
@@ -61,7 +61,7 @@ GraphicPlacement CCmdButton::graphicPlacement() const
 
 CCmdButton::GraphicSource CCmdButton::graphicSource()
 {
-    if (m_strip)
+    if (hasStrip())
         return GraphicSource::Strip;
     if (m_graphic)
         return GraphicSource::Image;
@@ -72,7 +72,7 @@ Size CCmdButton::graphicSize(GraphicSource source)
 {
     switch (source) {
     case GraphicSource::Strip:
-        return m_strip.frameSize();
+        return m_strip->frameSize();
     case GraphicSource::Image:
         return m_graphic.size();
     case GraphicSource::Section:
@@ -90,7 +90,7 @@ int CCmdButton::drawGraphic(IVexRenderDC& dc, const Rect& control, const Graphic
     const Size size = graphicSize(source);
     const Rect place = placeGraphic(placement, control, size);
     if (source == GraphicSource::Strip)
-        m_strip.draw(dc, place, static_cast<int>(m_state));
+        m_strip->draw(dc, place, static_cast<int>(m_state));
     else if (source == GraphicSource::Image)
         m_graphic.draw(dc, place);
     else if (source == GraphicSource::Section)

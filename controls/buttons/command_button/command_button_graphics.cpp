@@ -34,7 +34,9 @@ ComPtr<Interface> sharedResource(IVexRes& res, VexObjType type, std::wstring_vie
 STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
 {
     return guarded([&] {
-        if (!m_strip.load(path, count, horizontal == VARIANT_TRUE))
+        if (!m_strip)
+            m_strip = std::make_unique<FrameStrip>();
+        if (!m_strip->load(path, count, horizontal == VARIANT_TRUE))
             return S_FALSE;
         m_properties.graphicX.set(x);
         m_properties.graphicY.set(y);
@@ -46,7 +48,7 @@ STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short 
 
 STDMETHODIMP CCmdButton::GetGraphicsFilePath(BSTR* result) noexcept
 {
-    return returning(result, [&] { return Bstr(m_strip.path()); });
+    return returning(result, [&] { return m_strip ? Bstr(m_strip->path()) : Bstr(L""); });
 }
 
 STDMETHODIMP CCmdButton::SetGraphicshIcon(std::int64_t icon, short, short) noexcept
@@ -146,7 +148,9 @@ STDMETHODIMP CCmdButton::SetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t bitm
     if (!isButtonState(state))
         return E_INVALIDARG;
     return guarded([&] {
-        Back& back = m_back[static_cast<std::size_t>(state)];
+        if (!m_back)
+            m_back = std::make_unique<std::array<Back, kButtonStateCount>>();
+        Back& back = (*m_back)[static_cast<std::size_t>(state)];
         back.image.makeFromHandle(host(), bitmap, VEX_PT_BMP);
         if (back.bitmap.get() != reinterpret_cast<HBITMAP>(bitmap))
             back.bitmap.reset(reinterpret_cast<HBITMAP>(bitmap));
@@ -160,7 +164,7 @@ STDMETHODIMP CCmdButton::GetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t* res
         return E_POINTER;
     if (!isButtonState(state))
         return E_INVALIDARG;
-    const HBITMAP bitmap = m_back[static_cast<std::size_t>(state)].bitmap.get();
+    const HBITMAP bitmap = m_back ? (*m_back)[static_cast<std::size_t>(state)].bitmap.get() : nullptr;
     if (!bitmap)
         return S_FALSE;
     *result = reinterpret_cast<std::int64_t>(bitmap);
