@@ -69,6 +69,13 @@ TEST_F(LifetimeTest, ControlsLiveOnWithoutTheirWindowUntilTheyAreLetGo)
     });
 }
 
+TEST_F(LifetimeTest, AWindowThatTakesDropsGoesWithItsTarget)
+{
+    EXPECT_EQ(root->RegisterDropTarget(), S_OK);
+    closeWindow(); // checks that nothing is left
+    openWindow();
+}
+
 /// The notifications that an ordinary day brings a class.
 std::set<long> s_seen;
 void STDMETHODCALLTYPE remember(void* identity, const AmbrelTraceEntry* entry)
