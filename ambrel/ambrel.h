@@ -1,4 +1,5 @@
-// What an application, a test or the gallery asks of the runtime besides the contract's interfaces. Exported by Ambrel.dll.
+// What an application, a test or the gallery asks of the runtime besides the contract's interfaces. Exported by
+// Ambrel.dll.
 #pragma once
 
 #include "host/host.h"
@@ -20,8 +21,9 @@ HRESULT STDMETHODCALLTYPE AmbrelCreateRes(IVexRes** result);
 /// 0xAARRGGBB (premultiplied), top row first. The window need not be visible.
 HRESULT STDMETHODCALLTYPE AmbrelRenderWindow(IAmbrel* root, long width, long height, std::uint32_t* pixels);
 
-/// What IAmbrel::SetEventRecieve takes the address of: the application's ear for a window. Borrowed; lives until another one
-/// (or 0) is set. Each member may be null; none may throw. Called synchronously; the window may be ended inside.
+/// What IAmbrel::SetEventRecieve takes the address of: the application's ear for a window. Borrowed; lives until
+/// another one (or 0) is set. Each member may be null; none may throw. Called synchronously; the window may be ended
+/// inside.
 struct AmbrelEventReceiver {
     /// IAmbrel::VexMessage.
     void(STDMETHODCALLTYPE* frameworkMessage)(AmbrelEventReceiver* self, hyper window, long message, hyper wParam,
@@ -31,23 +33,25 @@ struct AmbrelEventReceiver {
                                          hyper lParam);
 };
 
-/// Gives an existing control the look and settings that a packaged skin has for the first object of the control's class.
-/// `module` holds the package as a resource of type "UIFILES". On failure the control is unchanged and the thread's error
-/// info (IErrorInfo) says "file:line:column: ...".
-HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module, long resourceId);
+/// Gives an existing control the look and settings that a packaged skin has for the first object of the control's
+/// class. `module` holds the package as a resource of type "UIFILES". On failure the control is unchanged and the
+/// thread's error info (IErrorInfo) says "file:line:column: ...".
+HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module,
+                                          long resourceId);
 
 /// The same with a package in a zip file or a folder.
 HRESULT STDMETHODCALLTYPE AmbrelApplySkinFile(IVexRes* resources, IVexControlBase* control, const wchar_t* path);
 
-/// The scale in percent (100 to 300) at which a window draws what skins give in pixels of their own: borders and natural
-/// sizes of pictures, text sizes. A window starts with its monitor's; positions of objects are the application's and stay.
+/// The scale in percent (100 to 300) at which a window draws what skins give in pixels of their own: borders and
+/// natural sizes of pictures, text sizes. A window starts with its monitor's; positions of objects are the
+/// application's and stay.
 HRESULT STDMETHODCALLTYPE AmbrelSetScale(IAmbrel* root, long percent);
 
 /// Live objects of the runtime, for leak checks.
 long STDMETHODCALLTYPE AmbrelLiveObjects();
 
-/// The runtime's clock, in milliseconds. Frozen, it moves only by AmbrelAdvanceClock, which lets everything fall due that
-/// waits for it (tool tips, fades, double clicks).
+/// The runtime's clock, in milliseconds. Frozen, it moves only by AmbrelAdvanceClock, which lets everything fall due
+/// that waits for it (tool tips, fades, double clicks).
 std::int64_t STDMETHODCALLTYPE AmbrelClockNow();
 void STDMETHODCALLTYPE AmbrelFreezeClock();
 void STDMETHODCALLTYPE AmbrelAdvanceClock(std::int64_t milliseconds);
@@ -55,16 +59,16 @@ void STDMETHODCALLTYPE AmbrelRunClock();
 
 /// What passes the runtime's one trace point.
 enum AmbrelTraceKind {
-    AMBREL_TRACE_NOTIFICATION,    // id VexMsgID or window message; a, b: lParam2, lParam3 as given
-    AMBREL_TRACE_PROPERTY,        // text: group path and name; after the change
-    AMBREL_TRACE_REDRAW,          // rect: the requested rectangle in window coordinates
-    AMBREL_TRACE_CALLBACK,        // id message; a wParam, b lParam; before the callbacks run
-    AMBREL_TRACE_EVENT,           // CallEvent: as above
-    AMBREL_TRACE_FRAMEWORK,       // IAmbrel::VexMessage: as above
-    AMBREL_TRACE_WINDOW_MESSAGE,  // a message that reached the host window: as above
-    AMBREL_TRACE_PAINT,           // rect: what is painted
-    AMBREL_TRACE_DRAW,            // one drawing call of an object; text: what
-    AMBREL_TRACE_SKIN_ERROR,      // text: file:line:column: message; id: code
+    AMBREL_TRACE_NOTIFICATION,   // id VexMsgID or window message; a, b: lParam2, lParam3 as given
+    AMBREL_TRACE_PROPERTY,       // text: group path and name; after the change
+    AMBREL_TRACE_REDRAW,         // rect: the requested rectangle in window coordinates
+    AMBREL_TRACE_CALLBACK,       // id message; a wParam, b lParam; before the callbacks run
+    AMBREL_TRACE_EVENT,          // CallEvent: as above
+    AMBREL_TRACE_FRAMEWORK,      // IAmbrel::VexMessage: as above
+    AMBREL_TRACE_WINDOW_MESSAGE, // a message that reached the host window: as above
+    AMBREL_TRACE_PAINT,          // rect: what is painted
+    AMBREL_TRACE_DRAW,           // one drawing call of an object; text: what
+    AMBREL_TRACE_SKIN_ERROR,     // text: file:line:column: message; id: code
 };
 
 struct AmbrelTraceEntry {

@@ -46,7 +46,8 @@ struct Rect {
 
     constexpr bool contains(const Rect& other) const
     {
-        return other.isEmpty() || (other.left >= left && other.right <= right && other.top >= top && other.bottom <= bottom);
+        return other.isEmpty() ||
+               (other.left >= left && other.right <= right && other.top >= top && other.bottom <= bottom);
     }
 
     constexpr bool intersects(const Rect& other) const { return !intersection(other).isEmpty(); }
@@ -77,14 +78,16 @@ struct Rect {
 /// A rectangle of the given size centred in `outer`, the odd pixel going to the right and bottom.
 constexpr Rect centredIn(const Rect& outer, Size size)
 {
-    return Rect::at({outer.left + (outer.width() - size.width) / 2, outer.top + (outer.height() - size.height) / 2}, size);
+    return Rect::at({outer.left + (outer.width() - size.width) / 2, outer.top + (outer.height() - size.height) / 2},
+                    size);
 }
 
 /// Two coordinates as they travel in one 64-bit parameter: y in the high half of the low 32 bits, x in the low 16 bits.
 /// Computed in 32 bits and sign-extended, so a negative y gives a negative value; a negative x does not touch y.
 constexpr std::int64_t packPoint(Point p)
 {
-    return static_cast<std::int32_t>((static_cast<std::uint32_t>(p.y) << 16) | (static_cast<std::uint32_t>(p.x) & 0xFFFFu));
+    return static_cast<std::int32_t>((static_cast<std::uint32_t>(p.y) << 16) |
+                                     (static_cast<std::uint32_t>(p.x) & 0xFFFFu));
 }
 
 /// The point of a window message's parameter: x in the low 16 bits, y in the next 16, both signed.

@@ -18,7 +18,10 @@ constexpr int scaled(int value, int numerator, int denominator)
 }
 
 /// The low 16 bits as a signed number: what remains of a coordinate that travelled through a 16-bit parameter.
-constexpr int narrowed16(int value) { return static_cast<std::int16_t>(static_cast<std::uint16_t>(value & 0xFFFF)); }
+constexpr int narrowed16(int value)
+{
+    return static_cast<std::int16_t>(static_cast<std::uint16_t>(value & 0xFFFF));
+}
 
 /// a + b, held at the ends of the 32-bit range.
 constexpr int saturatingAdd(int a, int b)

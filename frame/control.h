@@ -1,7 +1,8 @@
 // The base of every component class of a control.
 //
-// A control derives from Control<its interface>, names itself in a ControlInfo, declares its properties, draws itself and
-// overrides the handlers in which it differs from the common handling. Instance<> completes it into a creatable object.
+// A control derives from Control<its interface>, names itself in a ControlInfo, declares its properties, draws itself
+// and overrides the handlers in which it differs from the common handling. Instance<> completes it into a creatable
+// object.
 #pragma once
 
 #include "frame/com/event_source.h"
@@ -61,7 +62,8 @@ public:
         });
     }
 
-    // For Instance<> ---------------------------------------------------------------------------------------------------
+    // For Instance<>
+    // ---------------------------------------------------------------------------------------------------
 
     HRESULT finalConstruct()
     {

@@ -61,10 +61,22 @@ Rect ControlFrame::ownRect() const
     return toRect(rect);
 }
 
-bool ControlFrame::isEnabled() const { return ask(m_inner.get(), &IVexControlBase::IsEnable, true); }
-bool ControlFrame::isLeftButtonDown() const { return ask(m_inner.get(), &IVexControlBase::IsLButtonDowned); }
-bool ControlFrame::isMouseOver() const { return ask(m_inner.get(), &IVexControlBase::IsMouseMove); }
-bool ControlFrame::isMirrored() const { return ask(m_inner.get(), &IVexControlBase::IsMirrorObject); }
+bool ControlFrame::isEnabled() const
+{
+    return ask(m_inner.get(), &IVexControlBase::IsEnable, true);
+}
+bool ControlFrame::isLeftButtonDown() const
+{
+    return ask(m_inner.get(), &IVexControlBase::IsLButtonDowned);
+}
+bool ControlFrame::isMouseOver() const
+{
+    return ask(m_inner.get(), &IVexControlBase::IsMouseMove);
+}
+bool ControlFrame::isMirrored() const
+{
+    return ask(m_inner.get(), &IVexControlBase::IsMirrorObject);
+}
 
 bool ControlFrame::isDesignTime() const
 {
@@ -120,7 +132,10 @@ void ControlFrame::drawFocusMark(IVexRenderDC& dc)
 
 // Telling others ------------------------------------------------------------------------------------------------------
 
-bool ControlFrame::raise(const PointerNotice& notice) { return raise(notice.id, notice.packed()); }
+bool ControlFrame::raise(const PointerNotice& notice)
+{
+    return raise(notice.id, notice.packed());
+}
 
 bool ControlFrame::raise(long message, std::int64_t lParam)
 {
@@ -238,8 +253,8 @@ Handled ControlFrame::onImportConfig(const ImportRequest& request)
     if (request.res) {
         Bstr type{kSkinResourceType};
         ComPtr<IVexControlBase> unwanted;
-        request.res->ImportSkin(reinterpret_cast<std::int64_t>(namedModule()), info().defaultSkin, type.get(), request.parent,
-                                request.result ? request.result : unwanted.put());
+        request.res->ImportSkin(reinterpret_cast<std::int64_t>(namedModule()), info().defaultSkin, type.get(),
+                                request.parent, request.result ? request.result : unwanted.put());
     }
     return Handled::Yes;
 }

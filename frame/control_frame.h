@@ -25,8 +25,8 @@ struct ControlInfo {
     IID eventInterface;
 };
 
-/// Common part of all controls, free of their interfaces. Handlers are virtual functions with the common handling as the
-/// default, so that a control's source shows only where it differs.
+/// Common part of all controls, free of their interfaces. Handlers are virtual functions with the common handling as
+/// the default, so that a control's source shows only where it differs.
 ///
 /// Any call out of a control may re-enter it, detach it or release it: EventNotify and the drawing operations hold the
 /// control until they return, and the handlers change state before they call out.
@@ -86,7 +86,8 @@ protected:
     // The control's tool-tip text; empty for controls without one, which hides the tip.
     virtual Bstr toolTipText() const { return Bstr(); }
 
-    // What handlers use ------------------------------------------------------------------------------------------------
+    // What handlers use
+    // ------------------------------------------------------------------------------------------------
 
     HostCache& host() noexcept { return m_host; }
     const HostCache& host() const noexcept { return m_host; }
@@ -101,7 +102,7 @@ protected:
     void setMouseOver(bool over);
     bool isMirrored() const;
     /// Whether the root's current focus object is this control.
-    bool isFocusObject() ;
+    bool isFocusObject();
 
     /// Asks the framework to paint the whole control, or just its present rectangle.
     void redraw();
@@ -110,8 +111,8 @@ protected:
     /// Draws the focus mark; every control does so last.
     void drawFocusMark(IVexRenderDC& dc);
 
-    /// Runs the callbacks that the application registered for the notification; true when one of them says so. May release
-    /// the control.
+    /// Runs the callbacks that the application registered for the notification; true when one of them says so. May
+    /// release the control.
     bool raise(const PointerNotice& notice);
     bool raise(long message, std::int64_t lParam);
 
@@ -132,7 +133,8 @@ protected:
     /// The real-control pointer, counted. It identifies the control in everything it tells.
     ComPtr<IVexControlBase> realControl() const;
 
-    // Used by Control<> ------------------------------------------------------------------------------------------------
+    // Used by Control<>
+    // ------------------------------------------------------------------------------------------------
 
     void constructInnerObjects();
     Handled dispatch(const VexNotify& notify);

@@ -8,8 +8,8 @@
 
 namespace morvane {
 
-/// Filled when the framework says the control is configured or finally created, dropped when it says the control is being
-/// destroyed; every pointer may be null at any time.
+/// Filled when the framework says the control is configured or finally created, dropped when it says the control is
+/// being destroyed; every pointer may be null at any time.
 struct HostCache {
     ComPtr<IVexObj> object;             // the control's own object, as the inner base object hands it out
     ComPtr<ISkinObjResBase> skinObject; // the same as a member of the object tree
@@ -17,7 +17,7 @@ struct HostCache {
     ComPtr<IAmbrel> root;
     std::int64_t configNode = 0;   // opaque
     std::int64_t renderDevice = 0; // opaque
-    HWND window = nullptr;  // the host window
+    HWND window = nullptr;         // the host window
 
     void fill(IVexControlBase& inner);
     void clear() { *this = HostCache(); }

@@ -16,7 +16,8 @@ ComPtr<IClassFactory> classObject(REFCLSID classId)
 } // namespace
 
 HostClasses::HostClasses()
-    : m_thread(GetCurrentThreadId()), m_innerBase(classObject(kClsidInnerBaseObject)), m_objectDraw(classObject(kClsidObjectDraw))
+    : m_thread(GetCurrentThreadId()), m_innerBase(classObject(kClsidInnerBaseObject)),
+      m_objectDraw(classObject(kClsidObjectDraw))
 {
 }
 

@@ -8,8 +8,8 @@
 
 namespace morvane {
 
-/// The framework's class objects, asked for once and shared by all controls that live: looking a class up costs far more
-/// than creating its object. The last control lets go of them, so a host can come and go between controls.
+/// The framework's class objects, asked for once and shared by all controls that live: looking a class up costs far
+/// more than creating its object. The last control lets go of them, so a host can come and go between controls.
 class HostClasses {
 public:
     /// The ones the living controls of this thread share; made for the first.

@@ -2,7 +2,10 @@
 
 namespace morvane {
 
-HMODULE namedModule() noexcept { return GetModuleHandleW(L"Morvane.dll"); }
+HMODULE namedModule() noexcept
+{
+    return GetModuleHandleW(L"Morvane.dll");
+}
 
 HICON loadModuleIcon(WORD id, Size size) noexcept
 {
@@ -10,6 +13,9 @@ HICON loadModuleIcon(WORD id, Size size) noexcept
                                          LR_CREATEDIBSECTION | LR_DEFAULTSIZE));
 }
 
-HCURSOR loadModuleCursor(WORD id) noexcept { return LoadCursorW(namedModule(), MAKEINTRESOURCEW(id)); }
+HCURSOR loadModuleCursor(WORD id) noexcept
+{
+    return LoadCursorW(namedModule(), MAKEINTRESOURCEW(id));
+}
 
 } // namespace morvane

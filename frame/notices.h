@@ -9,7 +9,10 @@ namespace morvane {
 
 enum class Handled : bool { No, Yes };
 
-constexpr Handled handledIf(bool handled) noexcept { return handled ? Handled::Yes : Handled::No; }
+constexpr Handled handledIf(bool handled) noexcept
+{
+    return handled ? Handled::Yes : Handled::No;
+}
 
 /// Something the pointer did; the point is in window coordinates.
 struct PointerNotice {
@@ -45,9 +48,9 @@ struct IconRequest {
 
 /// The packaged default look is to be imported.
 struct ImportRequest {
-    IVexRes* res;              // may be null
-    std::int64_t parent;       // the framework's handle of the parent object
-    IVexControlBase** result;  // may be null
+    IVexRes* res;             // may be null
+    std::int64_t parent;      // the framework's handle of the parent object
+    IVexControlBase** result; // may be null
 };
 
 } // namespace morvane

@@ -141,12 +141,14 @@ constinit const std::array<NotificationTable::Entry, 30> NotificationTable::entr
 Handled ControlFrame::dispatch(const VexNotify& notify)
 {
     if (notify.eWinMsgId != 0)
-        return onWindowMessage({static_cast<UINT>(notify.eWinMsgId), static_cast<WPARAM>(notify.lParam1), notify.lParam2});
+        return onWindowMessage(
+            {static_cast<UINT>(notify.eWinMsgId), static_cast<WPARAM>(notify.lParam1), notify.lParam2});
     const auto route = NotificationTable::find(notify.eVexMsgId);
     return route ? route(*this, notify) : onOther(notify);
 }
 
-// Questions about the class, answered from its ControlInfo --------------------------------------------------------------
+// Questions about the class, answered from its ControlInfo
+// --------------------------------------------------------------
 
 Handled ControlFrame::answerTypeName(const VexNotify& notify)
 {

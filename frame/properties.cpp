@@ -200,9 +200,15 @@ void TextStyleProp::draw(IVexRenderDC& dc, const Rect& rect, const Bstr& text) c
         m_property->RenderDraw(&dc, &target, text.get(), &drawn);
 }
 
-PropertyGroup PropertyTable::group(std::wstring_view name) const { return {m_inner, createGroup(m_inner, nullptr, name)}; }
+PropertyGroup PropertyTable::group(std::wstring_view name) const
+{
+    return {m_inner, createGroup(m_inner, nullptr, name)};
+}
 
-PropertyGroup PropertyGroup::group(std::wstring_view name) const { return {m_inner, createGroup(m_inner, m_group.get(), name)}; }
+PropertyGroup PropertyGroup::group(std::wstring_view name) const
+{
+    return {m_inner, createGroup(m_inner, m_group.get(), name)};
+}
 
 ComPtr<IVexPropBase> PropertyGroup::create(enumPropType type, std::wstring_view name, bool isStyle) const
 {

@@ -1,4 +1,5 @@
-// The control library, used by the gallery as any application could: loaded from beside the program, nothing registered.
+// The control library, used by the gallery as any application could: loaded from beside the program, nothing
+// registered.
 #pragma once
 
 #include "frame/com/com_ptr.h"
@@ -9,8 +10,8 @@ namespace gallery {
 
 using morvane::ComPtr;
 
-/// Loads Morvane.dll and makes the given classes known to this process, so that CoCreateInstance and the runtime find them.
-/// Throws std::runtime_error when the library or a class is missing.
+/// Loads Morvane.dll and makes the given classes known to this process, so that CoCreateInstance and the runtime find
+/// them. Throws std::runtime_error when the library or a class is missing.
 class ComponentLibrary {
 public:
     explicit ComponentLibrary(const std::vector<CLSID>& classes);

@@ -21,8 +21,9 @@ public:
     {
         if (FAILED(OleInitialize(nullptr)) || FAILED(AmbrelRegisterClasses()))
             throw std::runtime_error("the runtime could not be started");
-        m_library = std::make_unique<ComponentLibrary>(std::vector<CLSID>{
-            __uuidof(CmdButton), __uuidof(VexCheckBox), __uuidof(RadioBox), __uuidof(VexRadioGroup), __uuidof(UIFormObj)});
+        m_library = std::make_unique<ComponentLibrary>(std::vector<CLSID>{__uuidof(CmdButton), __uuidof(VexCheckBox),
+                                                                          __uuidof(RadioBox), __uuidof(VexRadioGroup),
+                                                                          __uuidof(UIFormObj)});
     }
     Session(const Session&) = delete;
     Session& operator=(const Session&) = delete;
@@ -66,8 +67,8 @@ void shootPages(const Options& options, const Session& session)
     const std::size_t last = options.page.empty() ? allPages().size() - 1 : first;
     for (std::size_t i = first; i <= last; ++i) {
         shell.selectPage(i);
-        const std::wstring path = *options.shotFolder + L"\\" + allPages()[i].name + L"-" + std::to_wstring(options.scale) +
-                                  (options.isDark ? L"-dark.png" : L".png");
+        const std::wstring path = *options.shotFolder + L"\\" + allPages()[i].name + L"-" +
+                                  std::to_wstring(options.scale) + (options.isDark ? L"-dark.png" : L".png");
         if (!writePng(pictureOf(shell), path))
             throw std::runtime_error("a picture could not be written");
         std::printf("%ls\n", path.c_str());

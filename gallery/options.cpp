@@ -37,10 +37,26 @@ ParsedOptions parseOptions(int count, const wchar_t* const* arguments)
     Options& o = result.options;
     using WithValue = std::function<bool(const std::wstring&)>;
     const std::map<std::wstring_view, WithValue> withValue = {
-        {L"--page", [&](const auto& v) { o.page = v; return true; }},
-        {L"--skin", [&](const auto& v) { o.skinFolder = v; return true; }},
-        {L"--shot", [&](const auto& v) { o.shotFolder = v; return true; }},
-        {L"--sheet", [&](const auto& v) { o.sheet = v; return true; }},
+        {L"--page",
+         [&](const auto& v) {
+             o.page = v;
+             return true;
+         }},
+        {L"--skin",
+         [&](const auto& v) {
+             o.skinFolder = v;
+             return true;
+         }},
+        {L"--shot",
+         [&](const auto& v) {
+             o.shotFolder = v;
+             return true;
+         }},
+        {L"--sheet",
+         [&](const auto& v) {
+             o.sheet = v;
+             return true;
+         }},
         {L"--scale", [&](const auto& v) { return parseScale(v, o.scale); }},
     };
     const std::map<std::wstring_view, bool*> flags = {

@@ -15,8 +15,8 @@ bool encode(IWICImagingFactory& factory, const Picture& picture, IWICStream& str
     ComPtr<IWICBitmapEncoder> encoder;
     ComPtr<IWICBitmapFrameEncode> frame;
     if (FAILED(factory.CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.put())) ||
-        FAILED(encoder->Initialize(&stream, WICBitmapEncoderNoCache)) || FAILED(encoder->CreateNewFrame(frame.put(), nullptr)) ||
-        FAILED(frame->Initialize(nullptr)))
+        FAILED(encoder->Initialize(&stream, WICBitmapEncoderNoCache)) ||
+        FAILED(encoder->CreateNewFrame(frame.put(), nullptr)) || FAILED(frame->Initialize(nullptr)))
         return false;
     const UINT width = static_cast<UINT>(picture.size.width);
     const UINT height = static_cast<UINT>(picture.size.height);
@@ -37,9 +37,10 @@ bool writePng(const Picture& picture, const std::wstring& path)
 {
     ComPtr<IWICImagingFactory> factory;
     ComPtr<IWICStream> stream;
-    if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IWICImagingFactory>(),
-                                factory.putVoid())) ||
-        FAILED(factory->CreateStream(stream.put())) || FAILED(stream->InitializeFromFilename(path.c_str(), GENERIC_WRITE)))
+    if (FAILED(CoCreateInstance(CLSID_WICImagingFactory, nullptr, CLSCTX_INPROC_SERVER,
+                                morvane::iidOf<IWICImagingFactory>(), factory.putVoid())) ||
+        FAILED(factory->CreateStream(stream.put())) ||
+        FAILED(stream->InitializeFromFilename(path.c_str(), GENERIC_WRITE)))
         return false;
     return encode(*factory, picture, *stream);
 }

@@ -71,17 +71,25 @@ Rect Scene::scaled(const Rect& rect) const
     return {scaled(rect.left), scaled(rect.top), scaled(rect.right), scaled(rect.bottom)};
 }
 
-std::wstring Scene::nextName(const wchar_t* kind) { return kind + std::to_wstring(++m_lastName); }
+std::wstring Scene::nextName(const wchar_t* kind)
+{
+    return kind + std::to_wstring(++m_lastName);
+}
 
-void Scene::place(IVexControlBase& control, const Rect& place) const { placePixels(control, scaled(place)); }
+void Scene::place(IVexControlBase& control, const Rect& place) const
+{
+    placePixels(control, scaled(place));
+}
 
 void Scene::placePixels(IVexControlBase& control, const Rect& r) const
 {
     VexPosition record{};
     record.horzPos = {PHAT_LEFT, PHST_LEFTWIDTH, r.left, 0, r.width()};
-    record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0, r.height()};
+    record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0,
+                      r.height()};
     ComPtr<IDispatch> object;
-    require(CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.putVoid()), "position");
+    require(CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.putVoid()),
+            "position");
     const auto position = object.as<IVexPos>();
     position->SetPosStruct(record);
     control.SetPosition(position.get());
@@ -91,8 +99,9 @@ void Scene::placePixels(IVexControlBase& control, const Rect& r) const
 ComPtr<IVexControlBase> Scene::create(REFCLSID classId, IVexControlBase* parent, const Rect& where)
 {
     ComPtr<IVexControlBase> control;
-    require(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid()),
-            "a control could not be created");
+    require(
+        CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid()),
+        "a control could not be created");
     ISkinObjResBase* const owner = parent ? static_cast<ISkinObjResBase*>(parent) : m_root.get();
     std::int64_t created = 0;
     require(control->CreateObj(reinterpret_cast<std::int64_t>(m_res.get()), reinterpret_cast<std::int64_t>(owner),
@@ -109,11 +118,15 @@ void Scene::applySkin(IVexControlBase& control, int package) const
         require(AmbrelApplySkin(m_res.get(), &control, m_skins.module, package), "a default skin could not be applied");
         return;
     }
-    const std::wstring path = m_skins.folder + L'\\' + std::to_wstring(package) + (m_skins.isDark ? L".dark.zip" : L".zip");
+    const std::wstring path =
+        m_skins.folder + L'\\' + std::to_wstring(package) + (m_skins.isDark ? L".dark.zip" : L".zip");
     require(AmbrelApplySkinFile(m_res.get(), &control, path.c_str()), "a skin could not be applied");
 }
 
-void Scene::finish(IVexControlBase& control) const { control.FinalCreate(VARIANT_TRUE); }
+void Scene::finish(IVexControlBase& control) const
+{
+    control.FinalCreate(VARIANT_TRUE);
+}
 
 ComPtr<ICmdButton> Scene::button(IVexControlBase* parent, const Rect& where, std::wstring_view text)
 {
@@ -157,7 +170,8 @@ ComPtr<IUIFormObj> Scene::form(IVexControlBase* parent, const Rect& where, OLE_C
     return form;
 }
 
-ComPtr<ICmdButton> Scene::label(IVexControlBase* parent, const Rect& where, std::wstring_view text, const TextLook& look)
+ComPtr<ICmdButton> Scene::label(IVexControlBase* parent, const Rect& where, std::wstring_view text,
+                                const TextLook& look)
 {
     const auto control = create(__uuidof(CmdButton), parent, where);
     finish(*control);
@@ -230,7 +244,8 @@ void Scene::onMessage(IVexControlBase& control, long message, std::function<void
     auto kept = std::make_unique<std::function<void()>>(std::move(action));
     VARIANT_BOOL done = VARIANT_FALSE;
     const ambrel::MessageCallback callback = &runAction;
-    control.AddMsgCallback(message, reinterpret_cast<std::int64_t>(callback), reinterpret_cast<std::int64_t>(kept.get()), &done);
+    control.AddMsgCallback(message, reinterpret_cast<std::int64_t>(callback),
+                           reinterpret_cast<std::int64_t>(kept.get()), &done);
     m_callbacks.push_back({&control, std::move(kept)});
 }
 
@@ -251,7 +266,8 @@ void Scene::onClick(IVexControlBase& control, std::function<void()> action)
         ComPtr<ISkinObjResBase> focused; // pressed by the keyboard: the cursor may be anywhere
         VARIANT_BOOL hasFocus = VARIANT_FALSE;
         raw->IsFocus(&hasFocus);
-        if (hasFocus || (cursor.x >= rect.left && cursor.x < rect.right && cursor.y >= rect.top && cursor.y < rect.bottom))
+        if (hasFocus ||
+            (cursor.x >= rect.left && cursor.x < rect.right && cursor.y >= rect.top && cursor.y < rect.bottom))
             action();
     });
 }

@@ -54,7 +54,8 @@ Shell::~Shell()
 
 Size Shell::size() const
 {
-    return {m_scene->scaled(kWindowWidth + (m_isInspectorShown ? Inspector::kWidth : 0)), m_scene->scaled(kWindowHeight)};
+    return {m_scene->scaled(kWindowWidth + (m_isInspectorShown ? Inspector::kWidth : 0)),
+            m_scene->scaled(kWindowHeight)};
 }
 
 HWND Shell::window() const
@@ -80,7 +81,8 @@ void Shell::buildList()
         top += 32;
         ++index;
     }
-    const auto inspect = m_scene->button(list.get(), {20, kWindowHeight - 48, kListWidth - 20, kWindowHeight - 20}, L"Inspector");
+    const auto inspect =
+        m_scene->button(list.get(), {20, kWindowHeight - 48, kListWidth - 20, kWindowHeight - 20}, L"Inspector");
     inspect->SetTooltip(Bstr(L"Objects, properties and events of the page (F12)").get());
     m_scene->onClick(*inspect, [this] { toggleInspector(); });
 }
@@ -121,8 +123,7 @@ void Shell::selectPage(std::size_t index)
     if (m_page)
         m_scene->remove(*m_page);
     const PageInfo& page = allPages()[index];
-    m_page = m_scene->form(m_background.get(),
-                           Rect::at({kListWidth + 1, 0}, kPageSize), m_scene->theme().window);
+    m_page = m_scene->form(m_background.get(), Rect::at({kListWidth + 1, 0}, kPageSize), m_scene->theme().window);
     page.build(*m_scene, *m_page);
     VEXRADIOBOX_VALUE value = VEXRADIOBOX_UNCHECKED;
     m_entries[index]->GetValue(&value);

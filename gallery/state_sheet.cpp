@@ -57,7 +57,8 @@ std::vector<StateRow> buttonRows()
     return rows;
 }
 
-constexpr std::array<std::pair<const wchar_t*, int>, 4> kBoxStates = {{{L"normal", 0}, {L"hot", 1}, {L"pressed", 2}, {L"disabled", 3}}};
+constexpr std::array<std::pair<const wchar_t*, int>, 4> kBoxStates = {
+    {{L"normal", 0}, {L"hot", 1}, {L"pressed", 2}, {L"disabled", 3}}};
 
 std::vector<StateRow> checkBoxRows()
 {
@@ -140,7 +141,8 @@ Picture blockOf(const std::vector<StateRow>& rows, const SkinSource& skins, int 
     res->CreateAmbrel(Bstr(L"Sheet").get(), 0, object.put());
     const auto root = object.as<IAmbrel>();
     Scene scene(res, root, skins, scale);
-    const Size inside{kNameWidth + 2 * kCellWidth + 4 * kMargin, static_cast<int>(rows.size()) * kRowHeight + 2 * kMargin};
+    const Size inside{kNameWidth + 2 * kCellWidth + 4 * kMargin,
+                      static_cast<int>(rows.size()) * kRowHeight + 2 * kMargin};
     const Size device{scene.scaled(inside.width), scene.scaled(inside.height)};
     root->Create(0, {0, 0, device.width, device.height}, &done);
     AmbrelSetScale(root.get(), scale);
@@ -151,11 +153,13 @@ Picture blockOf(const std::vector<StateRow>& rows, const SkinSource& skins, int 
     for (const StateRow& row : rows) {
         scene.label(form.get(), Rect::at({kMargin, top}, {kNameWidth, 28}), row.name, {scene.theme().textSoft, 9});
         row.make(scene, *form, Rect::at({kNameWidth + 2 * kMargin, top}, {kCellWidth, 28}));
-        const auto mirrored = row.make(scene, *form, Rect::at({kNameWidth + kCellWidth + 3 * kMargin, top}, {kCellWidth, 28}));
+        const auto mirrored =
+            row.make(scene, *form, Rect::at({kNameWidth + kCellWidth + 3 * kMargin, top}, {kCellWidth, 28}));
         mirrored->MirrorObject(VARIANT_TRUE);
         top += kRowHeight;
     }
-    Picture picture{device, std::vector<std::uint32_t>(static_cast<std::size_t>(device.width) * static_cast<std::size_t>(device.height))};
+    Picture picture{device, std::vector<std::uint32_t>(static_cast<std::size_t>(device.width) *
+                                                       static_cast<std::size_t>(device.height))};
     if (FAILED(AmbrelRenderWindow(root.get(), device.width, device.height, picture.pixels.data())))
         throw std::runtime_error("a sheet could not be drawn");
     std::int64_t window = 0;
@@ -179,7 +183,8 @@ Picture compose(const std::vector<std::vector<Picture>>& palettes)
         size.width += block.size.width;
     for (const auto& blocks : palettes)
         size.height += blocks.back().size.height;
-    Picture whole{size, std::vector<std::uint32_t>(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), 0xFF808080)};
+    Picture whole{size, std::vector<std::uint32_t>(
+                            static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), 0xFF808080)};
     Point at;
     for (const auto& blocks : palettes) {
         at.x = 0;

@@ -5,7 +5,6 @@
 
 #include <cstddef>
 
-
 static_assert(sizeof(SkinRect) == 16);
 static_assert(offsetof(SkinRect, left) == 0);
 static_assert(offsetof(SkinRect, top) == 4);
@@ -161,4 +160,3 @@ static_assert(offsetof(VexLCNotifyInfo, lParam2) == 16);
 static_assert(offsetof(VexLCNotifyInfo, lParam3) == 24);
 static_assert(offsetof(VexLCNotifyInfo, lParam4) == 32);
 static_assert(offsetof(VexLCNotifyInfo, lParam5) == 40);
-

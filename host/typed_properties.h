@@ -33,12 +33,12 @@ struct StringProperty : IVexPropBase {
 
 /// _PROPTYPE_COMBO: a list of texts and the index of the chosen one, -1 for none.
 struct ComboProperty : IVexPropBase {
-    virtual HRESULT STDMETHODCALLTYPE AddItem(const wchar_t* text) = 0;         // 1 fixed
-    virtual HRESULT STDMETHODCALLTYPE SetSelection(long index) = 0;             // 2 fixed
-    virtual HRESULT STDMETHODCALLTYPE GetSelection(long* index) = 0;            // 3 fixed
-    virtual HRESULT STDMETHODCALLTYPE GetItemCount(long* count) = 0;            // 4
-    virtual HRESULT STDMETHODCALLTYPE GetItem(long index, BSTR* text) = 0;      // 5
-    virtual HRESULT STDMETHODCALLTYPE RemoveAllItems() = 0;                     // 6
+    virtual HRESULT STDMETHODCALLTYPE AddItem(const wchar_t* text) = 0;    // 1 fixed
+    virtual HRESULT STDMETHODCALLTYPE SetSelection(long index) = 0;        // 2 fixed
+    virtual HRESULT STDMETHODCALLTYPE GetSelection(long* index) = 0;       // 3 fixed
+    virtual HRESULT STDMETHODCALLTYPE GetItemCount(long* count) = 0;       // 4
+    virtual HRESULT STDMETHODCALLTYPE GetItem(long index, BSTR* text) = 0; // 5
+    virtual HRESULT STDMETHODCALLTYPE RemoveAllItems() = 0;                // 6
 };
 
 /// _PROPTYPE_COLOR: the library's own colour interface; GetValue 1, SetValue 2 and RenderDraw 4 are fixed.
@@ -47,18 +47,19 @@ using ColorProperty = IColorProp;
 /// _PROPTYPE_FILLCOLOR
 struct FillColorProperty : IVexPropBase {
     /// The fill, referenced; null when none is set.
-    virtual HRESULT STDMETHODCALLTYPE GetFill(IFillColor** fill) = 0;                                        // 1 fixed
-    virtual HRESULT STDMETHODCALLTYPE SetFill(IFillColor* fill) = 0;                                         // 2 fixed
-    virtual HRESULT STDMETHODCALLTYPE GetResourceName(BSTR* name) = 0;                                       // 3
-    virtual HRESULT STDMETHODCALLTYPE SetResourceName(const wchar_t* name) = 0;                              // 4
-    virtual HRESULT STDMETHODCALLTYPE GetStartColor(OLE_COLOR* color) = 0;                                   // 5
-    virtual HRESULT STDMETHODCALLTYPE SetStartColor(OLE_COLOR color) = 0;                                    // 6
-    virtual HRESULT STDMETHODCALLTYPE GetEndColor(OLE_COLOR* color) = 0;                                     // 7
-    virtual HRESULT STDMETHODCALLTYPE SetEndColor(OLE_COLOR color) = 0;                                      // 8
-    virtual HRESULT STDMETHODCALLTYPE GetRotation(long* degrees) = 0;                                        // 9
-    virtual HRESULT STDMETHODCALLTYPE SetRotation(long degrees) = 0;                                         // 10
-    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0;         // 11
-    virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0; // 12 fixed
+    virtual HRESULT STDMETHODCALLTYPE GetFill(IFillColor** fill) = 0;                                       // 1 fixed
+    virtual HRESULT STDMETHODCALLTYPE SetFill(IFillColor* fill) = 0;                                        // 2 fixed
+    virtual HRESULT STDMETHODCALLTYPE GetResourceName(BSTR* name) = 0;                                      // 3
+    virtual HRESULT STDMETHODCALLTYPE SetResourceName(const wchar_t* name) = 0;                             // 4
+    virtual HRESULT STDMETHODCALLTYPE GetStartColor(OLE_COLOR* color) = 0;                                  // 5
+    virtual HRESULT STDMETHODCALLTYPE SetStartColor(OLE_COLOR color) = 0;                                   // 6
+    virtual HRESULT STDMETHODCALLTYPE GetEndColor(OLE_COLOR* color) = 0;                                    // 7
+    virtual HRESULT STDMETHODCALLTYPE SetEndColor(OLE_COLOR color) = 0;                                     // 8
+    virtual HRESULT STDMETHODCALLTYPE GetRotation(long* degrees) = 0;                                       // 9
+    virtual HRESULT STDMETHODCALLTYPE SetRotation(long degrees) = 0;                                        // 10
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, VARIANT_BOOL* drawn) = 0; // 11
+    virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect,
+                                                 VARIANT_BOOL* drawn) = 0; // 12 fixed
 };
 
 /// The frames of an animated picture, owned by the picture.
@@ -84,10 +85,11 @@ struct ImageSectionProperty : IVexPropBase {
     virtual HRESULT STDMETHODCALLTYPE GetImageHeight(short* height) = 0;  // 9 fixed
     virtual HRESULT STDMETHODCALLTYPE GetImageCount(long* count) = 0;     // 10
     virtual HRESULT STDMETHODCALLTYPE SetImageCount(long count) = 0;      // 11
-    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, long index, VARIANT_BOOL* drawn) = 0; // 12
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, long index,
+                                           VARIANT_BOOL* drawn) = 0; // 12
     virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, long index, short flag,
-                                                 VARIANT_BOOL* drawn) = 0; // 13 fixed; the flag is always 0
-    virtual HRESULT STDMETHODCALLTYPE GetBorder(SkinRect* border) = 0;     // 14
+                                                 VARIANT_BOOL* drawn) = 0;   // 13 fixed; the flag is always 0
+    virtual HRESULT STDMETHODCALLTYPE GetBorder(SkinRect* border) = 0;       // 14
     virtual HRESULT STDMETHODCALLTYPE SetBorder(const SkinRect* border) = 0; // 15
     /// Null when the picture is not animated. Valid while the section keeps its picture.
     virtual HRESULT STDMETHODCALLTYPE GetFrameTable(const PictureFrameTable** table) = 0; // 16 fixed
@@ -103,7 +105,8 @@ struct TextStyleProperty : IVexPropBase {
     /// The text style, referenced; null when none is set.
     virtual HRESULT STDMETHODCALLTYPE GetTextStyle(IVexTextStyle** style) = 0; // 6 fixed
     virtual HRESULT STDMETHODCALLTYPE SetTextStyle(IVexTextStyle* style) = 0;  // 7 fixed
-    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, const wchar_t* text, VARIANT_BOOL* drawn) = 0; // 8
+    virtual HRESULT STDMETHODCALLTYPE Draw(std::int64_t dc, const SkinRect* rect, const wchar_t* text,
+                                           VARIANT_BOOL* drawn) = 0; // 8
     virtual HRESULT STDMETHODCALLTYPE RenderDraw(IVexRenderDC* dc, const SkinRect* rect, const wchar_t* text,
                                                  VARIANT_BOOL* drawn) = 0; // 9 fixed
 };

@@ -49,12 +49,15 @@ const HostClass kClasses[] = {
 
 } // namespace
 
-std::span<const HostClass> hostClasses() noexcept { return kClasses; }
+std::span<const HostClass> hostClasses() noexcept
+{
+    return kClasses;
+}
 
 ComPtr<IClassFactory> makeClassFactory(REFCLSID id)
 {
-    const auto found = std::find_if(std::begin(kClasses), std::end(kClasses),
-                                    [&](const HostClass& each) { return each.id == id; });
+    const auto found =
+        std::find_if(std::begin(kClasses), std::end(kClasses), [&](const HostClass& each) { return each.id == id; });
     if (found == std::end(kClasses))
         return nullptr;
     const auto factory = morvane::Instance<ClassFactory>::make();

@@ -28,8 +28,8 @@ bool setValue(const std::wstring& key, const wchar_t* name, const std::wstring& 
 bool registerClass(const ambrel::HostClass& each, const std::wstring& path)
 {
     const std::wstring key = keyOf(each.id);
-    return setValue(key, nullptr, each.name) && setValue(key + L"\\InprocServer32", nullptr, path)
-           && setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+    return setValue(key, nullptr, each.name) && setValue(key + L"\\InprocServer32", nullptr, path) &&
+           setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
 }
 
 } // namespace
@@ -42,7 +42,10 @@ STDAPI DllGetClassObject(REFCLSID clsid, REFIID iid, void** result)
     });
 }
 
-STDAPI DllCanUnloadNow() { return morvane::ModuleLock::count() != 0 ? S_FALSE : S_OK; }
+STDAPI DllCanUnloadNow()
+{
+    return morvane::ModuleLock::count() != 0 ? S_FALSE : S_OK;
+}
 
 STDAPI DllUnregisterServer()
 {

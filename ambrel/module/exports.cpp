@@ -26,8 +26,8 @@ public:
         for (const HostClass& each : hostClasses()) {
             const ComPtr<IClassFactory> factory = makeClassFactory(each.id);
             DWORD cookie = 0;
-            const HRESULT status = CoRegisterClassObject(each.id, factory.get(), CLSCTX_INPROC_SERVER,
-                                                         REGCLS_MULTIPLEUSE, &cookie);
+            const HRESULT status =
+                CoRegisterClassObject(each.id, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie);
             if (FAILED(status)) {
                 remove();
                 return status;
@@ -94,12 +94,14 @@ HRESULT STDMETHODCALLTYPE AmbrelRenderWindow(IAmbrel* root, long width, long hei
             return E_OUTOFMEMORY;
         const PixelView view = surface->pixels();
         for (int y = 0; y < view.height; ++y)
-            std::copy_n(view.row(y), view.width, pixels + static_cast<std::size_t>(y) * static_cast<std::size_t>(width));
+            std::copy_n(view.row(y), view.width,
+                        pixels + static_cast<std::size_t>(y) * static_cast<std::size_t>(width));
         return S_OK;
     });
 }
 
-HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module, long resourceId)
+HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* control, HINSTANCE module,
+                                          long resourceId)
 {
     if (!control)
         return E_POINTER;
@@ -131,11 +133,29 @@ HRESULT STDMETHODCALLTYPE AmbrelSetScale(IAmbrel* root, long percent)
     });
 }
 
-long STDMETHODCALLTYPE AmbrelLiveObjects() { return morvane::ModuleLock::count(); }
+long STDMETHODCALLTYPE AmbrelLiveObjects()
+{
+    return morvane::ModuleLock::count();
+}
 
-std::int64_t STDMETHODCALLTYPE AmbrelClockNow() { return Clock::instance().nowMs(); }
-void STDMETHODCALLTYPE AmbrelFreezeClock() { Clock::instance().freeze(); }
-void STDMETHODCALLTYPE AmbrelAdvanceClock(std::int64_t milliseconds) { Clock::instance().advance(milliseconds); }
-void STDMETHODCALLTYPE AmbrelRunClock() { Clock::instance().run(); }
+std::int64_t STDMETHODCALLTYPE AmbrelClockNow()
+{
+    return Clock::instance().nowMs();
+}
+void STDMETHODCALLTYPE AmbrelFreezeClock()
+{
+    Clock::instance().freeze();
+}
+void STDMETHODCALLTYPE AmbrelAdvanceClock(std::int64_t milliseconds)
+{
+    Clock::instance().advance(milliseconds);
+}
+void STDMETHODCALLTYPE AmbrelRunClock()
+{
+    Clock::instance().run();
+}
 
-void STDMETHODCALLTYPE AmbrelSetTraceSink(AmbrelTraceSink sink, void* context) { Trace::instance().setSink(sink, context); }
+void STDMETHODCALLTYPE AmbrelSetTraceSink(AmbrelTraceSink sink, void* context)
+{
+    Trace::instance().setSink(sink, context);
+}

@@ -16,8 +16,11 @@ public:
 
     HMODULE handle() const { return m_module; }
 
-#define AMBREL_ENTRY(name) \
-    decltype(&::name) name() const { return entry<decltype(&::name)>(#name); }
+#define AMBREL_ENTRY(name)                                                                                             \
+    decltype(&::name) name() const                                                                                     \
+    {                                                                                                                  \
+        return entry<decltype(&::name)>(#name);                                                                        \
+    }
     AMBREL_ENTRY(AmbrelRegisterClasses)
     AMBREL_ENTRY(AmbrelUnregisterClasses)
     AMBREL_ENTRY(AmbrelCreateRes)

@@ -8,7 +8,10 @@ namespace ambrel {
 namespace {
 
 /// A copy of a text that a control lent through a notification; the empty string for null.
-Bstr textOf(const wchar_t* text) { return Bstr(text ? std::wstring_view(text) : std::wstring_view()); }
+Bstr textOf(const wchar_t* text)
+{
+    return Bstr(text ? std::wstring_view(text) : std::wstring_view());
+}
 
 } // namespace
 
@@ -20,7 +23,10 @@ HRESULT createBaseObject(IUnknown* outer, REFIID iid, void** result) noexcept
 BaseObject::BaseObject() noexcept : SkinObject(VEXOBJTYPE_PLUGIN) {}
 BaseObject::~BaseObject() = default;
 
-HRESULT BaseObject::finalConstruct() noexcept { return S_OK; }
+HRESULT BaseObject::finalConstruct() noexcept
+{
+    return S_OK;
+}
 
 void BaseObject::finalRelease() noexcept
 {
@@ -56,7 +62,10 @@ const wchar_t* BaseObject::askText(VexMsgID id)
     return tell(id, reinterpret_cast<hyper>(&text)) ? text : nullptr;
 }
 
-Bstr BaseObject::defaultTypeName() { return textOf(askText(VEXSM_GETCONTROLTYPENAME)); }
+Bstr BaseObject::defaultTypeName()
+{
+    return textOf(askText(VEXSM_GETCONTROLTYPENAME));
+}
 
 STDMETHODIMP BaseObject::SetRealCtrlPtr(IVexControlBase* control) noexcept
 {

@@ -1,5 +1,5 @@
-// The base object that every control stands on (class kClsidInnerBaseObject): keeps what is common to all controls and turns
-// the framework's calls into notifications to the control.
+// The base object that every control stands on (class kClsidInnerBaseObject): keeps what is common to all controls and
+// turns the framework's calls into notifications to the control.
 #pragma once
 
 #include "ambrel/objects/message_callbacks.h"
@@ -11,8 +11,8 @@
 
 namespace ambrel {
 
-/// Knows its control weakly: the control owns the base object and takes its pointer back with SetRealCtrlPtr(null) before it
-/// ends. Until a control is set, the base object shows itself.
+/// Knows its control weakly: the control owns the base object and takes its pointer back with SetRealCtrlPtr(null)
+/// before it ends. Until a control is set, the base object shows itself.
 ///
 /// Notifications sent to the control, beyond the contract's common ones:
 ///     pointer notices           lParam1 the hit test value or key flags, lParam2 x, lParam3 y, in window coordinates
@@ -74,7 +74,8 @@ public:
     STDMETHODIMP IsComposeCtrl(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::Composed, result); }
 
     // Life (base_object_life.cpp)
-    STDMETHODIMP CreateObj(hyper resources, hyper parent, long type, VARIANT_BOOL first, hyper* result) noexcept override;
+    STDMETHODIMP CreateObj(hyper resources, hyper parent, long type, VARIANT_BOOL first,
+                           hyper* result) noexcept override;
     STDMETHODIMP FinalCreate(VARIANT_BOOL newObject) noexcept override;
     STDMETHODIMP CreateProps() noexcept override { return S_OK; } // the control's business
     STDMETHODIMP Load() noexcept override;
@@ -91,8 +92,8 @@ public:
     STDMETHODIMP CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help, VARIANT_BOOL style,
                             IPropChangedCallback* callback, IVexPropBase** result) noexcept override;
     STDMETHODIMP AddProp(ICtrlPluginProp* group) noexcept override;
-    /// The address of a null-terminated array of ICtrlPluginProp*, the top-level groups in order; borrowed, valid until a group
-    /// is added.
+    /// The address of a null-terminated array of ICtrlPluginProp*, the top-level groups in order; borrowed, valid until
+    /// a group is added.
     STDMETHODIMP GetPropList(hyper* result) noexcept override;
     STDMETHODIMP GetProps(hyper** result) noexcept override;
     STDMETHODIMP CallProp(long id, BSTR* result) noexcept override;
@@ -190,7 +191,7 @@ private:
     void setGroupsOwner(IVexControlBase* owner) noexcept;
     DisplayList& displayList();
 
-    IVexControlBase* m_realControl = nullptr; // borrowed
+    IVexControlBase* m_realControl = nullptr;      // borrowed
     std::vector<ComPtr<ICtrlPluginProp>> m_groups; // top-level; when there are any, a null one stands at the end
     std::unique_ptr<MessageCallbacks> m_callbacks;
     std::unique_ptr<Belongings> m_belongings;

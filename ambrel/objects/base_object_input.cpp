@@ -117,7 +117,10 @@ void BaseObject::sizeChanged()
         tell(VEXSM_SIZE);
 }
 
-void BaseObject::enabledChanged(bool enabled, bool redraws) { tell(VEXSM_ENABLEOBJECT, enabled, redraws); }
+void BaseObject::enabledChanged(bool enabled, bool redraws)
+{
+    tell(VEXSM_ENABLEOBJECT, enabled, redraws);
+}
 
 STDMETHODIMP BaseObject::SetFocus(VARIANT_BOOL* result) noexcept
 {

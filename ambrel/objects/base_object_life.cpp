@@ -157,9 +157,9 @@ STDMETHODIMP BaseObject::Clone(IVexObj* parent, IVexObj** result) noexcept
         hyper object = 0;
         const ComPtr<IVexRes> skin = SkinObjectCore::resources();
         SkinObjectCore* const parentCore = coreOf(parent);
-        const HRESULT status = copy->CreateObj(
-            reinterpret_cast<hyper>(skin.get()),
-            reinterpret_cast<hyper>(parentCore ? parentCore->face() : nullptr), m_type, VARIANT_FALSE, &object);
+        const HRESULT status = copy->CreateObj(reinterpret_cast<hyper>(skin.get()),
+                                               reinterpret_cast<hyper>(parentCore ? parentCore->face() : nullptr),
+                                               m_type, VARIANT_FALSE, &object);
         if (FAILED(status))
             return status;
         copy->SetClassId(Bstr(m_belongings->classId).get());

@@ -46,8 +46,8 @@ STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, B
     if (!result)
         return E_POINTER;
     *result = nullptr;
-    return createProperty(this, group, type, morvane::viewOf(name), morvane::viewOf(help), style != VARIANT_FALSE, callback,
-                          result);
+    return createProperty(this, group, type, morvane::viewOf(name), morvane::viewOf(help), style != VARIANT_FALSE,
+                          callback, result);
 }
 
 STDMETHODIMP BaseObject::AddProp(ICtrlPluginProp* group) noexcept
@@ -55,7 +55,8 @@ STDMETHODIMP BaseObject::AddProp(ICtrlPluginProp* group) noexcept
     if (!group)
         return E_POINTER;
     return guarded([&] {
-        const bool known = std::any_of(groups().begin(), groups().end(), [&](const auto& own) { return own.get() == group; });
+        const bool known =
+            std::any_of(groups().begin(), groups().end(), [&](const auto& own) { return own.get() == group; });
         if (known)
             return S_FALSE;
         addGroup(ComPtr<ICtrlPluginProp>(group));

@@ -14,7 +14,8 @@ protected:
         auto control = TestControl::make();
         control->SetName(Bstr(name).get());
         hyper created = 0;
-        EXPECT_EQ(control->CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created), S_OK);
+        EXPECT_EQ(control->CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created),
+                  S_OK);
         EXPECT_EQ(created, reinterpret_cast<hyper>(control->asControl()));
         return control;
     }
@@ -31,8 +32,9 @@ protected:
     static void place(TestControl& control, VexPosition record)
     {
         ComPtr<IVexPos> position;
-        ASSERT_EQ(CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, position.putVoid()),
-                  S_OK);
+        ASSERT_EQ(
+            CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, position.putVoid()),
+            S_OK);
         position->SetPosStruct(record);
         EXPECT_EQ(control.SetPosition(position.get()), S_OK);
     }
@@ -88,7 +90,8 @@ TEST_F(BaseObjectTest, DestructionIsToldExactlyOnceParentsFirst)
     EXPECT_EQ(leaf->count(VEXSM_DESTROYING), 1);
     EXPECT_LT(inner->destroyedAt, leaf->destroyedAt);
     VARIANT_BOOL added = VARIANT_TRUE;
-    EXPECT_EQ(panel->AddSubObject(inner->asControl(), VARIANT_FALSE, &added), S_FALSE) << "what was destroyed stays out";
+    EXPECT_EQ(panel->AddSubObject(inner->asControl(), VARIANT_FALSE, &added), S_FALSE)
+        << "what was destroyed stays out";
     EXPECT_EQ(added, VARIANT_FALSE);
     panel.reset();
     EXPECT_EQ(leaf->count(VEXSM_DESTROYING), 1);

@@ -4,10 +4,16 @@ namespace ambrel {
 
 namespace {
 
-bool isStop(const ObjectNode& node) noexcept { return node.has(NodeFlag::TabStop) && !node.rect().isEmpty(); }
+bool isStop(const ObjectNode& node) noexcept
+{
+    return node.has(NodeFlag::TabStop) && !node.rect().isEmpty();
+}
 
 /// Whether the walk goes into a node at all: nothing beneath a hidden or disabled one can have the focus.
-bool isOpen(const ObjectNode& node) noexcept { return node.has(NodeFlag::Visible) && node.has(NodeFlag::Enabled); }
+bool isOpen(const ObjectNode& node) noexcept
+{
+    return node.has(NodeFlag::Visible) && node.has(NodeFlag::Enabled);
+}
 
 /// Walks the open part of a tree in tree order, remembering what the search asks for.
 struct Search {

@@ -97,14 +97,15 @@ private:
 PositionHalf toHalf(const PosBase& record) noexcept
 {
     const auto known = [](int value, int last) { return value >= 0 && value <= last ? value : 0; };
-    return {static_cast<Anchor>(known(record.nAlignType, PHAT_RIGHT)), static_cast<Space>(known(record.nSpaceType, PHST_FASTNESS)),
-            record.nLeft_Top, record.nRight_Bottom, record.nWidth_Height};
+    return {static_cast<Anchor>(known(record.nAlignType, PHAT_RIGHT)),
+            static_cast<Space>(known(record.nSpaceType, PHST_FASTNESS)), record.nLeft_Top, record.nRight_Bottom,
+            record.nWidth_Height};
 }
 
 PosBase toRecord(const PositionHalf& half) noexcept
 {
-    return {static_cast<PosHorzAlignType>(half.anchor), static_cast<PosHorzSpaceType>(half.space), half.nearGap, half.farGap,
-            half.size};
+    return {static_cast<PosHorzAlignType>(half.anchor), static_cast<PosHorzSpaceType>(half.space), half.nearGap,
+            half.farGap, half.size};
 }
 
 } // namespace
@@ -128,7 +129,10 @@ HRESULT createPosition(IUnknown* outer, REFIID iid, void** result) noexcept
     return morvane::Instance<PositionObject>::create(outer, iid, result);
 }
 
-Position toPosition(const VexPosition& record) noexcept { return {toHalf(record.horzPos), toHalf(record.vertPos)}; }
+Position toPosition(const VexPosition& record) noexcept
+{
+    return {toHalf(record.horzPos), toHalf(record.vertPos)};
+}
 VexPosition toRecord(const Position& position) noexcept
 {
     return {toRecord(position.horizontal), toRecord(position.vertical)};

@@ -24,6 +24,9 @@ ObjectNode* hitBeneath(ObjectNode& node, Point point, HitPurpose purpose)
 
 } // namespace
 
-ObjectNode* hitTest(ObjectNode& root, Point point, HitPurpose purpose) { return hitBeneath(root, point, purpose); }
+ObjectNode* hitTest(ObjectNode& root, Point point, HitPurpose purpose)
+{
+    return hitBeneath(root, point, purpose);
+}
 
 } // namespace ambrel

@@ -10,10 +10,16 @@ using morvane::Rect;
 
 namespace {
 
-std::int64_t areaOf(const Rect& rect) noexcept { return std::int64_t{rect.width()} * rect.height(); }
+std::int64_t areaOf(const Rect& rect) noexcept
+{
+    return std::int64_t{rect.width()} * rect.height();
+}
 
 /// Pixels that painting the union costs beyond painting both.
-std::int64_t wasteOfJoining(const Rect& a, const Rect& b) noexcept { return areaOf(a.united(b)) - areaOf(a) - areaOf(b); }
+std::int64_t wasteOfJoining(const Rect& a, const Rect& b) noexcept
+{
+    return areaOf(a.united(b)) - areaOf(a) - areaOf(b);
+}
 
 } // namespace
 
@@ -78,6 +84,9 @@ void InvalidRegion::clip(const Rect& limits) noexcept
     }
 }
 
-void InvalidRegion::removeAt(std::size_t index) noexcept { m_rects[index] = m_rects[--m_count]; }
+void InvalidRegion::removeAt(std::size_t index) noexcept
+{
+    m_rects[index] = m_rects[--m_count];
+}
 
 } // namespace ambrel

@@ -9,8 +9,8 @@
 
 namespace ambrel {
 
-/// Collects rectangles; never holds more than kMaxRects, joining those whose union wastes the fewest pixels. What was added
-/// is always covered; rectangles held may overlap.
+/// Collects rectangles; never holds more than kMaxRects, joining those whose union wastes the fewest pixels. What was
+/// added is always covered; rectangles held may overlap.
 class InvalidRegion {
 public:
     static constexpr std::size_t kMaxRects = 8;

@@ -14,8 +14,8 @@ TEST(InvalidRegionTest, JoinsWhatCostsNothingAndKeepsApartWhatLiesApart)
 {
     InvalidRegion region;
     region.add({0, 0, 10, 10});
-    region.add({2, 2, 5, 5});     // inside
-    region.add({10, 0, 20, 10});  // beside
+    region.add({2, 2, 5, 5});    // inside
+    region.add({10, 0, 20, 10}); // beside
     region.add({});
     ASSERT_EQ(region.rects().size(), 1u);
     EXPECT_EQ(region.rects()[0], (Rect{0, 0, 20, 10}));

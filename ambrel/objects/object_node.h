@@ -1,4 +1,5 @@
-// The object tree of one window: plain nodes with geometry and flags. Knows no COM; what a node belongs to is its owner.
+// The object tree of one window: plain nodes with geometry and flags. Knows no COM; what a node belongs to is its
+// owner.
 #pragma once
 
 #include "ambrel/objects/position_layout.h"
@@ -19,8 +20,8 @@ public:
     /// Non-null only for the owner of a window's root node.
     virtual RootServices* rootServices() noexcept { return nullptr; }
 
-    /// Whether the object takes mouse moves over it itself; one that does not lets them through to what lies beneath. May
-    /// run foreign code that changes the tree.
+    /// Whether the object takes mouse moves over it itself; one that does not lets them through to what lies beneath.
+    /// May run foreign code that changes the tree.
     virtual bool takesMouse() { return true; }
 
 protected:
@@ -28,19 +29,19 @@ protected:
 };
 
 enum class NodeFlag : std::uint32_t {
-    Visible = 1u << 0,         // its own wish; shown only when its ancestors are visible too
-    Enabled = 1u << 1,         // its own wish; works only when its ancestors are enabled too
+    Visible = 1u << 0, // its own wish; shown only when its ancestors are visible too
+    Enabled = 1u << 1, // its own wish; works only when its ancestors are enabled too
     MouseOver = 1u << 2,
     LeftButtonDown = 1u << 3,
     Focused = 1u << 4,
-    TabStop = 1u << 5,         // takes part in the tab order
-    DrawsFocus = 1u << 6,      // shows the focus mark when it has the keyboard focus
-    TakesMouse = 1u << 7,      // cleared: mouse input falls through to what lies beneath
-    Mirrored = 1u << 8,        // laid out from right to left
+    TabStop = 1u << 5,    // takes part in the tab order
+    DrawsFocus = 1u << 6, // shows the focus mark when it has the keyboard focus
+    TakesMouse = 1u << 7, // cleared: mouse input falls through to what lies beneath
+    Mirrored = 1u << 8,   // laid out from right to left
     BlendsWithParent = 1u << 9,
-    Redraws = 1u << 10,        // cleared: requests to redraw are ignored
-    Composed = 1u << 11,       // part of a composite control
-    MarkedRoot = 1u << 12,     // SetRootObject
+    Redraws = 1u << 10,    // cleared: requests to redraw are ignored
+    Composed = 1u << 11,   // part of a composite control
+    MarkedRoot = 1u << 12, // SetRootObject
     Modified = 1u << 13,
     Dragable = 1u << 14,
     Created = 1u << 15,        // its properties have been made
@@ -69,14 +70,18 @@ public:
     ObjectNode& root() noexcept;
     std::span<ObjectNode* const> children() const noexcept { return m_children; }
     std::size_t childCount() const noexcept { return m_children.size(); }
-    ObjectNode* childAt(std::size_t index) const noexcept { return index < m_children.size() ? m_children[index] : nullptr; }
+    ObjectNode* childAt(std::size_t index) const noexcept
+    {
+        return index < m_children.size() ? m_children[index] : nullptr;
+    }
     /// -1 when `child` is not a direct child.
     int indexOf(const ObjectNode& child) const noexcept;
     /// True for the node itself and everything beneath it.
     bool holds(const ObjectNode& other) const noexcept;
 
-    /// Puts `child` at `index` (clamped), taking it from its former parent. Refuses (false, nothing changed) what would make
-    /// a cycle. Within the same parent, `index` counts without the child. Throws std::bad_alloc with nothing changed.
+    /// Puts `child` at `index` (clamped), taking it from its former parent. Refuses (false, nothing changed) what would
+    /// make a cycle. Within the same parent, `index` counts without the child. Throws std::bad_alloc with nothing
+    /// changed.
     bool insert(ObjectNode& child, std::size_t index);
     bool append(ObjectNode& child) { return insert(child, m_children.size()); }
     void remove() noexcept;
@@ -112,8 +117,8 @@ private:
     void insertAt(std::size_t index, ObjectNode& child);
 
     static constexpr std::uint32_t kInitialFlags =
-        static_cast<std::uint32_t>(NodeFlag::Visible) | static_cast<std::uint32_t>(NodeFlag::Enabled)
-        | static_cast<std::uint32_t>(NodeFlag::TakesMouse) | static_cast<std::uint32_t>(NodeFlag::Redraws);
+        static_cast<std::uint32_t>(NodeFlag::Visible) | static_cast<std::uint32_t>(NodeFlag::Enabled) |
+        static_cast<std::uint32_t>(NodeFlag::TakesMouse) | static_cast<std::uint32_t>(NodeFlag::Redraws);
 
     NodeOwner& m_owner;
     ObjectNode* m_parent = nullptr;
@@ -126,9 +131,9 @@ private:
     std::uint8_t m_opacity = 255;
 };
 
-/// Walks over a node's children while what it calls may add, move or remove any of them, or end the node itself: each child
-/// that stays is met once (one that is moved meanwhile perhaps again), one that was removed is not met, and the walk ends
-/// with the node. Costs no allocation.
+/// Walks over a node's children while what it calls may add, move or remove any of them, or end the node itself: each
+/// child that stays is met once (one that is moved meanwhile perhaps again), one that was removed is not met, and the
+/// walk ends with the node. Costs no allocation.
 class ChildIteration {
 public:
     enum class Order { BottomToTop, TopToBottom };
@@ -151,8 +156,8 @@ private:
     Order m_order;
 };
 
-/// A pointer to a node that turns null when the node ends: for focus, capture, registrations, and to look after a call out
-/// whether an object still lives.
+/// A pointer to a node that turns null when the node ends: for focus, capture, registrations, and to look after a call
+/// out whether an object still lives.
 class WeakNode {
 public:
     WeakNode() noexcept = default;

@@ -140,7 +140,9 @@ TEST_F(ObjectWindowTest, ControlsAreDrawnFromTheLowestUpWhereTheyShow)
     auto hidden = make(panel->asControl(), {30, 30, 50, 50});
     hidden->SetVisible(VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE);
     for (TestControl* control : {panel.get(), below.get(), above.get(), hidden.get()})
-        control->onDraw = [&drawn, control](const SkinRect& rect) { drawn.emplace_back(control, morvane::toRect(rect)); };
+        control->onDraw = [&drawn, control](const SkinRect& rect) {
+            drawn.emplace_back(control, morvane::toRect(rect));
+        };
     const HDC screen = GetDC(nullptr);
     VARIANT_BOOL done = VARIANT_FALSE;
     root->Draw(reinterpret_cast<hyper>(screen), {0, 0, 400, 300}, &done);

@@ -18,7 +18,10 @@ struct Extent {
     std::int64_t length() const noexcept { return to - from; }
 };
 
-std::int64_t bounded(std::int64_t value) noexcept { return std::clamp(value, -kFarthest, kFarthest); }
+std::int64_t bounded(std::int64_t value) noexcept
+{
+    return std::clamp(value, -kFarthest, kFarthest);
+}
 
 /// Hundredths of a length, rounded half up.
 std::int64_t percentOf(std::int64_t length, std::int64_t percent) noexcept
@@ -110,9 +113,15 @@ Extent horizontalOf(const Rect& rect, const Rect& parent, bool mirrored) noexcep
     return mirrored ? Extent{reflected(rect.right), reflected(rect.left)} : Extent{rect.left, rect.right};
 }
 
-int edge(std::int64_t value) noexcept { return static_cast<int>(bounded(value)); }
+int edge(std::int64_t value) noexcept
+{
+    return static_cast<int>(bounded(value));
+}
 
-PositionHalf half(Anchor anchor, Space space, int size) noexcept { return {anchor, space, 0, 0, size}; }
+PositionHalf half(Anchor anchor, Space space, int size) noexcept
+{
+    return {anchor, space, 0, 0, size};
+}
 
 } // namespace
 
@@ -143,20 +152,20 @@ Position dockedPosition(Dock dock, Size size, bool full) noexcept
     };
     using enum Anchor;
     static constexpr std::array<Anchors, kDockCount> kAnchors = {{
-        {Near, Near},               // LeftTop
-        {Near, Near, false, true},  // Left
-        {Far, Near, false, true},   // Right
-        {Near, Near, true, false},  // Top
-        {Near, Far, true, false},   // Bottom
-        {Near, Far},                // LeftBottom
-        {Far, Far},                 // RightBottom
-        {Far, Near},                // RightTop
-        {Near, Near, true, true},   // Client
-        {Centre, Near},             // CentreTop
-        {Centre, Far},              // CentreBottom
-        {Near, Centre},             // MiddleLeft
-        {Far, Centre},              // MiddleRight
-        {Centre, Centre},           // Centre
+        {Near, Near},              // LeftTop
+        {Near, Near, false, true}, // Left
+        {Far, Near, false, true},  // Right
+        {Near, Near, true, false}, // Top
+        {Near, Far, true, false},  // Bottom
+        {Near, Far},               // LeftBottom
+        {Far, Far},                // RightBottom
+        {Far, Near},               // RightTop
+        {Near, Near, true, true},  // Client
+        {Centre, Near},            // CentreTop
+        {Centre, Far},             // CentreBottom
+        {Near, Centre},            // MiddleLeft
+        {Far, Centre},             // MiddleRight
+        {Centre, Centre},          // Centre
     }};
     const Anchors& at = kAnchors[std::min<std::size_t>(static_cast<std::size_t>(dock), kDockCount - 1)];
     const bool fills = full || dock == Dock::Client;
@@ -164,6 +173,9 @@ Position dockedPosition(Dock dock, Size size, bool full) noexcept
             half(at.vertical, fills && at.alongVertical ? Space::BothEdges : Space::NearAndSize, size.height)};
 }
 
-Position centredPosition(Size size) noexcept { return dockedPosition(Dock::Centre, size, false); }
+Position centredPosition(Size size) noexcept
+{
+    return dockedPosition(Dock::Centre, size, false);
+}
 
 } // namespace ambrel

@@ -33,7 +33,8 @@ const Case kCases[] = {
     {"a fixed size stays where it fits", horizontal(Anchor::Near, Space::FixedSize, 10, 0, 40), 110, 150, 110, 150},
     {"a fixed size is moved back inside", horizontal(Anchor::Near, Space::FixedSize, 190, 0, 40), 260, 300, 290, 330},
     {"a negative size is none", horizontal(Anchor::Near, Space::NearAndSize, 10, 0, -5), 110, 110, 110, 110},
-    {"gaps wider than the parent leave nothing", horizontal(Anchor::Near, Space::BothEdges, 250, 0, 0), 350, 350, 350, 400},
+    {"gaps wider than the parent leave nothing", horizontal(Anchor::Near, Space::BothEdges, 250, 0, 0), 350, 350, 350,
+     400},
 };
 
 TEST(PositionLayoutTest, EveryAnchorAndSpaceTypePlacesTheObjectAndFollowsTheParent)
@@ -77,7 +78,8 @@ TEST(PositionLayoutTest, APositionMadeForARectangleGivesItBack)
             }
         }
     }
-    const Position percent = positionFor({150, 50, 250, 100}, kParent, {{Anchor::Near, Space::Percent}, {Anchor::Far, Space::Percent}});
+    const Position percent =
+        positionFor({150, 50, 250, 100}, kParent, {{Anchor::Near, Space::Percent}, {Anchor::Far, Space::Percent}});
     EXPECT_EQ(layOut(percent, kParent), (Rect{150, 50, 250, 100}));
 }
 

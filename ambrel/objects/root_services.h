@@ -24,9 +24,9 @@ public:
     virtual void paintNow() = 0;
 
     virtual ObjectNode* focusNode() const noexcept = 0;
-    /// Moves the keyboard focus to a node of this window, or away from all with null: records the change, then tells the old
-    /// owner by SkinObjectCore::focusLost and the new one by focusGained. False when the node may not have it. Runs foreign
-    /// code.
+    /// Moves the keyboard focus to a node of this window, or away from all with null: records the change, then tells
+    /// the old owner by SkinObjectCore::focusLost and the new one by focusGained. False when the node may not have it.
+    /// Runs foreign code.
     virtual bool setFocus(ObjectNode* node) = 0;
     /// Moves the focus to the next (previous) tab stop. Runs foreign code.
     virtual void shiftFocus(bool forward) = 0;
@@ -38,12 +38,13 @@ public:
 
     /// A subtree was hidden or disabled: focus, capture and hover leave it. Runs foreign code.
     virtual void nodeWithdrawn(ObjectNode& node) = 0;
-    /// A subtree is no part of the window any more (already unlinked): focus, capture and hover leave it without being told.
-    /// Message registrations stay, are not served until it is part of a window again, and end with the node; keep them by
-    /// WeakNode. No foreign code runs.
+    /// A subtree is no part of the window any more (already unlinked): focus, capture and hover leave it without being
+    /// told. Message registrations stay, are not served until it is part of a window again, and end with the node; keep
+    /// them by WeakNode. No foreign code runs.
     virtual void nodeDetached(ObjectNode& node) noexcept = 0;
 
-    /// An object was attached and still waits for FinalCreate; the window finishes what is still waiting when it is shown.
+    /// An object was attached and still waits for FinalCreate; the window finishes what is still waiting when it is
+    /// shown.
     virtual void finalCreatePending(ObjectNode& node) = 0;
     virtual void finalCreateDone(ObjectNode& node) noexcept = 0;
 

@@ -19,8 +19,8 @@ inline HRESULT checkedCore(ISkinObjResBase* object, SkinObjectCore*& core) noexc
     return core ? S_OK : E_INVALIDARG;
 }
 
-/// Implements IVexObj and ISkinObjResBase for `Interface` (IVexControlBase or IAmbrel). Statuses: S_OK when something was
-/// done, S_FALSE when there was nothing to do or nothing was found, E_INVALIDARG for objects of another framework,
+/// Implements IVexObj and ISkinObjResBase for `Interface` (IVexControlBase or IAmbrel). Statuses: S_OK when something
+/// was done, S_FALSE when there was nothing to do or nothing was found, E_INVALIDARG for objects of another framework,
 /// E_NOTIMPL for the layer caches that this runtime does not have.
 template <class Interface>
 class SkinObject : public morvane::Dispatch<Interface>, public CoreAccess, public SkinObjectCore {
@@ -45,8 +45,14 @@ public:
     {
         return guarded([&] { this->extras().objectPointer = pointer; });
     }
-    STDMETHODIMP GetObjPtr(hyper* result) noexcept override { return returning(result, [&] { return this->objectPointer(); }); }
-    STDMETHODIMP GetObjectID(BSTR* result) noexcept override { return returning(result, [&] { return this->objectId(); }); }
+    STDMETHODIMP GetObjPtr(hyper* result) noexcept override
+    {
+        return returning(result, [&] { return this->objectPointer(); });
+    }
+    STDMETHODIMP GetObjectID(BSTR* result) noexcept override
+    {
+        return returning(result, [&] { return this->objectId(); });
+    }
     STDMETHODIMP AccessConfig(VARIANT_BOOL read, VARIANT_BOOL* result) noexcept override
     {
         return filling(result, [&](VARIANT_BOOL& done) {
@@ -55,19 +61,31 @@ public:
             return worked ? S_OK : S_FALSE;
         });
     }
-    STDMETHODIMP GetVexRes(IVexRes** result) noexcept override { return returning(result, [&] { return this->resources(); }); }
+    STDMETHODIMP GetVexRes(IVexRes** result) noexcept override
+    {
+        return returning(result, [&] { return this->resources(); });
+    }
     STDMETHODIMP SetVexRes(IVexRes* resources) noexcept override
     {
         return guarded([&] { this->setResources(resources); });
     }
-    STDMETHODIMP GetXMLNode(hyper* result) noexcept override { return returning(result, [&] { return this->configuration(); }); }
-    STDMETHODIMP GetType(VexObjType* result) noexcept override { return returning(result, [&] { return m_type; }); }
+    STDMETHODIMP GetXMLNode(hyper* result) noexcept override
+    {
+        return returning(result, [&] { return this->configuration(); });
+    }
+    STDMETHODIMP GetType(VexObjType* result) noexcept override
+    {
+        return returning(result, [&] { return m_type; });
+    }
     STDMETHODIMP SetType(VexObjType type) noexcept override
     {
         m_type = type;
         return S_OK;
     }
-    STDMETHODIMP GetTypeName(BSTR* result) noexcept override { return returning(result, [&] { return this->typeName(); }); }
+    STDMETHODIMP GetTypeName(BSTR* result) noexcept override
+    {
+        return returning(result, [&] { return this->typeName(); });
+    }
     STDMETHODIMP SetTypeName(BSTR text) noexcept override
     {
         return guarded([&] { this->extras().typeName = morvane::viewOf(text); });
@@ -78,7 +96,10 @@ public:
     {
         return returning(result, [&] { return this->configurationNode(); });
     }
-    STDMETHODIMP AddInterRef(long* result) noexcept override { return returning(result, [&] { return ++m_internalReferences; }); }
+    STDMETHODIMP AddInterRef(long* result) noexcept override
+    {
+        return returning(result, [&] { return ++m_internalReferences; });
+    }
     STDMETHODIMP ReleaseInterRef(long* result) noexcept override
     {
         return returning(result, [&] { return m_internalReferences > 0 ? --m_internalReferences : 0; });
@@ -102,17 +123,32 @@ public:
         return guarded([&] { this->setVisibleWithChildren(visible != VARIANT_FALSE, refresh != VARIANT_FALSE); });
     }
     STDMETHODIMP IsVisible(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::Visible, result); }
-    STDMETHODIMP IsLButtonDowned(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::LeftButtonDown, result); }
-    STDMETHODIMP SetLButtonDowned(VARIANT_BOOL value) noexcept override { return setFlag(NodeFlag::LeftButtonDown, value); }
+    STDMETHODIMP IsLButtonDowned(VARIANT_BOOL* result) noexcept override
+    {
+        return flag(NodeFlag::LeftButtonDown, result);
+    }
+    STDMETHODIMP SetLButtonDowned(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(NodeFlag::LeftButtonDown, value);
+    }
     STDMETHODIMP IsMouseMove(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::MouseOver, result); }
     STDMETHODIMP SetMouseMove(VARIANT_BOOL value) noexcept override { return setFlag(NodeFlag::MouseOver, value); }
     STDMETHODIMP SetOpacity(short opacity) noexcept override
     {
         return guarded([&] { this->setOpacity(opacity); });
     }
-    STDMETHODIMP GetOpacity(short* result) noexcept override { return returning(result, [&] { return m_node.opacity(); }); }
-    STDMETHODIMP SetBlendWithParent(VARIANT_BOOL blend) noexcept override { return setFlag(NodeFlag::BlendsWithParent, blend); }
-    STDMETHODIMP IsBlendWithParent(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::BlendsWithParent, result); }
+    STDMETHODIMP GetOpacity(short* result) noexcept override
+    {
+        return returning(result, [&] { return m_node.opacity(); });
+    }
+    STDMETHODIMP SetBlendWithParent(VARIANT_BOOL blend) noexcept override
+    {
+        return setFlag(NodeFlag::BlendsWithParent, blend);
+    }
+    STDMETHODIMP IsBlendWithParent(VARIANT_BOOL* result) noexcept override
+    {
+        return flag(NodeFlag::BlendsWithParent, result);
+    }
     STDMETHODIMP IsSizing(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::Sizing, result); }
     STDMETHODIMP EnableRedraw(VARIANT_BOOL redraws) noexcept override { return setFlag(NodeFlag::Redraws, redraws); }
     STDMETHODIMP IsEnableRedraw(VARIANT_BOOL* result) noexcept override { return flag(NodeFlag::Redraws, result); }
@@ -120,7 +156,10 @@ public:
     {
         return guarded([&] { this->extras().userData = data; });
     }
-    STDMETHODIMP GetUserData(hyper* result) noexcept override { return returning(result, [&] { return this->userData(); }); }
+    STDMETHODIMP GetUserData(hyper* result) noexcept override
+    {
+        return returning(result, [&] { return this->userData(); });
+    }
     STDMETHODIMP SetCtrlState(VEX_CTRLSTATE state) noexcept override
     {
         return guarded([&] { return this->setControlState(state); });
@@ -175,11 +214,18 @@ public:
             return S_OK;
         });
     }
-    STDMETHODIMP MoveAhead(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override { return step(object, 1, result); }
-    STDMETHODIMP MoveBack(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override { return step(object, -1, result); }
+    STDMETHODIMP MoveAhead(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override
+    {
+        return step(object, 1, result);
+    }
+    STDMETHODIMP MoveBack(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override
+    {
+        return step(object, -1, result);
+    }
     STDMETHODIMP MoveTop(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override
     {
-        return onChild(object, result, [&](SkinObjectCore& child) { return this->moveChild(child, m_node.childCount()); });
+        return onChild(object, result,
+                       [&](SkinObjectCore& child) { return this->moveChild(child, m_node.childCount()); });
     }
     STDMETHODIMP MoveBottom(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept override
     {
@@ -204,7 +250,8 @@ public:
     }
     STDMETHODIMP GetSubObject(short index, ISkinObjResBase** result) noexcept override
     {
-        return finding(result, [&] { return faceOf(index < 0 ? nullptr : m_node.childAt(static_cast<std::size_t>(index))); });
+        return finding(result,
+                       [&] { return faceOf(index < 0 ? nullptr : m_node.childAt(static_cast<std::size_t>(index))); });
     }
     STDMETHODIMP GetSubObjIndex(ISkinObjResBase* object, short* result) noexcept override
     {
@@ -259,7 +306,10 @@ public:
     {
         return guarded([&] { this->place(centredPosition(m_node.rect().size())); });
     }
-    STDMETHODIMP GetRect(IVexRect** result) noexcept override { return returning(result, [&] { return makeRect(m_node.rect()); }); }
+    STDMETHODIMP GetRect(IVexRect** result) noexcept override
+    {
+        return returning(result, [&] { return makeRect(m_node.rect()); });
+    }
     STDMETHODIMP SetRect(IVexRect* rect) noexcept override
     {
         if (!rect)
@@ -318,12 +368,18 @@ public:
             return ComPtr<IDispatch>(window ? window->ambrel() : nullptr);
         });
     }
-    STDMETHODIMP GetWindow(hyper* result) noexcept override { return returning(result, [&] { return this->windowHandle(); }); }
+    STDMETHODIMP GetWindow(hyper* result) noexcept override
+    {
+        return returning(result, [&] { return this->windowHandle(); });
+    }
     STDMETHODIMP SetOwnerHwnd(hyper window) noexcept override
     {
         return guarded([&] { this->extras().ownerWindow = window; });
     }
-    STDMETHODIMP SetAmbrelHwnd(hyper) noexcept override { return E_NOTIMPL; } // the window is the root's, found by the tree
+    STDMETHODIMP SetAmbrelHwnd(hyper) noexcept override
+    {
+        return E_NOTIMPL;
+    } // the window is the root's, found by the tree
     STDMETHODIMP CallEvent(long id, hyper wParam, hyper lParam) noexcept override
     {
         return guarded([&] { this->callEvent(id, wParam, lParam); });
@@ -342,7 +398,8 @@ public:
     {
         return notImplemented(result);
     }
-    STDMETHODIMP DrawSprite(hyper, SkinRect, SkinRect, hyper, hyper, VARIANT_BOOL, VARIANT_BOOL* result) noexcept override
+    STDMETHODIMP DrawSprite(hyper, SkinRect, SkinRect, hyper, hyper, VARIANT_BOOL,
+                            VARIANT_BOOL* result) noexcept override
     {
         return notImplemented(result);
     }
@@ -359,8 +416,8 @@ protected:
     /// For the class's findInterface: the interfaces that every object of the tree has.
     void* findSkinInterface(REFIID iid) noexcept
     {
-        if (iid == IID_IDispatch || iid == morvane::iidOf<IVexObj>() || iid == morvane::iidOf<ISkinObjResBase>()
-            || iid == morvane::iidOf<Interface>())
+        if (iid == IID_IDispatch || iid == morvane::iidOf<IVexObj>() || iid == morvane::iidOf<ISkinObjResBase>() ||
+            iid == morvane::iidOf<Interface>())
             return static_cast<Interface*>(this);
         return iid == kIidCoreAccess ? static_cast<CoreAccess*>(this) : nullptr;
     }

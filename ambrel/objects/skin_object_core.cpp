@@ -48,7 +48,8 @@ ComPtr<ISkinObjResBase> faceOf(ObjectNode* node) noexcept
 bool SkinObjectCore::addChild(SkinObjectCore& child, std::size_t index)
 {
     ObjectNode& node = child.m_node;
-    if (node.holds(m_node) || m_node.has(NodeFlag::Destroyed) || node.has(NodeFlag::Destroyed) || node.owner().rootServices())
+    if (node.holds(m_node) || m_node.has(NodeFlag::Destroyed) || node.has(NodeFlag::Destroyed) ||
+        node.owner().rootServices())
         return false;
     if (node.parent() == &m_node)
         return moveChild(child, index);
@@ -281,8 +282,8 @@ void SkinObjectCore::layOutChildren()
 
 void SkinObjectCore::tellSize(bool changed)
 {
-    // An object that resizes itself while it is being told about its size is told once more afterwards, not from within; one
-    // that never settles is left as it is.
+    // An object that resizes itself while it is being told about its size is told once more afterwards, not from
+    // within; one that never settles is left as it is.
     constexpr int kMostRounds = 4;
     if (m_node.has(NodeFlag::Sizing)) {
         if (changed)
@@ -452,7 +453,10 @@ std::wstring_view SkinObjectCore::name() const noexcept
     return m_extras ? std::wstring_view(m_extras->name) : std::wstring_view();
 }
 
-void SkinObjectCore::setName(std::wstring_view name) { extras().name = name; }
+void SkinObjectCore::setName(std::wstring_view name)
+{
+    extras().name = name;
+}
 
 Bstr SkinObjectCore::objectId()
 {
@@ -487,7 +491,10 @@ void SkinObjectCore::setConfiguration(hyper handle, ComPtr<IVexXMLNode> owner)
     more.configurationNode = std::move(owner);
 }
 
-hyper SkinObjectCore::configuration() const noexcept { return m_extras ? m_extras->configuration : 0; }
+hyper SkinObjectCore::configuration() const noexcept
+{
+    return m_extras ? m_extras->configuration : 0;
+}
 
 ComPtr<IVexXMLNode> SkinObjectCore::configurationNode() const noexcept
 {

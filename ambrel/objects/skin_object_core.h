@@ -18,9 +18,9 @@ namespace ambrel {
 using morvane::Bstr;
 using morvane::ComPtr;
 
-/// An object of the tree. A parent holds one reference to the face of each child; a child knows its parent weakly, so there
-/// are no cycles. Everything that runs foreign code survives the object's removal and end: callers hold face() if they go on
-/// with the object afterwards.
+/// An object of the tree. A parent holds one reference to the face of each child; a child knows its parent weakly, so
+/// there are no cycles. Everything that runs foreign code survives the object's removal and end: callers hold face() if
+/// they go on with the object afterwards.
 class SkinObjectCore : public NodeOwner {
 public:
     explicit SkinObjectCore(VexObjType type) noexcept : m_node(*this), m_type(type) {}
@@ -30,8 +30,8 @@ public:
     ObjectNode& node() noexcept { return m_node; }
     RootServices* services() noexcept { return m_node.services(); }
 
-    /// The object as the outside knows it: the real control, or the root itself. Borrowed; null when a base object has no real
-    /// control (any more).
+    /// The object as the outside knows it: the real control, or the root itself. Borrowed; null when a base object has
+    /// no real control (any more).
     virtual ISkinObjResBase* face() noexcept = 0;
     /// The face as a control; null for the root.
     virtual IVexControlBase* control() noexcept { return nullptr; }
@@ -44,33 +44,34 @@ public:
 
     // Tree. Each answers whether something was done.
     bool addChild(SkinObjectCore& child, std::size_t index);
-    /// Takes the object out of its parent. It lives on while somebody holds it; when nobody does, it is told that it is being
-    /// destroyed and ends. Runs foreign code.
+    /// Takes the object out of its parent. It lives on while somebody holds it; when nobody does, it is told that it is
+    /// being destroyed and ends. Runs foreign code.
     bool detach();
-    /// Tells the object and everything beneath it that they are being destroyed, once, and takes it out. Runs foreign code.
+    /// Tells the object and everything beneath it that they are being destroyed, once, and takes it out. Runs foreign
+    /// code.
     void destroy();
     void removeChildren(bool destroying);
     bool moveChild(SkinObjectCore& child, std::size_t index);
-    /// The first object with this name: direct children, or with `deep` everything beneath, in tree order. Type 90000 means any
-    /// type.
+    /// The first object with this name: direct children, or with `deep` everything beneath, in tree order. Type 90000
+    /// means any type.
     SkinObjectCore* findByName(std::wstring_view name, long type, bool deep) noexcept;
 
     // Geometry.
-    void place(const Position& position);      // stores the position and lays out
-    /// Takes the rectangle that its position gives, lays out its children, and sends VEXSM_SIZE when that changed something
-    /// or `alwaysTell` says so. A root keeps its rectangle.
+    void place(const Position& position); // stores the position and lays out
+    /// Takes the rectangle that its position gives, lays out its children, and sends VEXSM_SIZE when that changed
+    /// something or `alwaysTell` says so. A root keeps its rectangle.
     void layOutNow(bool alwaysTell);
-    void moveTo(const Rect& rect);             // takes this rectangle and keeps it as its position
+    void moveTo(const Rect& rect); // takes this rectangle and keeps it as its position
     void layOutChildren();
-    void setMirrored(bool mirrored);           // with everything beneath
+    void setMirrored(bool mirrored); // with everything beneath
 
     // State.
     void setVisible(bool visible, bool redraw);
     bool setEnabled(bool enabled, bool redraw);
     void setOpacity(int opacity);
 
-    /// Asks for a part of the object (null: all of it) to be painted; the part that ancestors cut away is left out. Passes the
-    /// trace point.
+    /// Asks for a part of the object (null: all of it) to be painted; the part that ancestors cut away is left out.
+    /// Passes the trace point.
     void redraw(const Rect* part = nullptr);
     /// The same for changes that the runtime makes itself; not traced.
     void invalidate(const Rect* part = nullptr);
@@ -82,7 +83,8 @@ public:
     VexObjType type() const noexcept { return m_type; }
     ComPtr<IVexRes> resources();
     void setResources(IVexRes* resources) { m_resources = ComPtr<IVexRes>(resources); }
-    /// Attaches the object's configuration node: the opaque handle, and the object that owns and opens it (may be null).
+    /// Attaches the object's configuration node: the opaque handle, and the object that owns and opens it (may be
+    /// null).
     void setConfiguration(hyper handle, ComPtr<IVexXMLNode> owner);
     hyper configuration() const noexcept;
 
@@ -152,16 +154,19 @@ protected:
 
     ObjectNode m_node;
     ComPtr<ISkinObjResBase> m_treeReference; // the parent's reference to this object's face
-    ComPtr<IVexRes> m_resources; // its own; without, those of its window
+    ComPtr<IVexRes> m_resources;             // its own; without, those of its window
     std::unique_ptr<Extras> m_extras;
     VexObjType m_type;
     long m_internalReferences = 0;
 };
 
-/// The core of an object of this runtime, found through whatever face it shows; null for null and foreign objects. Borrowed:
-/// lives at least as long as `object`.
+/// The core of an object of this runtime, found through whatever face it shows; null for null and foreign objects.
+/// Borrowed: lives at least as long as `object`.
 SkinObjectCore* coreOf(IUnknown* object) noexcept;
-inline SkinObjectCore& coreOf(ObjectNode& node) noexcept { return static_cast<SkinObjectCore&>(node.owner()); }
+inline SkinObjectCore& coreOf(ObjectNode& node) noexcept
+{
+    return static_cast<SkinObjectCore&>(node.owner());
+}
 
 /// How coreOf finds a core: the runtime's own objects answer this interface.
 struct CoreAccess : IUnknown {

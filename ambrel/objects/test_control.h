@@ -44,8 +44,8 @@ public:
             destroyedAt = ++clock;
         if (notice->eVexMsgId == VEXSM_GETCONTROLTYPENAME)
             *reinterpret_cast<const wchar_t**>(notice->lParam1) = L"Test";
-        const bool answered = notice->eVexMsgId == VEXSM_GETCONTROLTYPENAME
-                              || std::find(answers.begin(), answers.end(), notice->eVexMsgId) != answers.end();
+        const bool answered = notice->eVexMsgId == VEXSM_GETCONTROLTYPENAME ||
+                              std::find(answers.begin(), answers.end(), notice->eVexMsgId) != answers.end();
         *result = morvane::toVariantBool(answered);
         if (onNotice)
             onNotice(*notice);

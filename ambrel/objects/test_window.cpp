@@ -10,8 +10,8 @@ ComPtr<IAmbrel> openTestWindow()
 {
     ComPtr<IVexRes> resources;
     ComPtr<IDispatch> made;
-    if (FAILED(AmbrelCreateRes(resources.put()))
-        || FAILED(resources->CreateAmbrel(morvane::Bstr(L"Test").get(), 0, made.put())))
+    if (FAILED(AmbrelCreateRes(resources.put())) ||
+        FAILED(resources->CreateAmbrel(morvane::Bstr(L"Test").get(), 0, made.put())))
         return nullptr;
     const ComPtr<IAmbrel> root = made.as<IAmbrel>();
     VARIANT_BOOL created = VARIANT_FALSE;

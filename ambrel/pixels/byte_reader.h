@@ -13,12 +13,21 @@ public:
     explicit ByteReader(std::span<const std::uint8_t> bytes) : m_bytes(bytes) {}
 
     std::size_t size() const { return m_bytes.size(); }
-    bool isInside(std::size_t at, std::size_t count) const { return at <= m_bytes.size() && count <= m_bytes.size() - at; }
+    bool isInside(std::size_t at, std::size_t count) const
+    {
+        return at <= m_bytes.size() && count <= m_bytes.size() - at;
+    }
     int u8(std::size_t at) const { return isInside(at, 1) ? m_bytes[at] : 0; }
     int u16le(std::size_t at) const { return u8(at) | u8(at + 1) << 8; }
     int u16be(std::size_t at) const { return u8(at) << 8 | u8(at + 1); }
-    std::uint32_t u32le(std::size_t at) const { return static_cast<std::uint32_t>(u16le(at)) | static_cast<std::uint32_t>(u16le(at + 2)) << 16; }
-    std::uint32_t u32be(std::size_t at) const { return static_cast<std::uint32_t>(u16be(at)) << 16 | static_cast<std::uint32_t>(u16be(at + 2)); }
+    std::uint32_t u32le(std::size_t at) const
+    {
+        return static_cast<std::uint32_t>(u16le(at)) | static_cast<std::uint32_t>(u16le(at + 2)) << 16;
+    }
+    std::uint32_t u32be(std::size_t at) const
+    {
+        return static_cast<std::uint32_t>(u16be(at)) << 16 | static_cast<std::uint32_t>(u16be(at + 2));
+    }
 
     template <std::size_t N>
     bool startsWith(const char (&text)[N], std::size_t at = 0) const

@@ -70,7 +70,8 @@ Colourise Colourise::of(std::uint32_t colourRef)
 {
     const Pixel p = opaquePixel(colourRef);
     const Hsl hsl = hslOf(redOf(p) / 255.0, greenOf(p) / 255.0, blueOf(p) / 255.0);
-    return {static_cast<int>(std::lround(hsl.hue * 60)) % 360, static_cast<int>(std::lround(hsl.saturation * 255)), 255};
+    return {static_cast<int>(std::lround(hsl.hue * 60)) % 360, static_cast<int>(std::lround(hsl.saturation * 255)),
+            255};
 }
 
 void applyColourise(PixelView pixels, const Colourise& change)

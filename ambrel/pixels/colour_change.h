@@ -10,9 +10,9 @@ void applyColourKey(PixelView pixels, std::uint32_t colourRef);
 
 /// Moves colours towards a hue and a saturation, keeping how light each pixel is; alpha stays.
 struct Colourise {
-    int hue = 0;          // 0..359 degrees
-    int saturation = 0;   // 0..255
-    int blend = 255;      // 0 leaves the picture as it is, 255 replaces hue and saturation altogether
+    int hue = 0;        // 0..359 degrees
+    int saturation = 0; // 0..255
+    int blend = 255;    // 0 leaves the picture as it is, 255 replaces hue and saturation altogether
 
     /// The hue and saturation of a colour (0x00BBGGRR).
     static Colourise of(std::uint32_t colourRef);

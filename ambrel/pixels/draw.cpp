@@ -58,8 +58,9 @@ void forRows(const Canvas& canvas, Point at, ConstPixelView image, RowFunction&&
 
 void copyImage(const Canvas& canvas, Point at, ConstPixelView image)
 {
-    forRows(canvas, at, image,
-            [](Pixel* out, const Pixel* source, std::size_t count) { std::memmove(out, source, count * sizeof(Pixel)); });
+    forRows(canvas, at, image, [](Pixel* out, const Pixel* source, std::size_t count) {
+        std::memmove(out, source, count * sizeof(Pixel));
+    });
 }
 
 void blendImage(const Canvas& canvas, Point at, ConstPixelView image, int opacity)
@@ -122,9 +123,9 @@ void blendPoint(const Canvas& canvas, const Rect& shown, int x, int y, Pixel col
 void drawSlantedLine(const Canvas& canvas, Point from, Point to, int penWidth, Pixel colour)
 {
     const int margin = penWidth / 2 + 1;
-    const Rect box = Rect{std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x) + 1,
-                          std::max(from.y, to.y) + 1}
-                         .inflated(margin);
+    const Rect box =
+        Rect{std::min(from.x, to.x), std::min(from.y, to.y), std::max(from.x, to.x) + 1, std::max(from.y, to.y) + 1}
+            .inflated(margin);
     const Rect shown = canvas.visible(box);
     const double dx = to.x - from.x;
     const double dy = to.y - from.y;
@@ -133,7 +134,8 @@ void drawSlantedLine(const Canvas& canvas, Point from, Point to, int penWidth, P
     for (int y = shown.top; y < shown.bottom; ++y) {
         // Only the part of the row near the line is looked at.
         const double along = dy != 0 ? (y - from.y) / dy : 0;
-        const double reach = std::abs(length / (dy != 0 ? dy : 1)) * (halfPen + 1) + std::abs(dx / (dy != 0 ? dy : 1)) + 2;
+        const double reach =
+            std::abs(length / (dy != 0 ? dy : 1)) * (halfPen + 1) + std::abs(dx / (dy != 0 ? dy : 1)) + 2;
         const double middle = from.x + along * dx;
         const int left = static_cast<int>(std::max<double>(shown.left, std::floor(middle - reach)));
         const int right = static_cast<int>(std::min<double>(shown.right, std::ceil(middle + reach)));

@@ -1,5 +1,5 @@
-// Clipped drawing of rectangles, pictures and masks. Every rectangle may lie anywhere; only what is inside `clip` and inside
-// the target is touched.
+// Clipped drawing of rectangles, pictures and masks. Every rectangle may lie anywhere; only what is inside `clip` and
+// inside the target is touched.
 #pragma once
 
 #include "ambrel/pixels/surface.h"

@@ -11,7 +11,10 @@ constexpr int kExtension = 0x21;
 constexpr int kGraphicControl = 0xF9;
 constexpr int kImage = 0x2C;
 
-std::size_t colourTableLength(int flags) { return (flags & 0x80) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0; }
+std::size_t colourTableLength(int flags)
+{
+    return (flags & 0x80) != 0 ? std::size_t{3} << ((flags & 7) + 1) : 0;
+}
 
 /// The position after a chain of sub-blocks.
 std::size_t skipBlocks(const ByteReader& in, std::size_t at)
@@ -22,7 +25,10 @@ std::size_t skipBlocks(const ByteReader& in, std::size_t at)
 }
 
 /// Players show frames with no or next to no delay for a tenth of a second; so do we.
-int delayOf(int hundredths) { return hundredths <= 1 ? 100 : hundredths * 10; }
+int delayOf(int hundredths)
+{
+    return hundredths <= 1 ? 100 : hundredths * 10;
+}
 
 GifDisposal disposalOf(int flags)
 {

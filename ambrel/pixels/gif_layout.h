@@ -1,5 +1,5 @@
-// The frames of an animated GIF: where each lies, how long it shows, what happens to it afterwards. The pixels themselves are
-// the platform decoder's business.
+// The frames of an animated GIF: where each lies, how long it shows, what happens to it afterwards. The pixels
+// themselves are the platform decoder's business.
 #pragma once
 
 #include "ambrel/pixels/surface.h"

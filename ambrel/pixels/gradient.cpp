@@ -37,7 +37,8 @@ public:
         m_stepY = std::llround(sine * scale);
         // The middle of the rectangle is the middle of the run.
         const double middle = (kSteps - 1) * kOne / 2.0;
-        m_origin = std::llround(middle - ((rect.width() - 1) / 2.0 * cosine + (rect.height() - 1) / 2.0 * sine) * scale);
+        m_origin =
+            std::llround(middle - ((rect.width() - 1) / 2.0 * cosine + (rect.height() - 1) / 2.0 * sine) * scale);
     }
 
     std::int64_t at(int x, int y) const { return m_origin + x * m_stepX + y * m_stepY; }

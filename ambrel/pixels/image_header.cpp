@@ -75,8 +75,8 @@ bool isTga(const ByteReader& in)
 {
     const int kind = in.u8(2);
     const int depth = in.u8(16);
-    return in.isInside(0, 18) && in.u8(1) == 0 && (kind == 2 || kind == 10) && (depth == 24 || depth == 32)
-           && in.u16le(12) > 0 && in.u16le(14) > 0 && in.u32le(3) == 0 && in.u8(7) == 0;
+    return in.isInside(0, 18) && in.u8(1) == 0 && (kind == 2 || kind == 10) && (depth == 24 || depth == 32) &&
+           in.u16le(12) > 0 && in.u16le(14) > 0 && in.u32le(3) == 0 && in.u8(7) == 0;
 }
 
 } // namespace

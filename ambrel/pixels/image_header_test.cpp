@@ -10,7 +10,10 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-Bytes bytesOf(const std::string& text) { return {text.begin(), text.end()}; }
+Bytes bytesOf(const std::string& text)
+{
+    return {text.begin(), text.end()};
+}
 
 Bytes pngHeader()
 {
@@ -24,7 +27,8 @@ Bytes twoFrameGif()
                                "\x21\xF9\x04\x08\x05\0\0\0"
                                "\x2C\x01\0\0\0\x02\0\x01\0\0\x02\x02\x44\x01\0"
                                "\x2C\0\0\x01\0\x02\0\x01\0\0\x02\x02\x44\x01\0"
-                               "\x3B", 52));
+                               "\x3B",
+                               52));
 }
 
 TEST(ImageHeaderTest, TheContentTellsFormatAndSize)

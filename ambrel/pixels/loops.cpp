@@ -7,7 +7,10 @@ namespace ambrel {
 
 namespace {
 
-void fill(Pixel* out, std::size_t count, Pixel value) { std::fill_n(out, count, value); }
+void fill(Pixel* out, std::size_t count, Pixel value)
+{
+    std::fill_n(out, count, value);
+}
 
 void blend(Pixel* out, const Pixel* source, std::size_t count)
 {
@@ -81,10 +84,19 @@ const RowLoops*& chosen() noexcept
 
 } // namespace
 
-const RowLoops& plainLoops() noexcept { return kPlain; }
-const RowLoops& loops() noexcept { return *chosen(); }
+const RowLoops& plainLoops() noexcept
+{
+    return kPlain;
+}
+const RowLoops& loops() noexcept
+{
+    return *chosen();
+}
 
 LoopsChoice::LoopsChoice(const RowLoops& choice) noexcept : m_former(std::exchange(chosen(), &choice)) {}
-LoopsChoice::~LoopsChoice() { chosen() = m_former; }
+LoopsChoice::~LoopsChoice()
+{
+    chosen() = m_former;
+}
 
 } // namespace ambrel

@@ -9,8 +9,14 @@ namespace ambrel {
 
 namespace {
 
-__m128i load4(const Pixel* p) { return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p)); }
-void store4(Pixel* p, __m128i v) { _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v); }
+__m128i load4(const Pixel* p)
+{
+    return _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+}
+void store4(Pixel* p, __m128i v)
+{
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(p), v);
+}
 
 /// Eight 16-bit products divided by 255, rounded to nearest.
 __m128i div255x8(__m128i v)
@@ -43,10 +49,16 @@ __m128i over4(__m128i source, __m128i below)
     return _mm_adds_epu8(source, times(below, restLow, restHigh));
 }
 
-bool allBlank(__m128i pixels) { return _mm_movemask_epi8(_mm_cmpeq_epi32(pixels, _mm_setzero_si128())) == 0xFFFF; }
+bool allBlank(__m128i pixels)
+{
+    return _mm_movemask_epi8(_mm_cmpeq_epi32(pixels, _mm_setzero_si128())) == 0xFFFF;
+}
 
 /// True when all four alphas are 255: bits 3, 7, 11 and 15 of the comparison of bytes.
-bool allOpaque(__m128i pixels) { return (_mm_movemask_epi8(_mm_cmpeq_epi8(pixels, _mm_set1_epi32(-1))) & 0x8888) == 0x8888; }
+bool allOpaque(__m128i pixels)
+{
+    return (_mm_movemask_epi8(_mm_cmpeq_epi8(pixels, _mm_set1_epi32(-1))) & 0x8888) == 0x8888;
+}
 
 void fill(Pixel* out, std::size_t count, Pixel value)
 {
@@ -101,13 +113,13 @@ void blendMask(Pixel* out, const std::uint8_t* mask, std::size_t count, Pixel co
     const __m128i four = _mm_set1_epi32(static_cast<int>(colour));
     std::size_t i = 0;
     for (; i + 4 <= count; i += 4) {
-        const int packed = mask[i] | mask[i + 1] << 8 | mask[i + 2] << 16
-                           | static_cast<int>(static_cast<unsigned>(mask[i + 3]) << 24);
+        const int packed =
+            mask[i] | mask[i + 1] << 8 | mask[i + 2] << 16 | static_cast<int>(static_cast<unsigned>(mask[i + 3]) << 24);
         if (packed == 0)
             continue;
         __m128i m = _mm_cvtsi32_si128(packed);
-        m = _mm_unpacklo_epi8(m, m);                      // m0 m0 m1 m1 m2 m2 m3 m3
-        m = _mm_unpacklo_epi16(m, m);                     // each mask value four times
+        m = _mm_unpacklo_epi8(m, m);  // m0 m0 m1 m1 m2 m2 m3 m3
+        m = _mm_unpacklo_epi16(m, m); // each mask value four times
         const __m128i zero = _mm_setzero_si128();
         const __m128i s = times(four, _mm_unpacklo_epi8(m, zero), _mm_unpackhi_epi8(m, zero));
         store4(out + i, over4(s, load4(out + i)));
@@ -178,7 +190,8 @@ Pixel mixNeighbours(const Pixel* first, const std::int16_t* weights, int taps)
     int t = 0;
     for (; t + 2 <= taps; t += 2) {
         const __m128i two = _mm_loadl_epi64(reinterpret_cast<const __m128i*>(first + t));
-        const __m128i pairs = _mm_unpacklo_epi8(two, _mm_srli_si128(two, 4)); // channel of the first, of the second, ...
+        const __m128i pairs =
+            _mm_unpacklo_epi8(two, _mm_srli_si128(two, 4)); // channel of the first, of the second, ...
         sum = _mm_add_epi32(sum, _mm_madd_epi16(_mm_unpacklo_epi8(pairs, zero), weightPair(weights, t, taps)));
     }
     if (t < taps)
@@ -190,14 +203,20 @@ constexpr RowLoops kFast{fill, blend, blendWeakened, blendColour, blendMask, mix
 
 } // namespace
 
-const RowLoops& fastLoops() noexcept { return kFast; }
+const RowLoops& fastLoops() noexcept
+{
+    return kFast;
+}
 
 } // namespace ambrel
 
 #else
 
 namespace ambrel {
-const RowLoops& fastLoops() noexcept { return plainLoops(); }
+const RowLoops& fastLoops() noexcept
+{
+    return plainLoops();
+}
 } // namespace ambrel
 
 #endif

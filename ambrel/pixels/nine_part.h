@@ -35,7 +35,8 @@ struct NineParts {
     int tileDenominator = 1;
 };
 
-/// The three lengths of one axis: near border, middle, far border. Borders that do not fit share the length in proportion.
+/// The three lengths of one axis: near border, middle, far border. Borders that do not fit share the length in
+/// proportion.
 struct ThreeLengths {
     int first;
     int middle;

@@ -8,14 +8,27 @@ namespace ambrel {
 
 using Pixel = std::uint32_t;
 
-constexpr int alphaOf(Pixel p) { return static_cast<int>(p >> 24); }
-constexpr int redOf(Pixel p) { return static_cast<int>((p >> 16) & 0xFF); }
-constexpr int greenOf(Pixel p) { return static_cast<int>((p >> 8) & 0xFF); }
-constexpr int blueOf(Pixel p) { return static_cast<int>(p & 0xFF); }
+constexpr int alphaOf(Pixel p)
+{
+    return static_cast<int>(p >> 24);
+}
+constexpr int redOf(Pixel p)
+{
+    return static_cast<int>((p >> 16) & 0xFF);
+}
+constexpr int greenOf(Pixel p)
+{
+    return static_cast<int>((p >> 8) & 0xFF);
+}
+constexpr int blueOf(Pixel p)
+{
+    return static_cast<int>(p & 0xFF);
+}
 
 constexpr Pixel packPixel(int a, int r, int g, int b)
 {
-    return static_cast<Pixel>(a) << 24 | static_cast<Pixel>(r) << 16 | static_cast<Pixel>(g) << 8 | static_cast<Pixel>(b);
+    return static_cast<Pixel>(a) << 24 | static_cast<Pixel>(r) << 16 | static_cast<Pixel>(g) << 8 |
+           static_cast<Pixel>(b);
 }
 
 /// value / 255 rounded to nearest, exact for 0..255 * 255.

@@ -49,7 +49,10 @@ private:
     std::mt19937 m_engine{20240501};
 };
 
-Canvas wholeOf(Surface& surface) { return {surface.view(), {}, surface.view().bounds()}; }
+Canvas wholeOf(Surface& surface)
+{
+    return {surface.view(), {}, surface.view().bounds()};
+}
 
 std::vector<Pixel> pixelsOf(const Surface& surface)
 {
@@ -138,7 +141,8 @@ TEST(DrawTest, ARingHasItsWidthAndLeavesTheInsideAlone)
 {
     Surface target({20, 12});
     drawRing(wholeOf(target), {0, 0, 20, 12}, 4, 2, kRed);
-    for (const Point p : {Point{10, 0}, Point{10, 1}, Point{0, 6}, Point{1, 6}, Point{19, 6}, Point{18, 6}, Point{10, 11}})
+    for (const Point p :
+         {Point{10, 0}, Point{10, 1}, Point{0, 6}, Point{1, 6}, Point{19, 6}, Point{18, 6}, Point{10, 11}})
         EXPECT_EQ(target.view().at(p.x, p.y), kRed) << p.x << ", " << p.y;
     for (const Point p : {Point{0, 0}, Point{10, 2}, Point{2, 6}, Point{17, 6}, Point{10, 9}, Point{19, 11}})
         EXPECT_EQ(target.view().at(p.x, p.y), 0u) << p.x << ", " << p.y;
@@ -151,7 +155,7 @@ TEST(GradientTest, RunsFromTheFirstColourToTheLastInItsDirection)
         int angle;
         Point first;
         Point last;
-    } kCases[] = {{0, {0, 3}, {15, 3}},  {90, {5, 0}, {5, 7}},   {180, {15, 3}, {0, 3}}, {270, {5, 7}, {5, 0}},
+    } kCases[] = {{0, {0, 3}, {15, 3}},  {90, {5, 0}, {5, 7}},  {180, {15, 3}, {0, 3}}, {270, {5, 7}, {5, 0}},
                   {-90, {5, 7}, {5, 0}}, {450, {5, 0}, {5, 7}}, {45, {0, 0}, {15, 7}},  {135, {15, 0}, {0, 7}}};
     for (const auto& c : kCases) {
         Surface target({16, 8});

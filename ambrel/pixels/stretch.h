@@ -11,8 +11,8 @@ enum class StretchQuality {
     Smooth,  // linear between neighbours when growing, the mean of what is covered when shrinking
 };
 
-/// Scales the whole source onto the whole target and replaces what is there. An empty source makes the target transparent.
-/// Pixels outside the source never bleed in. Throws std::bad_alloc.
+/// Scales the whole source onto the whole target and replaces what is there. An empty source makes the target
+/// transparent. Pixels outside the source never bleed in. Throws std::bad_alloc.
 void stretchImage(PixelView target, ConstPixelView source, StretchQuality quality = StretchQuality::Smooth);
 
 } // namespace ambrel

@@ -66,8 +66,8 @@ public:
 
     static constexpr bool isAllowed(Size size)
     {
-        return size.width >= 0 && size.height >= 0 && size.width <= kMaxSide && size.height <= kMaxSide
-               && static_cast<std::int64_t>(size.width) * size.height <= kMaxPixels;
+        return size.width >= 0 && size.height >= 0 && size.width <= kMaxSide && size.height <= kMaxSide &&
+               static_cast<std::int64_t>(size.width) * size.height <= kMaxPixels;
     }
 
     Surface() = default;

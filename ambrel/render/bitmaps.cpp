@@ -35,7 +35,10 @@ void premultiply(PixelView pixels)
             *p = premultiplied(alphaOf(*p), redOf(*p), greenOf(*p), blueOf(*p));
 }
 
-void makeOpaque(PixelView pixels) { makeOpaque(Canvas{pixels, {}, pixels.bounds()}, pixels.bounds()); }
+void makeOpaque(PixelView pixels)
+{
+    makeOpaque(Canvas{pixels, {}, pixels.bounds()}, pixels.bounds());
+}
 
 /// The bits as the system gives them, alpha undefined unless the bitmap has 32 bits.
 Surface rawPixels(HBITMAP bitmap)

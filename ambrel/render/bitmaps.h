@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// The pixels of a bitmap. One with 32 bits whose alpha is not zero everywhere is taken as premultiplied; every other is
-/// opaque. Empty for what is no bitmap. Throws std::bad_alloc.
+/// The pixels of a bitmap. One with 32 bits whose alpha is not zero everywhere is taken as premultiplied; every other
+/// is opaque. Empty for what is no bitmap. Throws std::bad_alloc.
 Surface surfaceOfBitmap(HBITMAP bitmap);
 
 /// An icon or cursor with its mask or alpha. Empty for what is no icon. Throws std::bad_alloc.

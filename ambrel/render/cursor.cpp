@@ -7,7 +7,10 @@ namespace ambrel {
 
 using morvane::returning;
 
-void* Cursor::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+void* Cursor::findInterface(REFIID iid) noexcept
+{
+    return findResourceInterface(iid, kImplementationIid);
+}
 
 void Cursor::setStandard(long id) noexcept
 {

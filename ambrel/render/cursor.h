@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// IVexCursor: one of the system's cursors, or a picture. A cursor file keeps its hot spot; other pictures have theirs at the
-/// left top corner.
+/// IVexCursor: one of the system's cursors, or a picture. A cursor file keeps its hot spot; other pictures have theirs
+/// at the left top corner.
 class Cursor : public SharedResource<IVexCursor> {
 public:
     static constexpr IID kImplementationIid = {

@@ -39,8 +39,8 @@ private:
 /// The description of a top-down 32-bit bitmap.
 BITMAPINFO bitmapInfoOf(Size size) noexcept;
 
-/// Lets our own loops draw on somebody's device context: holds a copy of a part of it, which goes back at the end of the
-/// scope.
+/// Lets our own loops draw on somebody's device context: holds a copy of a part of it, which goes back at the end of
+/// the scope.
 class BorrowedPixels {
 public:
     BorrowedPixels(HDC dc, const Rect& rect) noexcept;

@@ -10,7 +10,10 @@ namespace ambrel {
 using morvane::returning;
 using morvane::toRect;
 
-void* FillColor::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+void* FillColor::findInterface(REFIID iid) noexcept
+{
+    return findResourceInterface(iid, kImplementationIid);
+}
 
 void FillColor::setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexcept
 {

@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// IFillColor: a linear gradient, or one colour when both ends are equal. The rotation is in degrees, 0 from left to right,
-/// 90 from top to bottom.
+/// IFillColor: a linear gradient, or one colour when both ends are equal. The rotation is in degrees, 0 from left to
+/// right, 90 from top to bottom.
 class FillColor : public SharedResource<IFillColor> {
 public:
     static constexpr IID kImplementationIid = {

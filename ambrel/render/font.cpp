@@ -47,7 +47,10 @@ VEXLOGFONT toVexLogFont(const LOGFONTW& font)
 
 Font::Font() : SharedResource(VEXOBJTYPE_FONTEX, L"FontEx"), m_font(defaultLogFont()) {}
 
-void* Font::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+void* Font::findInterface(REFIID iid) noexcept
+{
+    return findResourceInterface(iid, kImplementationIid);
+}
 
 void Font::setLogFont(const LOGFONTW& font) noexcept
 {
@@ -108,13 +111,11 @@ void Font::readConfig(const ConfigNode& node)
 void Font::writeConfig(ConfigNode& node) const
 {
     const std::pair<const wchar_t*, long> numbers[] = {
-        {L"height", m_font.lfHeight},          {L"width", m_font.lfWidth},
-        {L"escape", m_font.lfEscapement},      {L"orien", m_font.lfOrientation},
-        {L"weight", m_font.lfWeight},          {L"italic", m_font.lfItalic},
-        {L"underline", m_font.lfUnderline},    {L"strikeout", m_font.lfStrikeOut},
-        {L"charset", m_font.lfCharSet},        {L"outprec", m_font.lfOutPrecision},
-        {L"clippre", m_font.lfClipPrecision},  {L"quality", m_font.lfQuality},
-        {L"pitch", m_font.lfPitchAndFamily},   {L"AntiAlias", m_antiAliasing}};
+        {L"height", m_font.lfHeight},        {L"width", m_font.lfWidth},           {L"escape", m_font.lfEscapement},
+        {L"orien", m_font.lfOrientation},    {L"weight", m_font.lfWeight},         {L"italic", m_font.lfItalic},
+        {L"underline", m_font.lfUnderline},  {L"strikeout", m_font.lfStrikeOut},   {L"charset", m_font.lfCharSet},
+        {L"outprec", m_font.lfOutPrecision}, {L"clippre", m_font.lfClipPrecision}, {L"quality", m_font.lfQuality},
+        {L"pitch", m_font.lfPitchAndFamily}, {L"AntiAlias", m_antiAliasing}};
     for (const auto& [name, value] : numbers)
         writeNumber(node, name, value);
     node.setAttribute(L"fontname", m_font.lfFaceName);

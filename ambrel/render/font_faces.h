@@ -7,8 +7,8 @@
 
 namespace ambrel {
 
-/// Replaces the face name where needed: interface fonts of the platform that are not installed, and Tahoma where it is only
-/// a stand-in whose outlines were made for ready-drawn small sizes.
+/// Replaces the face name where needed: interface fonts of the platform that are not installed, and Tahoma where it is
+/// only a stand-in whose outlines were made for ready-drawn small sizes.
 void resolveFace(LOGFONTW& font);
 
 bool isFaceInstalled(const wchar_t* face);

@@ -28,7 +28,8 @@ public:
         Coverage coverage = Coverage::Blank;
     };
 
-    /// The form of a key; `make` gives its pixels when it is not there. Valid until the next call. Throws what `make` throws.
+    /// The form of a key; `make` gives its pixels when it is not there. Valid until the next call. Throws what `make`
+    /// throws.
     template <class Make>
     const Form& get(const Key& key, Make&& make)
     {

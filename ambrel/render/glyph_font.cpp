@@ -20,10 +20,10 @@ bool isSimpleCharacter(wchar_t c)
         wchar_t first;
         wchar_t last;
     };
-    constexpr Range kRanges[] = {{0x20, 0x7E},     {0xA0, 0xAC},     {0xAE, 0x2FF},   {0x370, 0x482},  {0x48A, 0x52F},
-                                 {0x1E00, 0x1FFF}, {0x2010, 0x2027}, {0x2030, 0x205E}, {0x20A0, 0x20BF}, {0x2100, 0x23FF},
-                                 {0x2500, 0x27BF}, {0x3000, 0x3029}, {0x3041, 0x3096}, {0x30A0, 0x30FF}, {0x4E00, 0x9FFF},
-                                 {0xF900, 0xFAFF}, {0xFF01, 0xFFEF}};
+    constexpr Range kRanges[] = {
+        {0x20, 0x7E},     {0xA0, 0xAC},     {0xAE, 0x2FF},    {0x370, 0x482},   {0x48A, 0x52F},   {0x1E00, 0x1FFF},
+        {0x2010, 0x2027}, {0x2030, 0x205E}, {0x20A0, 0x20BF}, {0x2100, 0x23FF}, {0x2500, 0x27BF}, {0x3000, 0x3029},
+        {0x3041, 0x3096}, {0x30A0, 0x30FF}, {0x4E00, 0x9FFF}, {0xF900, 0xFAFF}, {0xFF01, 0xFFEF}};
     return std::ranges::any_of(kRanges, [c](const Range& r) { return c >= r.first && c <= r.last; });
 }
 
@@ -33,7 +33,8 @@ std::uint8_t strengthened(int coverage, int most)
     static const auto table = [] {
         std::array<std::uint8_t, 257> values{};
         for (int i = 0; i <= 256; ++i)
-            values[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(std::lround(255 * std::pow(i / 256.0, 0.82)));
+            values[static_cast<std::size_t>(i)] =
+                static_cast<std::uint8_t>(std::lround(255 * std::pow(i / 256.0, 0.82)));
         return values;
     }();
     return table[static_cast<std::size_t>(coverage * 256 / most)];
@@ -49,8 +50,9 @@ LOGFONTW withHeight(LOGFONTW font, LONG height)
 } // namespace
 
 GlyphFont::GlyphFont(const LOGFONTW& font)
-    : m_description(font), m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)), m_designDc(CreateCompatibleDC(nullptr)),
-      m_isUnderlined(font.lfUnderline != 0), m_isStruckOut(font.lfStrikeOut != 0)
+    : m_description(font), m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)),
+      m_designDc(CreateCompatibleDC(nullptr)), m_isUnderlined(font.lfUnderline != 0),
+      m_isStruckOut(font.lfStrikeOut != 0)
 {
     m_latin.fill(-1);
     m_formerFont = SelectObject(m_dc.get(), m_font.get());
@@ -215,7 +217,8 @@ void GlyphFont::drawGlyph(const Canvas& canvas, int quarters, int baseline, wcha
                   mask.size.width, colour);
 }
 
-void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const
+void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
+                         Pixel colour) const
 {
     if (isSimple(text)) {
         int position = x * kUnits;
@@ -326,6 +329,9 @@ std::shared_ptr<const GlyphFont> FontCache::fromHandle(std::int64_t handle, Scal
     return get(defaultLogFont(), scale);
 }
 
-void FontCache::clear() noexcept { m_entries.clear(); }
+void FontCache::clear() noexcept
+{
+    m_entries.clear();
+}
 
 } // namespace ambrel

@@ -1,9 +1,9 @@
 // Fonts as we draw them: grey masks of single characters at quarter-pixel positions.
 //
 // The system draws small sizes of many fonts without smoothing and gives pixels no alpha. So simple scripts are set
-// here: outlines are fetched once per character, hinted vertically and four times as wide as they are, from which masks for
-// four horizontal positions are made; advance widths are the unhinted ones. Texts in scripts that need shaping, or with
-// characters that the font lacks, are drawn by the system into a mask instead.
+// here: outlines are fetched once per character, hinted vertically and four times as wide as they are, from which masks
+// for four horizontal positions are made; advance widths are the unhinted ones. Texts in scripts that need shaping, or
+// with characters that the font lacks, are drawn by the system into a mask instead.
 #pragma once
 
 #include "ambrel/pixels/draw.h"
@@ -51,7 +51,7 @@ private:
     };
 
     struct Glyph {
-        int advance = 0; // in 64ths of a pixel
+        int advance = 0;                   // in 64ths of a pixel
         const GlyphFont* source = nullptr; // the font that has it: this one or a fallback; null: for the system to draw
         bool isDrawn = false;
         std::array<Mask, kPhases> masks;
@@ -69,7 +69,8 @@ private:
     void drawMasks(wchar_t c, Glyph& glyph) const;
     bool isSimple(std::wstring_view text) const;
     int advanceSum(std::wstring_view text) const;
-    void drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
+    void drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
+                      Pixel colour) const;
 
     LOGFONTW m_description;
     morvane::UniqueFont m_font;
@@ -97,7 +98,8 @@ class FontCache {
 public:
     static FontCache& instance() noexcept;
 
-    /// The font of a logical description (for 100 percent) on a device of this scale. Never null. Throws std::bad_alloc.
+    /// The font of a logical description (for 100 percent) on a device of this scale. Never null. Throws
+    /// std::bad_alloc.
     std::shared_ptr<const GlyphFont> get(const LOGFONTW& logical, Scale scale);
 
     /// A font of this cache by its address, or a system font handle; the default font for anything else.

@@ -13,7 +13,10 @@ using morvane::guarded;
 using morvane::returning;
 using morvane::toRect;
 
-void* ImageBase::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+void* ImageBase::findInterface(REFIID iid) noexcept
+{
+    return findResourceInterface(iid, kImplementationIid);
+}
 
 void ImageBase::forgetForms() noexcept
 {
@@ -138,7 +141,10 @@ STDMETHODIMP ImageBase::get_bLeftEdgeStretch(VARIANT_BOOL* result) noexcept
     return returning(result, [&] { return m_section.stretch.left; });
 }
 
-STDMETHODIMP ImageBase::put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept { return setFlag(m_section.stretch.left, value); }
+STDMETHODIMP ImageBase::put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept
+{
+    return setFlag(m_section.stretch.left, value);
+}
 
 STDMETHODIMP ImageBase::get_bRightEdgeStretch(VARIANT_BOOL* result) noexcept
 {
@@ -155,7 +161,10 @@ STDMETHODIMP ImageBase::get_bTopEdgeStretch(VARIANT_BOOL* result) noexcept
     return returning(result, [&] { return m_section.stretch.top; });
 }
 
-STDMETHODIMP ImageBase::put_bTopEdgeStretch(VARIANT_BOOL value) noexcept { return setFlag(m_section.stretch.top, value); }
+STDMETHODIMP ImageBase::put_bTopEdgeStretch(VARIANT_BOOL value) noexcept
+{
+    return setFlag(m_section.stretch.top, value);
+}
 
 STDMETHODIMP ImageBase::get_bBottomEdgeStretch(VARIANT_BOOL* result) noexcept
 {
@@ -182,7 +191,10 @@ STDMETHODIMP ImageBase::get_bTransparent(VARIANT_BOOL* result) noexcept
     return returning(result, [&] { return m_section.isTransparent; });
 }
 
-STDMETHODIMP ImageBase::put_bTransparent(VARIANT_BOOL value) noexcept { return setFlag(m_section.isTransparent, value); }
+STDMETHODIMP ImageBase::put_bTransparent(VARIANT_BOOL value) noexcept
+{
+    return setFlag(m_section.isTransparent, value);
+}
 
 STDMETHODIMP ImageBase::get_bSupportPerPixel(VARIANT_BOOL* result) noexcept
 {
@@ -347,7 +359,10 @@ STDMETHODIMP ImageBase::GetHBitmap(SkinRect rect, OLE_COLOR transparent, hyper* 
     });
 }
 
-STDMETHODIMP ImageBase::GetVexPicture(IVexPicture** result) noexcept { return get_ImageObj(result); }
+STDMETHODIMP ImageBase::GetVexPicture(IVexPicture** result) noexcept
+{
+    return get_ImageObj(result);
+}
 
 STDMETHODIMP ImageBase::RenderDraw(IVexRenderDC* dc, SkinRect rect, short index, VARIANT_BOOL* result) noexcept
 {
@@ -452,12 +467,19 @@ void ImageBase::readConfig(const ConfigNode& node)
 void ImageBase::writeConfig(ConfigNode& node) const
 {
     const ImageSection& s = m_section;
-    const std::pair<const wchar_t*, int> numbers[] = {
-        {L"left", s.rect.left},           {L"right", s.rect.right},          {L"top", s.rect.top},
-        {L"bottom", s.rect.bottom},       {L"TopHeight", s.borders.top},     {L"BottHeight", s.borders.bottom},
-        {L"LeftWidth", s.borders.left},   {L"RightWidth", s.borders.right},  {L"LeftStretch", s.stretch.left},
-        {L"RightStretch", s.stretch.right}, {L"TopStretch", s.stretch.top},  {L"BottStretch", s.stretch.bottom},
-        {L"ClientStretch", s.stretch.client}};
+    const std::pair<const wchar_t*, int> numbers[] = {{L"left", s.rect.left},
+                                                      {L"right", s.rect.right},
+                                                      {L"top", s.rect.top},
+                                                      {L"bottom", s.rect.bottom},
+                                                      {L"TopHeight", s.borders.top},
+                                                      {L"BottHeight", s.borders.bottom},
+                                                      {L"LeftWidth", s.borders.left},
+                                                      {L"RightWidth", s.borders.right},
+                                                      {L"LeftStretch", s.stretch.left},
+                                                      {L"RightStretch", s.stretch.right},
+                                                      {L"TopStretch", s.stretch.top},
+                                                      {L"BottStretch", s.stretch.bottom},
+                                                      {L"ClientStretch", s.stretch.client}};
     for (const auto& [name, value] : numbers)
         writeNumber(node, name, value);
     writeColour(node, L"clrTrans", s.keyColour);

@@ -9,8 +9,8 @@ namespace ambrel {
 
 class RenderDC;
 
-/// IVexImageBase: a section of a picture. Drawing finds the finished form of the last sizes in a cache, so that it costs one
-/// blend and no allocation.
+/// IVexImageBase: a section of a picture. Drawing finds the finished form of the last sizes in a cache, so that it
+/// costs one blend and no allocation.
 class ImageBase : public SharedResource<IVexImageBase> {
 public:
     static constexpr IID kImplementationIid = {
@@ -33,10 +33,13 @@ public:
     void setPicture(IVexPicture* picture);
 
     /// Frames of an animated picture; null when it is none.
-    const morvane::PictureFrameTable* frameTable() const noexcept { return m_picture ? m_picture->frameTable() : nullptr; }
+    const morvane::PictureFrameTable* frameTable() const noexcept
+    {
+        return m_picture ? m_picture->frameTable() : nullptr;
+    }
 
-    /// The index is that of an image in the section, or, in an animated picture of one image, of a frame. False without a
-    /// picture. Throws std::bad_alloc.
+    /// The index is that of an image in the section, or, in an animated picture of one image, of a frame. False without
+    /// a picture. Throws std::bad_alloc.
     bool draw(const Canvas& canvas, const Rect& target, int index, Scale scale);
 
     STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override;

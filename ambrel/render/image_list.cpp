@@ -13,7 +13,10 @@ void ImageList::setStrip(Surface strip, int imageWidth, OLE_COLOR key)
     changed();
 }
 
-int ImageList::count() const noexcept { return m_imageWidth > 0 ? m_strip.size().width / m_imageWidth : 0; }
+int ImageList::count() const noexcept
+{
+    return m_imageWidth > 0 ? m_strip.size().width / m_imageWidth : 0;
+}
 
 ConstPixelView ImageList::image(int index) const noexcept
 {

@@ -1,8 +1,8 @@
 // Image lists as shared resources: pictures of one size, side by side.
 #pragma once
 
-#include "ambrel/render/shared_resource.h"
 #include "ambrel/pixels/draw.h"
+#include "ambrel/render/shared_resource.h"
 
 namespace ambrel {
 
@@ -15,8 +15,8 @@ public:
     ImageList() : SharedResource(VEXOBJTYPE_IMAGELIST, L"ImageList") {}
     void* findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
 
-    /// Cuts a strip into images of the given width; zero or less makes one image of all. The key colour (0x00BBGGRR) becomes
-    /// transparent; 0xFFFFFFFF keys nothing. Throws std::bad_alloc.
+    /// Cuts a strip into images of the given width; zero or less makes one image of all. The key colour (0x00BBGGRR)
+    /// becomes transparent; 0xFFFFFFFF keys nothing. Throws std::bad_alloc.
     void setStrip(Surface strip, int imageWidth, OLE_COLOR key);
 
     int count() const noexcept;

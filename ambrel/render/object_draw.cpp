@@ -107,7 +107,8 @@ STDMETHODIMP ObjectDraw::PaintImagePart(SkinRect target, hyper bitmap, VARIANT_B
     });
 }
 
-STDMETHODIMP ObjectDraw::PaintPartImagePart(SkinRect target, SkinRect source, hyper bitmap, VARIANT_BOOL* result) noexcept
+STDMETHODIMP ObjectDraw::PaintPartImagePart(SkinRect target, SkinRect source, hyper bitmap,
+                                            VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] {
         const Surface pixels = surfaceOfBitmap(reinterpret_cast<HBITMAP>(bitmap));

@@ -102,9 +102,8 @@ STDMETHODIMP Picture::ImportFile(BSTR path, VARIANT_BOOL* result) noexcept
 
 STDMETHODIMP Picture::ExportFile(BSTR path, VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] {
-        return !m_bytes.empty() && writeFile(std::wstring(morvane::viewOf(path)), m_bytes);
-    });
+    return returning(result,
+                     [&] { return !m_bytes.empty() && writeFile(std::wstring(morvane::viewOf(path)), m_bytes); });
 }
 
 STDMETHODIMP Picture::GetpByte(unsigned char** result) noexcept
@@ -120,7 +119,10 @@ STDMETHODIMP Picture::GetlSize(long* result) noexcept
     return returning(result, [&] { return m_bytes.size(); });
 }
 
-STDMETHODIMP Picture::Save(BSTR path, VARIANT_BOOL* result) noexcept { return ExportFile(path, result); }
+STDMETHODIMP Picture::Save(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return ExportFile(path, result);
+}
 
 STDMETHODIMP Picture::GetWidth(short* result) noexcept
 {
@@ -167,7 +169,8 @@ STDMETHODIMP Picture::GetRenderImage(hyper, long index, hyper* result) noexcept
             const ConstPixelView pixels = frame({}, static_cast<int>(index)).pixels;
             Surface copy({pixels.width, pixels.height});
             stretchImage(copy.view(), pixels);
-            place = RenderImage::make(std::move(copy), static_cast<VEX_PICTURE_TYPE>(m_variants.front().picture.format));
+            place =
+                RenderImage::make(std::move(copy), static_cast<VEX_PICTURE_TYPE>(m_variants.front().picture.format));
         }
         image = reinterpret_cast<hyper>(static_cast<IVexRenderImage*>(place.get()));
         return S_OK;

@@ -23,12 +23,12 @@ public:
     Picture() : SharedResource(VEXOBJTYPE_IMAGE, L"Image") {}
     void* findInterface(REFIID iid) noexcept;
 
-    /// Replaces the picture and its larger forms by what the bytes hold. False, and nothing changes, when they cannot be
-    /// decoded. Throws std::bad_alloc.
+    /// Replaces the picture and its larger forms by what the bytes hold. False, and nothing changes, when they cannot
+    /// be decoded. Throws std::bad_alloc.
     bool loadFromMemory(std::span<const std::uint8_t> bytes);
 
-    /// Adds the same picture drawn for a larger scale, in percent. A former one of that scale is replaced. False when the
-    /// bytes cannot be decoded. Throws std::bad_alloc.
+    /// Adds the same picture drawn for a larger scale, in percent. A former one of that scale is replaced. False when
+    /// the bytes cannot be decoded. Throws std::bad_alloc.
     bool loadVariantFromMemory(int percent, std::span<const std::uint8_t> bytes);
 
     /// One frame of a picture as pixels that stay while the picture is not changed. Throws std::bad_alloc.

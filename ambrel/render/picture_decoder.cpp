@@ -40,14 +40,15 @@ const GUID* containerOf(ImageFormat format)
 }
 
 /// The platform's decoder over the bytes, which stay borrowed. The bytes must outlive it.
-ComPtr<IWICBitmapDecoder> openDecoder(IWICImagingFactory* factory, std::span<const std::uint8_t> bytes, ImageFormat format)
+ComPtr<IWICBitmapDecoder> openDecoder(IWICImagingFactory* factory, std::span<const std::uint8_t> bytes,
+                                      ImageFormat format)
 {
     ComPtr<IWICStream> stream;
     ComPtr<IWICBitmapDecoder> decoder;
-    if (FAILED(factory->CreateStream(stream.put()))
-        || FAILED(stream->InitializeFromMemory(const_cast<BYTE*>(bytes.data()), static_cast<DWORD>(bytes.size())))
-        || FAILED(factory->CreateDecoder(*containerOf(format), nullptr, decoder.put()))
-        || FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)))
+    if (FAILED(factory->CreateStream(stream.put())) ||
+        FAILED(stream->InitializeFromMemory(const_cast<BYTE*>(bytes.data()), static_cast<DWORD>(bytes.size()))) ||
+        FAILED(factory->CreateDecoder(*containerOf(format), nullptr, decoder.put())) ||
+        FAILED(decoder->Initialize(stream.get(), WICDecodeMetadataCacheOnDemand)))
         return nullptr;
     return decoder;
 }
@@ -61,9 +62,9 @@ Surface pixelsOf(IWICImagingFactory* factory, IWICBitmapSource* source)
     if (FAILED(source->GetSize(&width, &height)) || width > Surface::kMaxSide || height > Surface::kMaxSide)
         return {};
     Surface surface({static_cast<int>(width), static_cast<int>(height)});
-    if (surface.isEmpty() || FAILED(factory->CreateFormatConverter(converter.put()))
-        || FAILED(converter->Initialize(source, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr, 0,
-                                        WICBitmapPaletteTypeCustom)))
+    if (surface.isEmpty() || FAILED(factory->CreateFormatConverter(converter.put())) ||
+        FAILED(converter->Initialize(source, GUID_WICPixelFormat32bppPBGRA, WICBitmapDitherTypeNone, nullptr, 0,
+                                     WICBitmapPaletteTypeCustom)))
         return {};
     const UINT stride = width * sizeof(Pixel);
     auto* bits = reinterpret_cast<BYTE*>(surface.view().data);
@@ -87,8 +88,8 @@ UINT largestFrame(IWICBitmapDecoder* decoder, UINT count)
         ComPtr<IWICBitmapFrameDecode> frame;
         UINT width = 0;
         UINT height = 0;
-        if (SUCCEEDED(decoder->GetFrame(i, frame.put())) && SUCCEEDED(frame->GetSize(&width, &height))
-            && std::uint64_t{width} * height > most) {
+        if (SUCCEEDED(decoder->GetFrame(i, frame.put())) && SUCCEEDED(frame->GetSize(&width, &height)) &&
+            std::uint64_t{width} * height > most) {
             most = std::uint64_t{width} * height;
             best = i;
         }
@@ -152,9 +153,9 @@ bool writeFrame(IWICBitmapEncoder* encoder, ConstPixelView pixels)
 {
     ComPtr<IWICBitmapFrameEncode> frame;
     WICPixelFormatGUID format = GUID_WICPixelFormat32bppBGRA;
-    if (FAILED(encoder->CreateNewFrame(frame.put(), nullptr)) || FAILED(frame->Initialize(nullptr))
-        || FAILED(frame->SetSize(static_cast<UINT>(pixels.width), static_cast<UINT>(pixels.height)))
-        || FAILED(frame->SetPixelFormat(&format)))
+    if (FAILED(encoder->CreateNewFrame(frame.put(), nullptr)) || FAILED(frame->Initialize(nullptr)) ||
+        FAILED(frame->SetSize(static_cast<UINT>(pixels.width), static_cast<UINT>(pixels.height))) ||
+        FAILED(frame->SetPixelFormat(&format)))
         return false;
     std::vector<Pixel> row(static_cast<std::size_t>(pixels.width));
     for (int y = 0; y < pixels.height; ++y) {
@@ -162,7 +163,8 @@ bool writeFrame(IWICBitmapEncoder* encoder, ConstPixelView pixels)
             const Pixel p = pixels.at(x, y);
             const int a = alphaOf(p);
             const auto straight = [a](int c) { return a == 0 ? 0 : std::min(255, (c * 255 + a / 2) / a); };
-            row[static_cast<std::size_t>(x)] = packPixel(a, straight(redOf(p)), straight(greenOf(p)), straight(blueOf(p)));
+            row[static_cast<std::size_t>(x)] =
+                packPixel(a, straight(redOf(p)), straight(greenOf(p)), straight(blueOf(p)));
         }
         const auto stride = static_cast<UINT>(row.size() * sizeof(Pixel));
         if (FAILED(frame->WritePixels(1, stride, stride, reinterpret_cast<BYTE*>(row.data()))))
@@ -192,9 +194,9 @@ std::vector<std::uint8_t> encodePng(ConstPixelView pixels)
     const auto factory = makeFactory();
     ComPtr<IStream> stream;
     ComPtr<IWICBitmapEncoder> encoder;
-    if (!factory || pixels.isEmpty() || FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.put()))
-        || FAILED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.put()))
-        || FAILED(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache)) || !writeFrame(encoder.get(), pixels))
+    if (!factory || pixels.isEmpty() || FAILED(CreateStreamOnHGlobal(nullptr, TRUE, stream.put())) ||
+        FAILED(factory->CreateEncoder(GUID_ContainerFormatPng, nullptr, encoder.put())) ||
+        FAILED(encoder->Initialize(stream.get(), WICBitmapEncoderNoCache)) || !writeFrame(encoder.get(), pixels))
         return {};
     return contentsOf(stream.get());
 }
@@ -223,8 +225,8 @@ bool writeFile(const std::wstring& path, std::span<const std::uint8_t> bytes)
         return false;
     const morvane::UniqueFile file(handle);
     DWORD written = 0;
-    return WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr)
-           && written == bytes.size();
+    return WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr) &&
+           written == bytes.size();
 }
 
 } // namespace ambrel

@@ -25,8 +25,7 @@ RenderDC::~RenderDC() = default;
 
 void* RenderDC::findInterface(REFIID iid) noexcept
 {
-    const bool isOurs =
-        iid == IID_IDispatch || iid == morvane::iidOf<IVexRenderDC>() || iid == kImplementationIid;
+    const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexRenderDC>() || iid == kImplementationIid;
     return isOurs ? static_cast<IVexRenderDC*>(this) : nullptr;
 }
 
@@ -46,7 +45,10 @@ void RenderDC::setTarget(const DibSurface* surface, Point origin) noexcept
     m_updateRect = surface ? Rect::at(origin, surface->size()) : Rect{};
 }
 
-Scale RenderDC::scale() const noexcept { return m_device ? m_device->scale() : m_ownScale; }
+Scale RenderDC::scale() const noexcept
+{
+    return m_device ? m_device->scale() : m_ownScale;
+}
 
 Rect RenderDC::clip() const noexcept
 {
@@ -55,7 +57,8 @@ Rect RenderDC::clip() const noexcept
 
 const RenderDC::Layer* RenderDC::currentLayer() const noexcept
 {
-    const auto found = std::find_if(m_layers.rbegin(), m_layers.rend(), [](const Layer& l) { return l.surface != nullptr; });
+    const auto found =
+        std::find_if(m_layers.rbegin(), m_layers.rend(), [](const Layer& l) { return l.surface != nullptr; });
     return found != m_layers.rend() ? &*found : nullptr;
 }
 
@@ -163,7 +166,8 @@ STDMETHODIMP RenderDC::GetRenderDCPtr(hyper* result) noexcept
     return returning(result, [&] { return reinterpret_cast<hyper>(this); });
 }
 
-STDMETHODIMP RenderDC::FillColor(SkinRect* rect, OLE_COLOR start, OLE_COLOR end, short angle, VARIANT_BOOL* result) noexcept
+STDMETHODIMP RenderDC::FillColor(SkinRect* rect, OLE_COLOR start, OLE_COLOR end, short angle,
+                                 VARIANT_BOOL* result) noexcept
 {
     return draw(rect, result, [&](const Canvas& where, const Rect& r) {
         fillGradient(where, r, toPixel(start), toPixel(end), angle);
@@ -196,7 +200,8 @@ STDMETHODIMP RenderDC::DrawImageSection(SkinImageSection* section, SkinRect* tar
     return draw(target, result, [&](const Canvas& where, const Rect& r) {
         if (!section || !m_device)
             return false;
-        const auto image = implementationOf<RenderImage>(m_device->findImage(morvane::viewOf(section->szImageName)).get());
+        const auto image =
+            implementationOf<RenderImage>(m_device->findImage(morvane::viewOf(section->szImageName)).get());
         if (!image)
             return false;
         Surface form = makeForm(sectionOf(*section), image->pixels(), 100, scale(), r.size());

@@ -34,8 +34,8 @@ public:
     void setDevice(RenderDevice* device) noexcept { m_device = device; }
     void deviceGone() noexcept;
 
-    /// Draws on this surface from now on (borrowed; null for nothing), its first pixel at `origin`. Layers, update rectangle
-    /// and viewport start anew.
+    /// Draws on this surface from now on (borrowed; null for nothing), its first pixel at `origin`. Layers, update
+    /// rectangle and viewport start anew.
     void setTarget(const DibSurface* surface, Point origin = {}) noexcept;
     bool hasTarget() const noexcept { return m_target != nullptr; }
 
@@ -54,15 +54,16 @@ public:
     void pushLayer(const Rect& rect, int opacity);
     void popLayer() noexcept;
 
-    /// The device context of what canvas() draws on, with the clip and window coordinates set; whatever GDI draws there is
-    /// made visible by the next call of this object. Null without a target.
+    /// The device context of what canvas() draws on, with the clip and window coordinates set; whatever GDI draws there
+    /// is made visible by the next call of this object. Null without a target.
     HDC beginGdi() noexcept;
     /// Gives pixels that GDI drew their alpha.
     void finishDrawing() noexcept;
 
     STDMETHODIMP SetRenderDCPtr(hyper pointer) noexcept override;
     STDMETHODIMP GetRenderDCPtr(hyper* result) noexcept override;
-    STDMETHODIMP FillColor(SkinRect* rect, OLE_COLOR start, OLE_COLOR end, short angle, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP FillColor(SkinRect* rect, OLE_COLOR start, OLE_COLOR end, short angle,
+                           VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP FillSolidColor(SkinRect* rect, OLE_COLOR colour, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP DrawImage(IVexRenderImage* image, SkinRect* target, SkinRect* source, VARIANT_BOOL stretch,
                            OLE_COLOR transparent, VARIANT_BOOL client, VARIANT_BOOL* result) noexcept override;
@@ -123,6 +124,9 @@ private:
 };
 
 /// The object behind a context handed out by us; null for any other.
-inline morvane::ComPtr<RenderDC> fromInterface(IVexRenderDC* dc) noexcept { return implementationOf<RenderDC>(dc); }
+inline morvane::ComPtr<RenderDC> fromInterface(IVexRenderDC* dc) noexcept
+{
+    return implementationOf<RenderDC>(dc);
+}
 
 } // namespace ambrel

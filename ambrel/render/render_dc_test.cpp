@@ -171,8 +171,9 @@ TEST_F(RenderDCTest, IconsKeepTheirShape)
 {
     ComPtr<IVexRenderImage> image;
     HICON icon = LoadIconW(nullptr, MAKEINTRESOURCEW(32512));
-    ASSERT_EQ(createRenderImageFromHandle(m_device.handle(), L"icon", reinterpret_cast<hyper>(icon), VEX_PT_ICO, image.put()),
-              S_OK);
+    ASSERT_EQ(
+        createRenderImageFromHandle(m_device.handle(), L"icon", reinterpret_cast<hyper>(icon), VEX_PT_ICO, image.put()),
+        S_OK);
     long width = 0;
     VARIANT_BOOL hasAlpha = VARIANT_FALSE;
     image->GetWidth(&width);
@@ -205,7 +206,8 @@ TEST(RenderBalanceTest, DevicesTextsAndPicturesGiveEveryHandleBack)
         style->draw(device.renderDC().canvas(), {0, 0, 64, 20}, L"Text \x05E9\x4E2D", Scale());
         DibSurface bitmap({8, 8});
         ComPtr<IVexRenderImage> image;
-        createRenderImageFromHandle(device.handle(), L"a", reinterpret_cast<hyper>(bitmap.bitmap()), VEX_PT_BMP, image.put());
+        createRenderImageFromHandle(device.handle(), L"a", reinterpret_cast<hyper>(bitmap.bitmap()), VEX_PT_BMP,
+                                    image.put());
         device.renderDC().pushLayer({0, 0, 20, 20}, 100);
         device.renderDC().beginGdi();
         device.renderDC().popLayer();

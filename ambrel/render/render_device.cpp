@@ -24,8 +24,14 @@ Scale& lastScale() noexcept
 
 } // namespace
 
-Scale currentScale() noexcept { return lastScale(); }
-void setCurrentScale(Scale scale) noexcept { lastScale() = scale; }
+Scale currentScale() noexcept
+{
+    return lastScale();
+}
+void setCurrentScale(Scale scale) noexcept
+{
+    lastScale() = scale;
+}
 
 RenderDevice::RenderDevice(Scale scale) : m_scale(scale)
 {
@@ -64,7 +70,10 @@ bool RenderDevice::resize(Size size)
     return true;
 }
 
-Size RenderDevice::size() const noexcept { return m_surface ? m_surface->size() : Size{}; }
+Size RenderDevice::size() const noexcept
+{
+    return m_surface ? m_surface->size() : Size{};
+}
 
 RenderDC& RenderDevice::renderDC()
 {
@@ -103,7 +112,8 @@ bool RenderDevice::presentLayered(HWND window, Point screenPosition, int opacity
     POINT origin{};
     SIZE extent{m_surface->size().width, m_surface->size().height};
     BLENDFUNCTION blend{AC_SRC_OVER, 0, static_cast<BYTE>(std::clamp(opacity, 0, 255)), AC_SRC_ALPHA};
-    return UpdateLayeredWindow(window, nullptr, &position, &extent, m_surface->dc(), &origin, 0, &blend, ULW_ALPHA) != 0;
+    return UpdateLayeredWindow(window, nullptr, &position, &extent, m_surface->dc(), &origin, 0, &blend, ULW_ALPHA) !=
+           0;
 }
 
 void RenderDevice::keepImage(std::wstring_view name, IVexRenderImage* image)

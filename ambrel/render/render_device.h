@@ -18,8 +18,8 @@ namespace ambrel {
 
 class RenderDC;
 
-/// One per window, owned by it: the surface, the drawing context on it, the scale, and the render images that controls named.
-/// Travels over the interfaces as a 64-bit handle. For the user-interface thread.
+/// One per window, owned by it: the surface, the drawing context on it, the scale, and the render images that controls
+/// named. Travels over the interfaces as a 64-bit handle. For the user-interface thread.
 class RenderDevice {
 public:
     explicit RenderDevice(Scale scale = {});
@@ -34,13 +34,13 @@ public:
     Scale scale() const noexcept { return m_scale; }
     void setScale(Scale scale) noexcept;
 
-    /// Makes the surface this large; what was drawn is lost when the size changes. False when the system refuses; the old
-    /// surface then stays. Throws std::bad_alloc.
+    /// Makes the surface this large; what was drawn is lost when the size changes. False when the system refuses; the
+    /// old surface then stays. Throws std::bad_alloc.
     bool resize(Size size);
     Size size() const noexcept;
 
-    /// Whether every pixel covers what is behind the window (the usual case), or the surface's alpha counts, as in layered
-    /// windows. Decides what becomes of alpha where GDI drew.
+    /// Whether every pixel covers what is behind the window (the usual case), or the surface's alpha counts, as in
+    /// layered windows. Decides what becomes of alpha where GDI drew.
     bool isOpaque() const noexcept { return m_isOpaque; }
     void setOpaque(bool isOpaque) noexcept { m_isOpaque = isOpaque; }
 
@@ -50,8 +50,8 @@ public:
     /// Null before the first resize.
     const DibSurface* surface() const noexcept { return m_surface.get(); }
 
-    /// Copies parts of the surface (window coordinates) to the window's device context. One rectangle copies its own pixels,
-    /// nothing more.
+    /// Copies parts of the surface (window coordinates) to the window's device context. One rectangle copies its own
+    /// pixels, nothing more.
     void present(HDC target, std::span<const Rect> parts);
     void present(HWND window, std::span<const Rect> parts);
     /// Shows the whole surface of a layered window with its alpha, at the given place on the screen.

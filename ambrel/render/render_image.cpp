@@ -22,12 +22,12 @@ morvane::ComPtr<RenderImage> RenderImage::make(Surface pixels, VEX_PICTURE_TYPE 
 
 void* RenderImage::findInterface(REFIID iid) noexcept
 {
-    const bool isOurs =
-        iid == IID_IDispatch || iid == morvane::iidOf<IVexRenderImage>() || iid == kImplementationIid;
+    const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexRenderImage>() || iid == kImplementationIid;
     return isOurs ? static_cast<IVexRenderImage*>(this) : nullptr;
 }
 
-bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& source, bool stretch, OLE_COLOR transparent)
+bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& source, bool stretch,
+                       OLE_COLOR transparent)
 {
     const Rect from = source.intersection(m_pixels.view().bounds());
     if (from.isEmpty() || target.isEmpty())

@@ -27,8 +27,8 @@ public:
     Size size() const noexcept { return m_pixels.size(); }
     ConstPixelView pixels() const noexcept { return m_pixels.view(); }
 
-    /// Draws a part of the image into the target: scaled to fill it, or in its own size from the left top corner, cut to the
-    /// target. A transparent colour of 0 means none. False when there is nothing to draw.
+    /// Draws a part of the image into the target: scaled to fill it, or in its own size from the left top corner, cut
+    /// to the target. A transparent colour of 0 means none. False when there is nothing to draw.
     bool draw(const Canvas& canvas, const Rect& target, const Rect& source, bool stretch, OLE_COLOR transparent);
 
     STDMETHODIMP GetWidth(long* result) noexcept override;
@@ -47,8 +47,8 @@ public:
                          VARIANT_BOOL* result) noexcept override;
 
 private:
-    HRESULT drawOn(IVexRenderDC* dc, const Rect& target, const Rect& source, VARIANT_BOOL stretch, OLE_COLOR transparent,
-                   VARIANT_BOOL* result) noexcept;
+    HRESULT drawOn(IVexRenderDC* dc, const Rect& target, const Rect& source, VARIANT_BOOL stretch,
+                   OLE_COLOR transparent, VARIANT_BOOL* result) noexcept;
 
     Surface m_pixels;
     Coverage m_coverage = Coverage::Blank;

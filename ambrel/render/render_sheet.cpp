@@ -1,4 +1,5 @@
-// Draws one sheet with every way of stretching, filling and setting text, to look at: render_sheet out.png [scale percent]
+// Draws one sheet with every way of stretching, filling and setting text, to look at: render_sheet out.png [scale
+// percent]
 #include "ambrel/pixels/gradient.h"
 #include "ambrel/render/fill_color.h"
 #include "ambrel/render/focus_mark.h"
@@ -23,8 +24,8 @@ constexpr Pixel kDarkWindow = 0xFF1E2126;
 constexpr OLE_COLOR kText = 0x00241E1A;
 constexpr OLE_COLOR kDarkText = 0x00F3EFEC;
 
-/// A button's face drawn for the given scale: a border of one pixel, round corners, and a dot pattern in the middle so that
-/// tiling shows.
+/// A button's face drawn for the given scale: a border of one pixel, round corners, and a dot pattern in the middle so
+/// that tiling shows.
 Surface buttonPicture(Scale scale, bool hasPattern)
 {
     Surface s(scale(Size{24, 24}));
@@ -141,7 +142,7 @@ private:
             const wchar_t* face;
             int height;
             int weight;
-        } kFonts[] = {{L"Tahoma", 11, 400},   {L"Tahoma", 11, 700},   {L"Segoe UI", 12, 400}, {L"Segoe UI", 12, 700},
+        } kFonts[] = {{L"Tahoma", 11, 400},   {L"Tahoma", 11, 700},      {L"Segoe UI", 12, 400}, {L"Segoe UI", 12, 700},
                       {L"Segoe UI", 15, 400}, {L"DejaVu Sans", 12, 400}, {L"Segoe UI", 20, 600}};
         int top = 145;
         for (const auto& f : kFonts) {
@@ -152,7 +153,8 @@ private:
         }
         const auto mixed = style(L"Segoe UI", 12, 400, colour);
         write(*mixed.get(), {left, top, left + 270, top + 20}, L"\x4E2D\x6587 Test\x6D4B\x8BD5 \x65E5\x672C\x8A9E");
-        write(*mixed.get(), {left, top + 20, left + 270, top + 40}, L"\x05E9\x05DC\x05D5\x05DD hello \x0645\x0631\x062D\x0628\x0627");
+        write(*mixed.get(), {left, top + 20, left + 270, top + 40},
+              L"\x05E9\x05DC\x05D5\x05DD hello \x0645\x0631\x062D\x0628\x0627");
     }
 
     void drawTextBoxes()
@@ -174,7 +176,8 @@ private:
         for (short trimming = 0; trimming < 6; ++trimming) {
             s->put_nHAlign(0);
             s->put_nStringTrimming(trimming);
-            boxed(*s.get(), {320, 195 + trimming * 24, 440, 215 + trimming * 24}, trimming == 5 ? L"C:\\folder\\deeper\\more\\file.txt" : kLong);
+            boxed(*s.get(), {320, 195 + trimming * 24, 440, 215 + trimming * 24},
+                  trimming == 5 ? L"C:\\folder\\deeper\\more\\file.txt" : kLong);
         }
         s->put_bSingleLine(VARIANT_FALSE);
         for (short align = 0; align < 3; ++align) {
@@ -210,7 +213,8 @@ private:
             drawFrameControl(canvas, scaled({160 + i * 30, 480, 184 + i * 30, 504}), DFC_SCROLL, i, scale());
         drawFrameControl(canvas, scaled({290, 480, 370, 508}), DFC_BUTTON, DFCS_BUTTONPUSH, scale());
         for (int i = 0; i < 8; ++i)
-            drawLine(canvas, {scale()(400), scale()(520)}, {scale()(400 + i * 20), scale()(640 - i * 15)}, 1 + i / 2, 0xFF2563D9);
+            drawLine(canvas, {scale()(400), scale()(520)}, {scale()(400 + i * 20), scale()(640 - i * 15)}, 1 + i / 2,
+                     0xFF2563D9);
         dc().pushLayer(scaled({20, 520, 380, 680}), 128);
         section(true)->draw(dc().canvas(), scaled({30, 530, 150, 600}), 0, scale());
         write(*style(L"Segoe UI", 15, 400, kText).get(), {170, 530, 380, 560}, L"Half opaque layer");

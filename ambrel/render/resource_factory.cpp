@@ -34,9 +34,9 @@ struct Kind {
 };
 
 constexpr Kind kKinds[] = {
-    {VEXOBJTYPE_IMAGE, make<Picture>},           {VEXOBJTYPE_IMAGEBASE, make<ImageBase>},
-    {VEXOBJTYPE_TEXTSTYLE, make<TextStyle>},     {VEXOBJTYPE_FONTEX, make<Font>},
-    {VEXOBJTYPE_CURSOR, make<Cursor>},           {VEXOBJTYPE_GRADIENTCLR, make<FillColor>},
+    {VEXOBJTYPE_IMAGE, make<Picture>},       {VEXOBJTYPE_IMAGEBASE, make<ImageBase>},
+    {VEXOBJTYPE_TEXTSTYLE, make<TextStyle>}, {VEXOBJTYPE_FONTEX, make<Font>},
+    {VEXOBJTYPE_CURSOR, make<Cursor>},       {VEXOBJTYPE_GRADIENTCLR, make<FillColor>},
     {VEXOBJTYPE_IMAGELIST, make<ImageList>},
 };
 
@@ -83,7 +83,8 @@ HRESULT createRenderImageFromPath(hyper device, std::wstring_view path, IVexRend
         auto decoded = bytes ? decodePicture(*bytes) : std::nullopt;
         if (!decoded)
             return S_FALSE;
-        auto image = RenderImage::make(std::move(decoded->frames.front()), static_cast<VEX_PICTURE_TYPE>(decoded->format));
+        auto image =
+            RenderImage::make(std::move(decoded->frames.front()), static_cast<VEX_PICTURE_TYPE>(decoded->format));
         owner->keepImage(path, image.get());
         place = image.detach();
         return S_OK;

@@ -46,7 +46,10 @@ ComPtr<Picture> pictureOf(const Surface& surface)
     return picture;
 }
 
-Canvas wholeOf(Surface& surface) { return {surface.view(), {}, surface.view().bounds()}; }
+Canvas wholeOf(Surface& surface)
+{
+    return {surface.view(), {}, surface.view().bounds()};
+}
 
 TEST(PictureTest, LoadsByContentAndKeepsWhatItHasWhenBytesAreBad)
 {
@@ -310,8 +313,9 @@ TEST_P(EveryResource, ReadsBackWhatItWrote)
 }
 
 INSTANTIATE_TEST_SUITE_P(AllTypes, EveryResource,
-                         testing::Values(VEXOBJTYPE_IMAGE, VEXOBJTYPE_IMAGEBASE, VEXOBJTYPE_TEXTSTYLE, VEXOBJTYPE_FONTEX,
-                                         VEXOBJTYPE_CURSOR, VEXOBJTYPE_GRADIENTCLR, VEXOBJTYPE_IMAGELIST));
+                         testing::Values(VEXOBJTYPE_IMAGE, VEXOBJTYPE_IMAGEBASE, VEXOBJTYPE_TEXTSTYLE,
+                                         VEXOBJTYPE_FONTEX, VEXOBJTYPE_CURSOR, VEXOBJTYPE_GRADIENTCLR,
+                                         VEXOBJTYPE_IMAGELIST));
 
 TEST(ResourceFactoryTest, UnknownTypesAreRefused)
 {

@@ -1,7 +1,7 @@
 // The one place where logical lengths (at 100 percent) become device pixels.
 //
-// Rectangles that reach drawing functions are device pixels already. What scales are the things a skin gives in pixels of its
-// own: fixed borders and natural sizes of pictures, offsets of texts, fonts, focus rings.
+// Rectangles that reach drawing functions are device pixels already. What scales are the things a skin gives in pixels
+// of its own: fixed borders and natural sizes of pictures, offsets of texts, fonts, focus rings.
 #pragma once
 
 #include "ambrel/pixels/nine_part.h"
@@ -31,8 +31,8 @@ private:
     int m_percent = 100;
 };
 
-/// For what is measured before any device is known, such as text on a screen device context: the scale of the device that
-/// was made or rescaled last.
+/// For what is measured before any device is known, such as text on a screen device context: the scale of the device
+/// that was made or rescaled last.
 Scale currentScale() noexcept;
 void setCurrentScale(Scale scale) noexcept;
 

@@ -17,7 +17,8 @@ struct ImageSection {
     OLE_COLOR colourise = 0xFFFFFFFF;
     int opacity = 255;
     bool usesPixelAlpha = true;
-    int imageCount = 1; // images of equal size side by side, or one below the other when the section is higher than wide
+    int imageCount =
+        1; // images of equal size side by side, or one below the other when the section is higher than wide
 
     friend constexpr bool operator==(const ImageSection&, const ImageSection&) = default;
 };
@@ -28,14 +29,17 @@ ImageSection sectionOf(const SkinImageSection& record) noexcept;
 /// The rectangle of one image of the section in its picture; an index beyond the last gives the last.
 Rect imageRect(const ImageSection& section, Size picture, int index) noexcept;
 
-/// The section as it looks in a target of the given size on a device of the given scale. `picturePercent` is the scale that
-/// the picture was made for; the section's numbers are multiplied by it. `index` is the image within the section. Empty for
-/// an empty target or picture. Throws std::bad_alloc.
+/// The section as it looks in a target of the given size on a device of the given scale. `picturePercent` is the scale
+/// that the picture was made for; the section's numbers are multiplied by it. `index` is the image within the section.
+/// Empty for an empty target or picture. Throws std::bad_alloc.
 Surface makeForm(const ImageSection& section, ConstPixelView picture, int picturePercent, Scale scale, Size target,
                  int index = 0);
 
-/// Whether the colour asks for colourising. Besides the value for "none", black does not: it has no hue, and packages that
-/// leave the attribute out are read as black.
-constexpr bool isColourising(OLE_COLOR colour) { return colour != 0xFFFFFFFF && colour != 0; }
+/// Whether the colour asks for colourising. Besides the value for "none", black does not: it has no hue, and packages
+/// that leave the attribute out are read as black.
+constexpr bool isColourising(OLE_COLOR colour)
+{
+    return colour != 0xFFFFFFFF && colour != 0;
+}
 
 } // namespace ambrel

@@ -76,7 +76,10 @@ void readColour(const ConfigNode& node, std::wstring_view name, OLE_COLOR& value
         value = static_cast<OLE_COLOR>(number);
 }
 
-void writeNumber(ConfigNode& node, std::wstring_view name, long value) { node.setAttribute(name, std::to_wstring(value)); }
+void writeNumber(ConfigNode& node, std::wstring_view name, long value)
+{
+    node.setAttribute(name, std::to_wstring(value));
+}
 
 void writeColour(ConfigNode& node, std::wstring_view name, OLE_COLOR value)
 {

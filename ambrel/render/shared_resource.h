@@ -18,7 +18,7 @@ struct ResourceIdentity {
     VexObjType type = VEXOBJTYPE_LAST;
     std::wstring typeName;
     std::wstring name;
-    std::wstring objectId; // made when first asked for
+    std::wstring objectId;        // made when first asked for
     IVexRes* resources = nullptr; // borrowed
     hyper objectPointer = 0;
     NodeHandle node = 0;
@@ -31,7 +31,8 @@ struct ResourceIdentity {
     morvane::ComPtr<IVexObj> find(VexObjType wanted, std::wstring_view resourceName) const;
 };
 
-/// The node itself for an empty key, else its child of that name; when writing, the child is made. Null when there is none.
+/// The node itself for an empty key, else its child of that name; when writing, the child is made. Null when there is
+/// none.
 std::shared_ptr<ConfigNode> nodeForKey(hyper node, BSTR key, bool isReading);
 
 /// Numbers and colours in a node's attributes; absent or odd ones leave the value alone.
@@ -53,8 +54,8 @@ void readShort(const ConfigNode& node, std::wstring_view name, Short& value)
 /// The name of a resource; empty for null. Names stand in nodes where resources refer to each other.
 std::wstring nameOf(IVexObj* resource);
 
-/// Completes a resource's interface with the operations that all resources share. A class derives from it and overrides what
-/// differs for it.
+/// Completes a resource's interface with the operations that all resources share. A class derives from it and overrides
+/// what differs for it.
 template <class Interface>
 class SharedResource : public morvane::Dispatch<Interface> {
 public:
@@ -81,7 +82,8 @@ public:
     }
     STDMETHODIMP GetObjPtr(hyper* result) noexcept override
     {
-        return morvane::returning(result, [&] { return m_identity.objectPointer != 0 ? m_identity.objectPointer : self(); });
+        return morvane::returning(result,
+                                  [&] { return m_identity.objectPointer != 0 ? m_identity.objectPointer : self(); });
     }
     STDMETHODIMP GetObjectID(BSTR* result) noexcept override
     {
@@ -152,7 +154,8 @@ public:
     {
         return morvane::returning(result, [&] { return static_cast<short>(m_identity.internalReferences); });
     }
-    STDMETHODIMP AccessConfig2(hyper node, BSTR key, VARIANT_BOOL read, VARIANT_BOOL, VARIANT_BOOL* result) noexcept override
+    STDMETHODIMP AccessConfig2(hyper node, BSTR key, VARIANT_BOOL read, VARIANT_BOOL,
+                               VARIANT_BOOL* result) noexcept override
     {
         return access(node, key, read != VARIANT_FALSE, result);
     }
@@ -190,9 +193,9 @@ protected:
     /// The interfaces of all resources. A class with more asks this last.
     void* findResourceInterface(REFIID iid, const IID& implementation) noexcept
     {
-        const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexObj>()
-                            || iid == morvane::iidOf<ISkinShareBase>() || iid == morvane::iidOf<Interface>()
-                            || iid == implementation;
+        const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexObj>() ||
+                            iid == morvane::iidOf<ISkinShareBase>() || iid == morvane::iidOf<Interface>() ||
+                            iid == implementation;
         return isOurs ? static_cast<Interface*>(this) : nullptr;
     }
 

@@ -25,7 +25,10 @@ inline Surface surfaceOf(Size size, Pixel colour)
     return surface;
 }
 
-inline std::wstring pathOfPicture(const std::wstring& name) { return AMBREL_RENDER_PICTURES L"/" + name + L".png"; }
+inline std::wstring pathOfPicture(const std::wstring& name)
+{
+    return AMBREL_RENDER_PICTURES L"/" + name + L".png";
+}
 
 /// Compares with a kept picture, each channel within a tolerance. A differing one is left beside the test program as
 /// `name`.actual.png. With AMBREL_UPDATE_PICTURES set in the environment the kept picture is replaced instead.
@@ -46,8 +49,8 @@ inline void expectLooksLike(const std::wstring& name, ConstPixelView actual, int
             const Pixel a = actual.at(x, y);
             const Pixel b = wanted.at(x, y);
             const auto isFar = [&](int one, int other) { return std::abs(one - other) > tolerance; };
-            if (isFar(alphaOf(a), alphaOf(b)) || isFar(redOf(a), redOf(b)) || isFar(greenOf(a), greenOf(b))
-                || isFar(blueOf(a), blueOf(b)))
+            if (isFar(alphaOf(a), alphaOf(b)) || isFar(redOf(a), redOf(b)) || isFar(greenOf(a), greenOf(b)) ||
+                isFar(blueOf(a), blueOf(b)))
                 ++differing;
         }
     }

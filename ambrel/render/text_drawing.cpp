@@ -5,8 +5,12 @@ namespace ambrel {
 TextFormat formatOfFlags(long flags) noexcept
 {
     TextFormat format;
-    format.horizontal = (flags & DT_CENTER) != 0 ? TextAlign::Centre : (flags & DT_RIGHT) != 0 ? TextAlign::Far : TextAlign::Near;
-    format.vertical = (flags & DT_VCENTER) != 0 ? TextAlign::Centre : (flags & DT_BOTTOM) != 0 ? TextAlign::Far : TextAlign::Near;
+    format.horizontal = (flags & DT_CENTER) != 0  ? TextAlign::Centre
+                        : (flags & DT_RIGHT) != 0 ? TextAlign::Far
+                                                  : TextAlign::Near;
+    format.vertical = (flags & DT_VCENTER) != 0  ? TextAlign::Centre
+                      : (flags & DT_BOTTOM) != 0 ? TextAlign::Far
+                                                 : TextAlign::Near;
     format.isSingleLine = (flags & DT_SINGLELINE) != 0 || (flags & DT_WORDBREAK) == 0;
     format.isRightToLeft = (flags & DT_RTLREADING) != 0;
     if ((flags & DT_NOPREFIX) == 0)
@@ -26,9 +30,9 @@ long flagsOfFormat(const TextFormat& format) noexcept
     constexpr long kVertical[] = {DT_TOP, DT_VCENTER, DT_BOTTOM};
     constexpr long kTrimming[] = {0, 0, 0, DT_END_ELLIPSIS, DT_WORD_ELLIPSIS, DT_PATH_ELLIPSIS};
     constexpr long kPrefix[] = {DT_NOPREFIX, 0, DT_HIDEPREFIX};
-    return kHorizontal[static_cast<int>(format.horizontal)] | kVertical[static_cast<int>(format.vertical)]
-           | kTrimming[static_cast<int>(format.trimming)] | kPrefix[static_cast<int>(format.prefix)]
-           | (format.isSingleLine ? DT_SINGLELINE : DT_WORDBREAK) | (format.isRightToLeft ? DT_RTLREADING : 0);
+    return kHorizontal[static_cast<int>(format.horizontal)] | kVertical[static_cast<int>(format.vertical)] |
+           kTrimming[static_cast<int>(format.trimming)] | kPrefix[static_cast<int>(format.prefix)] |
+           (format.isSingleLine ? DT_SINGLELINE : DT_WORDBREAK) | (format.isRightToLeft ? DT_RTLREADING : 0);
 }
 
 namespace {
@@ -66,7 +70,8 @@ void drawLines(const Canvas& canvas, const GlyphFont& font, const TextLayout& la
             const auto index = static_cast<std::size_t>(line.underlined);
             const int before = font.width(std::wstring_view(line.text).substr(0, index));
             const int width = font.width(std::wstring_view(line.text).substr(index, 1));
-            blendRect(canvas, Rect::at({left + before, baseline + font.underlineOffset()}, {width, font.lineThickness()}),
+            blendRect(canvas,
+                      Rect::at({left + before, baseline + font.underlineOffset()}, {width, font.lineThickness()}),
                       colour);
         }
         top += font.lineHeight();

@@ -31,9 +31,15 @@ PlainText withoutPrefixes(std::wstring_view text, HotkeyPrefix prefix)
 }
 
 /// Where lines may break without a space: between the characters of East Asian scripts.
-bool isIdeographic(wchar_t c) { return (c >= 0x3000 && c <= 0x9FFF) || (c >= 0xAC00 && c <= 0xD7AF) || (c >= 0xF900 && c <= 0xFAFF); }
+bool isIdeographic(wchar_t c)
+{
+    return (c >= 0x3000 && c <= 0x9FFF) || (c >= 0xAC00 && c <= 0xD7AF) || (c >= 0xF900 && c <= 0xFAFF);
+}
 
-bool isSpace(wchar_t c) { return c == L' ' || c == L'\t'; }
+bool isSpace(wchar_t c)
+{
+    return c == L' ' || c == L'\t';
+}
 
 /// How many characters from the front fit; not into the middle of a surrogate pair.
 std::size_t fittingCount(std::wstring_view text, int width, const TextMeasure& font)

@@ -44,7 +44,9 @@ TEST(TextLayoutTest, MeasuresTheWidestLineAndAllHeights)
 TEST(TextLayoutTest, ASingleLineIsCutAsTheTrimmingSays)
 {
     const std::wstring text = L"first second";
-    const auto cut = [&](TextTrimming trimming, int width) { return linesOf(text, width, {.trimming = trimming}).at(0); };
+    const auto cut = [&](TextTrimming trimming, int width) {
+        return linesOf(text, width, {.trimming = trimming}).at(0);
+    };
     EXPECT_EQ(cut(TextTrimming::None, 80), text);
     EXPECT_EQ(cut(TextTrimming::Character, 80), L"first se");
     EXPECT_EQ(cut(TextTrimming::Word, 80), L"first");
@@ -52,7 +54,8 @@ TEST(TextLayoutTest, ASingleLineIsCutAsTheTrimmingSays)
     EXPECT_EQ(cut(TextTrimming::EllipsisWord, 80), L"first\x2026");
     EXPECT_EQ(cut(TextTrimming::EllipsisCharacter, 120), text);
     EXPECT_EQ(cut(TextTrimming::EllipsisCharacter, 5), L"\x2026");
-    EXPECT_EQ(linesOf(L"C:\\folder\\deep\\name", 90, {.trimming = TextTrimming::EllipsisPath}).at(0), L"C:\\\x2026\\name");
+    EXPECT_EQ(linesOf(L"C:\\folder\\deep\\name", 90, {.trimming = TextTrimming::EllipsisPath}).at(0),
+              L"C:\\\x2026\\name");
 }
 
 TEST(TextLayoutTest, PrefixesAreUnderlinedHiddenOrShown)

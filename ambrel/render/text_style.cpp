@@ -10,7 +10,10 @@ namespace ambrel {
 using morvane::returning;
 using morvane::toRect;
 
-void* TextStyle::findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
+void* TextStyle::findInterface(REFIID iid) noexcept
+{
+    return findResourceInterface(iid, kImplementationIid);
+}
 
 void TextStyle::setFont(IVexFontEx* font)
 {
@@ -49,8 +52,8 @@ TextFormat TextStyle::format() const noexcept
     TextFormat format;
     format.horizontal = alignOf(m_look.horizontal);
     format.vertical = alignOf(m_look.vertical);
-    format.trimming = m_look.trimming >= 0 && m_look.trimming <= 5 ? static_cast<TextTrimming>(m_look.trimming)
-                                                                   : TextTrimming::None;
+    format.trimming =
+        m_look.trimming >= 0 && m_look.trimming <= 5 ? static_cast<TextTrimming>(m_look.trimming) : TextTrimming::None;
     format.prefix = m_look.showsHotkeyPrefix ? HotkeyPrefix::Underlined : HotkeyPrefix::Plain;
     format.isSingleLine = m_look.isSingleLine;
     format.isRightToLeft = m_look.isRightToLeft;
@@ -80,7 +83,8 @@ void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view t
 {
     const int left = scale(isMirrored ? m_look.right : m_look.left);
     const int right = scale(isMirrored ? m_look.left : m_look.right);
-    const Rect inner{rect.left + left, rect.top + scale(m_look.top), rect.right - right, rect.bottom - scale(m_look.bottom)};
+    const Rect inner{rect.left + left, rect.top + scale(m_look.top), rect.right - right,
+                     rect.bottom - scale(m_look.bottom)};
     const auto font = glyphs(scale);
     TextFormat how = formatFor(userFormat);
     if (isMirrored)
@@ -454,15 +458,21 @@ void TextStyle::readConfig(const ConfigNode& node)
 
 void TextStyle::writeConfig(ConfigNode& node) const
 {
-    const std::pair<const wchar_t*, long> numbers[] = {
-        {L"HAlign", m_look.horizontal},       {L"VAlign", m_look.vertical},
-        {L"Effect", m_look.effect},           {L"ShadowH", m_look.shadowX},
-        {L"ShadowV", m_look.shadowY},         {L"ShadowPixel", m_look.shadowOnPerPixel},
-        {L"LeftOffset", m_look.left},         {L"RightOffset", m_look.right},
-        {L"TopOffset", m_look.top},           {L"BottOffset", m_look.bottom},
-        {L"HotkeyPrefixShow", m_look.showsHotkeyPrefix}, {L"StringTrimming", m_look.trimming},
-        {L"SingleLine", m_look.isSingleLine}, {L"VertDraw", m_look.isVertical},
-        {L"RightToLeft", m_look.isRightToLeft}};
+    const std::pair<const wchar_t*, long> numbers[] = {{L"HAlign", m_look.horizontal},
+                                                       {L"VAlign", m_look.vertical},
+                                                       {L"Effect", m_look.effect},
+                                                       {L"ShadowH", m_look.shadowX},
+                                                       {L"ShadowV", m_look.shadowY},
+                                                       {L"ShadowPixel", m_look.shadowOnPerPixel},
+                                                       {L"LeftOffset", m_look.left},
+                                                       {L"RightOffset", m_look.right},
+                                                       {L"TopOffset", m_look.top},
+                                                       {L"BottOffset", m_look.bottom},
+                                                       {L"HotkeyPrefixShow", m_look.showsHotkeyPrefix},
+                                                       {L"StringTrimming", m_look.trimming},
+                                                       {L"SingleLine", m_look.isSingleLine},
+                                                       {L"VertDraw", m_look.isVertical},
+                                                       {L"RightToLeft", m_look.isRightToLeft}};
     for (const auto& [name, value] : numbers)
         writeNumber(node, name, value);
     writeColour(node, L"clrText", m_look.colour);

@@ -47,8 +47,8 @@ public:
     /// The style's font on a device of that scale. Throws std::bad_alloc.
     std::shared_ptr<const GlyphFont> glyphs(Scale scale);
 
-    /// Draws into the rectangle less the style's offsets. `userFormat`: DT_ flags instead of the style's own alignment and
-    /// wrapping; 0 and -1 mean the style's own. `isMirrored` swaps near and far. Throws std::bad_alloc.
+    /// Draws into the rectangle less the style's offsets. `userFormat`: DT_ flags instead of the style's own alignment
+    /// and wrapping; 0 and -1 mean the style's own. `isMirrored` swaps near and far. Throws std::bad_alloc.
     void draw(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, long userFormat = -1,
               bool isMirrored = false);
 
@@ -95,8 +95,8 @@ public:
                           SkinRect* calculated, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetDrawFlags(long* result) noexcept override;
     STDMETHODIMP CreateTextStyle(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw, long userFormat,
-                                SkinRect* calculated, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw,
+                                long userFormat, SkinRect* calculated, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetRenderFont(hyper device, hyper* result) noexcept override;
     STDMETHODIMP ReleaseRenderFont(VEX_RENDERENGINE_TYPE type, long* result) noexcept override;
     STDMETHODIMP CalcTextWidth(hyper dc, BSTR text, long* result) noexcept override;
@@ -112,8 +112,8 @@ private:
     TextFormat formatFor(long userFormat) const noexcept;
 
     TextLook m_look;
-    morvane::ComPtr<IVexFontEx> m_font; // null: the default font
-    morvane::ComPtr<Font> m_ourFont;    // the same when it is ours
+    morvane::ComPtr<IVexFontEx> m_font;        // null: the default font
+    morvane::ComPtr<Font> m_ourFont;           // the same when it is ours
     std::shared_ptr<const GlyphFont> m_glyphs; // of the last scale
     Scale m_glyphScale;
     unsigned m_fontGeneration = 0;

@@ -41,8 +41,8 @@ protected:
     {
         SkinRect calculated{};
         VARIANT_BOOL done = VARIANT_FALSE;
-        EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), Bstr(text).get(), morvane::toSkinRect(room), VARIANT_FALSE,
-                                          -1, &calculated, &done),
+        EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), Bstr(text).get(), morvane::toSkinRect(room),
+                                          VARIANT_FALSE, -1, &calculated, &done),
                   S_OK);
         EXPECT_EQ(done, VARIANT_TRUE);
         return morvane::toRect(calculated);
@@ -103,13 +103,14 @@ TEST_F(TextStyleTest, OnADeviceContextItMeasuresAndDrawsTheSame)
     SkinRect calculated{};
     VARIANT_BOOL done = VARIANT_FALSE;
     const Bstr text(L"PushButton");
-    m_style->DrawText(reinterpret_cast<hyper>(screen.get()), text.get(), {0, 0, 1000, 1000}, VARIANT_FALSE, -1, &calculated,
-                      &done);
+    m_style->DrawText(reinterpret_cast<hyper>(screen.get()), text.get(), {0, 0, 1000, 1000}, VARIANT_FALSE, -1,
+                      &calculated, &done);
     EXPECT_EQ(done, VARIANT_TRUE);
     EXPECT_EQ(morvane::toRect(calculated), measured(L"PushButton", {0, 0, 1000, 1000}));
     DibSurface target({100, 30});
     fillRect(target.canvas(), {0, 0, 100, 30}, kWhite);
-    m_style->DrawText(reinterpret_cast<hyper>(target.dc()), text.get(), {0, 0, 100, 30}, VARIANT_TRUE, -1, nullptr, &done);
+    m_style->DrawText(reinterpret_cast<hyper>(target.dc()), text.get(), {0, 0, 100, 30}, VARIANT_TRUE, -1, nullptr,
+                      &done);
     EXPECT_EQ(done, VARIANT_TRUE);
     draw(L"PushButton", {0, 0, 100, 30});
     for (int y = 0; y < 30; ++y)
@@ -215,7 +216,8 @@ TEST_F(TextStyleTest, OddArgumentsAreRefused)
 {
     VARIANT_BOOL done = VARIANT_TRUE;
     EXPECT_EQ(m_style->RenderDrawText(nullptr, nullptr, {}, VARIANT_FALSE, -1, nullptr, &done), E_POINTER);
-    EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), nullptr, {}, VARIANT_FALSE, -1, nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(m_style->RenderDrawText(&m_device.renderDC(), nullptr, {}, VARIANT_FALSE, -1, nullptr, nullptr),
+              E_POINTER);
     EXPECT_EQ(m_style->DrawText(0, Bstr(L"x").get(), {0, 0, 5, 5}, VARIANT_TRUE, -1, nullptr, &done), S_OK);
     EXPECT_EQ(done, VARIANT_FALSE);
     m_style->put_nHAlign(77);

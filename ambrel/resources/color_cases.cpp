@@ -8,7 +8,8 @@ namespace ambrel {
 
 const ColorCases::Case* ColorCases::find(std::wstring_view name) const noexcept
 {
-    const auto found = std::find_if(m_cases.begin(), m_cases.end(), [&](const Case& each) { return each.name == name; });
+    const auto found =
+        std::find_if(m_cases.begin(), m_cases.end(), [&](const Case& each) { return each.name == name; });
     return found == m_cases.end() ? nullptr : &*found;
 }
 

@@ -182,7 +182,10 @@ bool Hooks::removeKeyboard(const ObjectNode& node) noexcept
     return true;
 }
 
-bool Hooks::isKeyboardRegistered(const ObjectNode& node) const noexcept { return contains(m_keyboard, node); }
+bool Hooks::isKeyboardRegistered(const ObjectNode& node) const noexcept
+{
+    return contains(m_keyboard, node);
+}
 
 bool Hooks::start()
 {

@@ -10,7 +10,8 @@
 
 namespace ambrel {
 
-/// Installs a hook of the calling thread while objects are registered for its kind and hooks are started, and tells them:
+/// Installs a hook of the calling thread while objects are registered for its kind and hooks are started, and tells
+/// them:
 ///     VEXSM_HOOKPROC     lParam1 the kind (VEX_HOOKTYPE), lParam2 code, lParam3 wParam, lParam4 lParam,
 ///                        lParam5 the address of the answer (LRESULT), used when the notification is handled
 ///     VEXSM_KBHOOKPROC   for keyboard objects: lParam1 code, lParam2 the virtual key, lParam3 the key data,

@@ -55,7 +55,8 @@ void setProperties(const skin::Skin& skin, const skin::SkinObject& object, Prope
 
 PositionHalf halfOf(const skin::PositionAxis& axis)
 {
-    return {static_cast<Anchor>(axis.align), static_cast<Space>(axis.space), axis.nearDistance, axis.farDistance, axis.size};
+    return {static_cast<Anchor>(axis.align), static_cast<Space>(axis.space), axis.nearDistance, axis.farDistance,
+            axis.size};
 }
 
 void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexControlBase& control)
@@ -123,7 +124,10 @@ ReadSkin readModuleSkin(HINSTANCE module, long resourceId, std::wstring_view res
     return outcomeOf(skin::readSkin({bytes, SizeofResource(module, found)}, name));
 }
 
-ReadSkin readSkinFrom(std::wstring_view path) { return outcomeOf(skin::loadSkin(std::filesystem::path(path))); }
+ReadSkin readSkinFrom(std::wstring_view path)
+{
+    return outcomeOf(skin::loadSkin(std::filesystem::path(path)));
+}
 
 ObjectIndex::ObjectIndex(const skin::Skin& skin)
 {

@@ -54,8 +54,8 @@ private:
 void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexControlBase& control,
                  const SkinResourceSet& resources, bool moves);
 
-/// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its class
-/// cannot be created.
+/// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its
+/// class cannot be created.
 morvane::ComPtr<IVexControlBase> createObject(const skin::Skin& skin, const skin::SkinObject& object, IVexRes* owner,
                                               ISkinObjResBase* parent, const SkinResourceSet& resources);
 

@@ -21,7 +21,8 @@ std::wstring nameOf(const std::string& name, const skin::Resource& resource)
 
 /// The object of an id: the one that is there already, else a new one.
 template <class Object>
-Object& objectFor(std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id, IVexRes* resources)
+Object& objectFor(std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id,
+                  IVexRes* resources)
 {
     ComPtr<Object>& place = objects[id];
     if (!place) {
@@ -97,7 +98,8 @@ LOGFONTW fontOf(const skin::Font& f)
 }
 
 template <class Object>
-void publishAll(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, VexObjType type, ResourceStore& store)
+void publishAll(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, VexObjType type,
+                ResourceStore& store)
 {
     for (const auto& [id, object] : objects) {
         Bstr name;
@@ -200,12 +202,18 @@ ComPtr<IDispatch> SkinResourceSet::find(enumPropType type, std::wstring_view id)
 {
     const std::string key = narrowed(id);
     switch (type) {
-    case _PROPTYPE_IMAGESECTION: return ComPtr<IDispatch>(objectIn(m_sections, key));
-    case _PROPTYPE_TEXTSTYLE: return ComPtr<IDispatch>(objectIn(m_texts, key));
-    case _PROPTYPE_FONT: return ComPtr<IDispatch>(objectIn(m_fonts, key));
-    case _PROPTYPE_FILLCOLOR: return ComPtr<IDispatch>(objectIn(m_fills, key));
-    case _PROPTYPE_CURSOR: return ComPtr<IDispatch>(objectIn(m_cursors, key));
-    default: return nullptr;
+    case _PROPTYPE_IMAGESECTION:
+        return ComPtr<IDispatch>(objectIn(m_sections, key));
+    case _PROPTYPE_TEXTSTYLE:
+        return ComPtr<IDispatch>(objectIn(m_texts, key));
+    case _PROPTYPE_FONT:
+        return ComPtr<IDispatch>(objectIn(m_fonts, key));
+    case _PROPTYPE_FILLCOLOR:
+        return ComPtr<IDispatch>(objectIn(m_fills, key));
+    case _PROPTYPE_CURSOR:
+        return ComPtr<IDispatch>(objectIn(m_cursors, key));
+    default:
+        return nullptr;
     }
 }
 

@@ -17,8 +17,8 @@ namespace ambrel {
 
 class ResourceStore;
 
-/// Made in two steps, so that a running skin is not touched by one that fails: pictures are decoded first, then the other
-/// resources are given their new content, in the objects that controls hold already where there are such.
+/// Made in two steps, so that a running skin is not touched by one that fails: pictures are decoded first, then the
+/// other resources are given their new content, in the objects that controls hold already where there are such.
 class SkinResourceSet final : public ResourceResolver {
 public:
     using Pictures = std::map<std::string, morvane::ComPtr<Picture>, std::less<>>;

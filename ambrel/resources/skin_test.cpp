@@ -26,7 +26,8 @@ protected:
             reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
         ComPtr<IUnknown> factory;
         ASSERT_EQ(get(kButton, IID_IUnknown, factory.putVoid()), S_OK);
-        ASSERT_EQ(CoRegisterClassObject(kButton, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie), S_OK);
+        ASSERT_EQ(CoRegisterClassObject(kButton, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie),
+                  S_OK);
         folder = std::filesystem::temp_directory_path() / "ambrel_skin_test";
         std::filesystem::remove_all(folder);
         std::filesystem::create_directories(folder);
@@ -65,13 +66,15 @@ protected:
         return pixels.size() - static_cast<std::size_t>(std::count(pixels.begin(), pixels.end(), kGround));
     }
 
-    /// A skin in the full layout: one fill that paints button backgrounds has no place in the button's properties, so the
-    /// text's colour tells the skins apart.
+    /// A skin in the full layout: one fill that paints button backgrounds has no place in the button's properties, so
+    /// the text's colour tells the skins apart.
     void writeSkin(const char* colour, const char* extra = "", const char* text = "From the skin")
     {
         std::ofstream(folder / "shareres.xml", std::ios::binary)
-            << "<?xml version=\"1.0\" encoding=\"utf-8\"?>\n<Ambrel><share><PreDefColors/><Images/><FontExs/><GradientColor/>"
-               "<ImageSecs/><TextStyles><Guid00000000000000000000000000000001 Caption=\"Plain\" HAlign=\"1\" VAlign=\"1\" "
+            << "<?xml version=\"1.0\" "
+               "encoding=\"utf-8\"?>\n<Ambrel><share><PreDefColors/><Images/><FontExs/><GradientColor/>"
+               "<ImageSecs/><TextStyles><Guid00000000000000000000000000000001 Caption=\"Plain\" HAlign=\"1\" "
+               "VAlign=\"1\" "
                "clrText=\""
             << colour << "\" Name=\"Plain\"" << extra << "/></TextStyles></share></Ambrel>";
         std::ofstream(folder / "objects.xml", std::ios::binary)
@@ -116,7 +119,8 @@ protected:
         FILETIME user{};
         GetThreadTimes(GetCurrentThread(), &created, &ended, &kernel, &user);
         const auto ticks = [](const FILETIME& time) {
-            return static_cast<std::int64_t>((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) | time.dwLowDateTime);
+            return static_cast<std::int64_t>((static_cast<std::uint64_t>(time.dwHighDateTime) << 32) |
+                                             time.dwLowDateTime);
         };
         return (ticks(kernel) + ticks(user)) / 10'000;
     }
@@ -150,13 +154,15 @@ TEST_F(SkinTest, ImportingCreatesTheDescribedObjectUnderItsParent)
 {
     ComPtr<IVexControlBase> made;
     const hyper parent = reinterpret_cast<hyper>(static_cast<ISkinObjResBase*>(root.get()));
-    ASSERT_EQ(resources->ImportSkin(reinterpret_cast<hyper>(module), kButtonSkin, Bstr(L"UIFILES").get(), parent, made.put()),
-              S_OK);
+    ASSERT_EQ(
+        resources->ImportSkin(reinterpret_cast<hyper>(module), kButtonSkin, Bstr(L"UIFILES").get(), parent, made.put()),
+        S_OK);
     ComPtr<ISkinObjResBase> above;
     EXPECT_EQ(made->GetParent(above.put()), S_OK);
     EXPECT_EQ(above.get(), root.get());
     made.reset();
-    EXPECT_TRUE(FAILED(resources->ImportSkin(reinterpret_cast<hyper>(module), 9999, Bstr(L"UIFILES").get(), parent, made.put())));
+    EXPECT_TRUE(FAILED(
+        resources->ImportSkin(reinterpret_cast<hyper>(module), 9999, Bstr(L"UIFILES").get(), parent, made.put())));
     EXPECT_FALSE(made);
     EXPECT_NE(errorText().find(L"resource 9999"), std::wstring::npos);
 }
@@ -219,7 +225,8 @@ TEST_F(SkinTest, ChangingTheSkinOfAWindowWithManyControlsIsQuick)
     const auto before = processorMs();
     ASSERT_EQ(openFolder(), S_OK);
     const auto took = processorMs() - before;
-    std::printf("[ figure   ] 5000 controls change their skin in %lld ms of processor time\n", static_cast<long long>(took));
+    std::printf("[ figure   ] 5000 controls change their skin in %lld ms of processor time\n",
+                static_cast<long long>(took));
     EXPECT_LT(took, 50);
 
     writeSkin("0x0000FF00", "", "Another");

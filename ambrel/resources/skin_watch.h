@@ -8,8 +8,8 @@
 
 namespace ambrel {
 
-/// Looks now and then, on the thread that made it, whether anything in a folder changed, and tells once things are quiet.
-/// Needs that thread's message loop. `changed` may end the watch.
+/// Looks now and then, on the thread that made it, whether anything in a folder changed, and tells once things are
+/// quiet. Needs that thread's message loop. `changed` may end the watch.
 class SkinWatch {
 public:
     SkinWatch(const std::wstring& folder, std::function<void()> changed);

@@ -35,7 +35,10 @@ HRESULT done(VARIANT_BOOL& result, bool worked) noexcept
 VexRes::VexRes() = default;
 VexRes::~VexRes() = default;
 
-void VexRes::finalRelease() { m_watch.reset(); }
+void VexRes::finalRelease()
+{
+    m_watch.reset();
+}
 
 void* VexRes::findInterface(REFIID iid)
 {
@@ -54,7 +57,10 @@ VexRes* VexRes::from(IVexRes* resources) noexcept
     return object;
 }
 
-ComPtr<VexRes> VexRes::make() { return morvane::Instance<VexRes>::make(); }
+ComPtr<VexRes> VexRes::make()
+{
+    return morvane::Instance<VexRes>::make();
+}
 
 std::vector<ComPtr<RootWindow>> VexRes::windows()
 {
@@ -154,15 +160,18 @@ STDMETHODIMP VexRes::CreateEdit(BSTR text, hyper parent, LONG style, LONG x, LON
                                 hyper* result) noexcept
 {
     return filling(result, [&](hyper& window) {
-        window = reinterpret_cast<hyper>(CreateWindowExW(
-            0, L"EDIT", std::wstring(viewOf(text)).c_str(), static_cast<DWORD>(style) | WS_CHILD,
-            static_cast<int>(x), static_cast<int>(y), static_cast<int>(cx), static_cast<int>(cy),
-            reinterpret_cast<HWND>(parent), nullptr, GetModuleHandleW(nullptr), nullptr));
+        window = reinterpret_cast<hyper>(
+            CreateWindowExW(0, L"EDIT", std::wstring(viewOf(text)).c_str(), static_cast<DWORD>(style) | WS_CHILD,
+                            static_cast<int>(x), static_cast<int>(y), static_cast<int>(cx), static_cast<int>(cy),
+                            reinterpret_cast<HWND>(parent), nullptr, GetModuleHandleW(nullptr), nullptr));
         return window ? S_OK : S_FALSE;
     });
 }
 
-STDMETHODIMP VexRes::GetVexWindow(IVexWindow** result) noexcept { return returning(result, [] { return makeVexWindow(); }); }
+STDMETHODIMP VexRes::GetVexWindow(IVexWindow** result) noexcept
+{
+    return returning(result, [] { return makeVexWindow(); });
+}
 
 STDMETHODIMP VexRes::RedrawAllControls(VARIANT_BOOL* result) noexcept
 {
@@ -174,7 +183,10 @@ STDMETHODIMP VexRes::RedrawAllControls(VARIANT_BOOL* result) noexcept
 
 // Design status
 
-STDMETHODIMP VexRes::IsDesignStatus(VARIANT_BOOL* result) noexcept { return returning(result, [&] { return m_design; }); }
+STDMETHODIMP VexRes::IsDesignStatus(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_design; });
+}
 
 STDMETHODIMP VexRes::SetDesignStatus(VARIANT_BOOL design, VARIANT_BOOL* result) noexcept
 {
@@ -211,7 +223,9 @@ STDMETHODIMP VexRes::CallScripEvent(BSTR, LONG, hyper, hyper, LONG, VARIANT_BOOL
 
 STDMETHODIMP VexRes::AddStrProp(BSTR key, BSTR value, hyper property) noexcept
 {
-    return guarded([&] { m_texts.insert_or_assign(std::wstring(viewOf(key)), Text{std::wstring(viewOf(value)), property}); });
+    return guarded([&] {
+        m_texts.insert_or_assign(std::wstring(viewOf(key)), Text{std::wstring(viewOf(value)), property});
+    });
 }
 STDMETHODIMP VexRes::RemoveStrProp(BSTR key, hyper property) noexcept
 {
@@ -245,7 +259,10 @@ STDMETHODIMP VexRes::ChangeLanguage(VEX_LANGUAGE language) noexcept
         return S_OK;
     });
 }
-STDMETHODIMP VexRes::GetCurLanguage(VEX_LANGUAGE* result) noexcept { return returning(result, [&] { return m_language; }); }
+STDMETHODIMP VexRes::GetCurLanguage(VEX_LANGUAGE* result) noexcept
+{
+    return returning(result, [&] { return m_language; });
+}
 STDMETHODIMP VexRes::GetCurAllLang(VEX_LANGUAGE* languages, LONG size, LONG* result) noexcept
 {
     if (size > 0 && !languages)
@@ -256,7 +273,10 @@ STDMETHODIMP VexRes::GetCurAllLang(VEX_LANGUAGE* languages, LONG size, LONG* res
         return 1;
     });
 }
-STDMETHODIMP VexRes::GenerateLanguageXML(BSTR) noexcept { return E_NOTIMPL; }
+STDMETHODIMP VexRes::GenerateLanguageXML(BSTR) noexcept
+{
+    return E_NOTIMPL;
+}
 
 // Dragging
 
@@ -281,11 +301,17 @@ STDMETHODIMP VexRes::SetDrag(VARIANT_BOOL drag) noexcept
     m_drags = drag != VARIANT_FALSE;
     return S_OK;
 }
-STDMETHODIMP VexRes::GetDrag(VARIANT_BOOL* result) noexcept { return returning(result, [&] { return m_drags; }); }
+STDMETHODIMP VexRes::GetDrag(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_drags; });
+}
 
 // Colour cases
 
-STDMETHODIMP VexRes::GetColorCaseCount(LONG* result) noexcept { return returning(result, [&] { return m_colorCases.count(); }); }
+STDMETHODIMP VexRes::GetColorCaseCount(LONG* result) noexcept
+{
+    return returning(result, [&] { return m_colorCases.count(); });
+}
 STDMETHODIMP VexRes::GetCurColorCaseName(BSTR* result) noexcept
 {
     return returning(result, [&] {
@@ -306,13 +332,22 @@ HRESULT giveCase(const ColorCases::Case* found, VEX_COLORCASE* result) noexcept
 }
 } // namespace
 
-STDMETHODIMP VexRes::GetCurColorCase(VEX_COLORCASE* result) noexcept { return giveCase(m_colorCases.current(), result); }
+STDMETHODIMP VexRes::GetCurColorCase(VEX_COLORCASE* result) noexcept
+{
+    return giveCase(m_colorCases.current(), result);
+}
 STDMETHODIMP VexRes::GetColorCase(BSTR name, VEX_COLORCASE* result) noexcept
 {
     return giveCase(m_colorCases.find(viewOf(name)), result);
 }
-STDMETHODIMP VexRes::GetFirstColorCase(VEX_COLORCASE* result) noexcept { return giveCase(m_colorCases.first(), result); }
-STDMETHODIMP VexRes::GetNextColorCase(VEX_COLORCASE* result) noexcept { return giveCase(m_colorCases.next(), result); }
+STDMETHODIMP VexRes::GetFirstColorCase(VEX_COLORCASE* result) noexcept
+{
+    return giveCase(m_colorCases.first(), result);
+}
+STDMETHODIMP VexRes::GetNextColorCase(VEX_COLORCASE* result) noexcept
+{
+    return giveCase(m_colorCases.next(), result);
+}
 
 STDMETHODIMP VexRes::AddColorCase(BSTR name, VEX_COLORCASE* record) noexcept
 {
@@ -349,15 +384,30 @@ STDMETHODIMP VexRes::RemoveColorFilters(VARIANT_BOOL* result) noexcept
 }
 
 // The platform's own controls are not skinned.
-STDMETHODIMP VexRes::SetUseSkin(SKINCTRL_CLASSTYPE, VARIANT_BOOL) noexcept { return E_NOTIMPL; }
+STDMETHODIMP VexRes::SetUseSkin(SKINCTRL_CLASSTYPE, VARIANT_BOOL) noexcept
+{
+    return E_NOTIMPL;
+}
 STDMETHODIMP VexRes::IsUseSkin(SKINCTRL_CLASSTYPE, VARIANT_BOOL* result) noexcept
 {
     return returning(result, [] { return false; });
 }
-STDMETHODIMP VexRes::SetSkinHwnd(hyper, VARIANT_BOOL) noexcept { return E_NOTIMPL; }
-STDMETHODIMP VexRes::SetNoSkinHwnd(hyper, VARIANT_BOOL) noexcept { return S_FALSE; }
-STDMETHODIMP VexRes::IsNoSkinHwnd(hyper, VARIANT_BOOL* result) noexcept { return returning(result, [] { return true; }); }
-STDMETHODIMP VexRes::SetAutoUseSkin(VARIANT_BOOL) noexcept { return E_NOTIMPL; }
+STDMETHODIMP VexRes::SetSkinHwnd(hyper, VARIANT_BOOL) noexcept
+{
+    return E_NOTIMPL;
+}
+STDMETHODIMP VexRes::SetNoSkinHwnd(hyper, VARIANT_BOOL) noexcept
+{
+    return S_FALSE;
+}
+STDMETHODIMP VexRes::IsNoSkinHwnd(hyper, VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [] { return true; });
+}
+STDMETHODIMP VexRes::SetAutoUseSkin(VARIANT_BOOL) noexcept
+{
+    return E_NOTIMPL;
+}
 
 // Odds and ends
 
@@ -368,13 +418,18 @@ STDMETHODIMP VexRes::SetVexResObjPtr(hyper pointer) noexcept
 }
 STDMETHODIMP VexRes::GetVexResObjPtr(hyper* result) noexcept
 {
-    return returning(result, [&] { return m_objectPointer ? m_objectPointer : reinterpret_cast<hyper>(static_cast<IVexRes*>(this)); });
+    return returning(result, [&] {
+        return m_objectPointer ? m_objectPointer : reinterpret_cast<hyper>(static_cast<IVexRes*>(this));
+    });
 }
 STDMETHODIMP VexRes::CreateVexResObj(LONG* result) noexcept
 {
     return filling(result, [](LONG&) { return E_NOTIMPL; }); // a number of 32 bits cannot name an object
 }
-STDMETHODIMP VexRes::CloseVexResObj(VARIANT_BOOL* result) noexcept { return CloseSkin(result); }
+STDMETHODIMP VexRes::CloseVexResObj(VARIANT_BOOL* result) noexcept
+{
+    return CloseSkin(result);
+}
 STDMETHODIMP VexRes::SetDynClearZipInfo(VARIANT_BOOL clear) noexcept
 {
     m_clearsPackages = clear != VARIANT_FALSE;
@@ -384,7 +439,10 @@ STDMETHODIMP VexRes::IsDynClearZipInfo(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_clearsPackages; });
 }
-STDMETHODIMP VexRes::IsPerpixelDraw(VARIANT_BOOL* result) noexcept { return returning(result, [] { return true; }); }
+STDMETHODIMP VexRes::IsPerpixelDraw(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [] { return true; });
+}
 STDMETHODIMP VexRes::GetVersion(LONG* main, LONG* sub) noexcept
 {
     if (!main || !sub)
@@ -393,6 +451,9 @@ STDMETHODIMP VexRes::GetVersion(LONG* main, LONG* sub) noexcept
     *sub = kSubVersion;
     return S_OK;
 }
-STDMETHODIMP VexRes::SetSkinEncryptPassword(BSTR) noexcept { return E_NOTIMPL; } // packages are not encrypted
+STDMETHODIMP VexRes::SetSkinEncryptPassword(BSTR) noexcept
+{
+    return E_NOTIMPL;
+} // packages are not encrypted
 
 } // namespace ambrel

@@ -10,8 +10,8 @@
 #include "frame/com/dispatch.h"
 #include "frame/com/result.h"
 
-#include <map>
 #include <functional>
+#include <map>
 #include <memory>
 #include <tuple>
 
@@ -20,8 +20,9 @@ namespace ambrel {
 class SkinWatch;
 struct ReadSkin;
 
-/// IVexRes. Statuses: S_FALSE where nothing was found or done; E_NOTIMPL for skinning foreign windows and for exporting to
-/// formats that this runtime does not have. Its windows know it weakly through their objects; it knows them weakly too.
+/// IVexRes. Statuses: S_FALSE where nothing was found or done; E_NOTIMPL for skinning foreign windows and for exporting
+/// to formats that this runtime does not have. Its windows know it weakly through their objects; it knows them weakly
+/// too.
 class VexRes : public morvane::Dispatch<IVexRes> {
 public:
     VexRes();
@@ -53,11 +54,13 @@ public:
     HRESULT applyPackageFile(IVexControlBase& control, std::wstring_view path);
 
     // IVexRes
-    STDMETHODIMP OpenSkin(BSTR strSkinPath, BSTR strSknPath, VARIANT_BOOL bSkinCtrls, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP OpenSkin(BSTR strSkinPath, BSTR strSknPath, VARIANT_BOOL bSkinCtrls,
+                          VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP CloseSkin(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP CreateAmbrel(BSTR strName, hyper hWndParent, IDispatch** pAmbrel) noexcept override;
     STDMETHODIMP GetAmbrelForm(BSTR strName, IDispatch** pAmbrel) noexcept override;
-    STDMETHODIMP GetResObject(VexObjType eType, BSTR strName, ISkinObjResBase* pObjParent, VARIANT_BOOL bDeep, IVexObj** pResult) noexcept override;
+    STDMETHODIMP GetResObject(VexObjType eType, BSTR strName, ISkinObjResBase* pObjParent, VARIANT_BOOL bDeep,
+                              IVexObj** pResult) noexcept override;
     STDMETHODIMP GetImageBaseFromFile(BSTR strFilePath, IVexImageBase** pImgResult) noexcept override;
     STDMETHODIMP GetEventHandle(IVexEvents** pEventHandle) noexcept override;
     STDMETHODIMP GetComDispatch(hyper pVexObj, IVexObj** pResult) noexcept override;
@@ -66,31 +69,46 @@ public:
     STDMETHODIMP AddScriptObjects(hyper pScriptObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP IsDesignStatus(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP DrawImageSection(SkinRect rect, IVexImageBase* pImageSection, hyper* phResult) noexcept override;
-    STDMETHODIMP DrawTextStyle(SkinRect rect, BSTR strText, IVexTextStyle* pTextStyle, hyper* phResult) noexcept override;
-    STDMETHODIMP AccessAttribRect(hyper pXmlEle, BSTR strAttribName, SkinRect* prcValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribSize(hyper pXmlEle, BSTR strAttribName, SkinSize* psizeValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribLong(hyper pXmlEle, BSTR strAttribName, LONG* plValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribFloat(hyper pXmlEle, BSTR strAttribName, float* pfValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribDouble(hyper pXmlEle, BSTR strAttribName, double* pdValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribBOOL(hyper pXmlEle, BSTR strAttribName, VARIANT_BOOL* pbValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribString(hyper pXmlEle, BSTR strAttribName, BSTR* pstrValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AccessAttribColor(hyper pXmlEle, BSTR strAttribName, OLE_COLOR* pclrValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP GradientFill(hyper hDC, SkinRect rect, OLE_COLOR clrFrom, OLE_COLOR clrTo, LONG nIrotation, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP DrawTextStyle(SkinRect rect, BSTR strText, IVexTextStyle* pTextStyle,
+                               hyper* phResult) noexcept override;
+    STDMETHODIMP AccessAttribRect(hyper pXmlEle, BSTR strAttribName, SkinRect* prcValue, VARIANT_BOOL bRead,
+                                  VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribSize(hyper pXmlEle, BSTR strAttribName, SkinSize* psizeValue, VARIANT_BOOL bRead,
+                                  VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribLong(hyper pXmlEle, BSTR strAttribName, LONG* plValue, VARIANT_BOOL bRead,
+                                  VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribFloat(hyper pXmlEle, BSTR strAttribName, float* pfValue, VARIANT_BOOL bRead,
+                                   VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribDouble(hyper pXmlEle, BSTR strAttribName, double* pdValue, VARIANT_BOOL bRead,
+                                    VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribBOOL(hyper pXmlEle, BSTR strAttribName, VARIANT_BOOL* pbValue, VARIANT_BOOL bRead,
+                                  VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribString(hyper pXmlEle, BSTR strAttribName, BSTR* pstrValue, VARIANT_BOOL bRead,
+                                    VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AccessAttribColor(hyper pXmlEle, BSTR strAttribName, OLE_COLOR* pclrValue, VARIANT_BOOL bRead,
+                                   VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP GradientFill(hyper hDC, SkinRect rect, OLE_COLOR clrFrom, OLE_COLOR clrTo, LONG nIrotation,
+                              VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP SetVexResObjPtr(hyper lResObjPtr) noexcept override;
     STDMETHODIMP GetVexResObjPtr(hyper* plResObjPtr) noexcept override;
     STDMETHODIMP CreateVexResObj(LONG* plResObjPtr) noexcept override;
     STDMETHODIMP CloseVexResObj(VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP ImportSkin(hyper hInstance, LONG uResID, BSTR strResSec, hyper hObjParent, IVexControlBase** phResult) noexcept override;
+    STDMETHODIMP ImportSkin(hyper hInstance, LONG uResID, BSTR strResSec, hyper hObjParent,
+                            IVexControlBase** phResult) noexcept override;
     STDMETHODIMP GetHwndPrintBmp(hyper hDC, hyper hWnd, hyper* phResult) noexcept override;
-    STDMETHODIMP DrawSkinImage(hyper hDC, SkinRect rect, IVexImageBase* pImageBase, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP DrawSkinImage(hyper hDC, SkinRect rect, IVexImageBase* pImageBase,
+                               VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP EnumObjectsToHwnd(VexObjType objType, LONG nMsg, hyper hWndMsg) noexcept override;
     STDMETHODIMP EnumObjectsToCallback(VexObjType objType, hyper pFunCallback, hyper nParam) noexcept override;
-    STDMETHODIMP AddResObject(VexObjType objType, IVexObj* pOwnerObj, BSTR strName, VARIANT_BOOL bInsertFirst, IVexObj** pResult) noexcept override;
+    STDMETHODIMP AddResObject(VexObjType objType, IVexObj* pOwnerObj, BSTR strName, VARIANT_BOOL bInsertFirst,
+                              IVexObj** pResult) noexcept override;
     STDMETHODIMP DeleteResObj(IVexObj* pObj, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RemoveResObject(IVexObj* pObj, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetRgnFromHBitmap(hyper hBitmap, OLE_COLOR clrTrans, hyper* phResult) noexcept override;
-    STDMETHODIMP AddPluginResObject(IVexObj* pOwnerObj, BSTR strName, BSTR strGuid, IVexControlBase** pResult) noexcept override;
-    STDMETHODIMP DrawIcon(hyper hDC, short xLeft, short yTop, short cxWidth, short cyHeight, hyper hIcon, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AddPluginResObject(IVexObj* pOwnerObj, BSTR strName, BSTR strGuid,
+                                    IVexControlBase** pResult) noexcept override;
+    STDMETHODIMP DrawIcon(hyper hDC, short xLeft, short yTop, short cxWidth, short cyHeight, hyper hIcon,
+                          VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP ConvertINameToType(BSTR bstrInterfaceName, VexObjType* pResult) noexcept override;
     STDMETHODIMP ConvertTypeToIName(VexObjType eType, BSTR* pResult) noexcept override;
     STDMETHODIMP Save(BSTR bstrPath, VARIANT_BOOL* pbResult) noexcept override;
@@ -100,17 +118,22 @@ public:
     STDMETHODIMP IsDynClearZipInfo(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP IsPerpixelDraw(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetImageListFromHIMAGELIST(hyper hImageList, IVexImageList** pImgResult) noexcept override;
-    STDMETHODIMP GetImageListFromImageBase(IVexImageBase* pImageBase, short cx, OLE_COLOR crMask, IVexImageList** pImgResult) noexcept override;
-    STDMETHODIMP GetImageListFromFile(BSTR strFilePath, short cx, OLE_COLOR crMask, IVexImageList** pImgResult) noexcept override;
+    STDMETHODIMP GetImageListFromImageBase(IVexImageBase* pImageBase, short cx, OLE_COLOR crMask,
+                                           IVexImageList** pImgResult) noexcept override;
+    STDMETHODIMP GetImageListFromFile(BSTR strFilePath, short cx, OLE_COLOR crMask,
+                                      IVexImageList** pImgResult) noexcept override;
     STDMETHODIMP ReleasePluginResObject(IVexControlBase* pPlugin) noexcept override;
     STDMETHODIMP CreatePluginResObject(BSTR strGuid, IVexControlBase** ppResult) noexcept override;
     STDMETHODIMP IsRegKbHookObj(IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RegisterKbHookObj(IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP UnRegisterKbHookObj(IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP CallNextKBHook(LONG nCode, hyper wParam, hyper lParam, LONG* pnResult) noexcept override;
-    STDMETHODIMP IsRegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP RegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP UnRegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP IsRegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject,
+                                      VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP RegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject,
+                                    VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP UnRegisterHookObject(VEX_HOOKTYPE dwHookType, IVexControlBase* pObject,
+                                      VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP StartHook(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP EndHook(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetObjectFromLong(hyper nObject, IVexObj** pResult) noexcept override;
@@ -118,8 +141,10 @@ public:
     STDMETHODIMP ChangeSkn(BSTR strSkinPath, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP OpenTheme(BSTR strSkinPath, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP ExportSknVexFile(BSTR strSkinPath, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AddPluginResObject2(IVexObj* pOwnerObj, BSTR strName, BSTR strGuid, VARIANT_BOOL bIsComposeCtrl, IVexControlBase** pResult) noexcept override;
-    STDMETHODIMP AccessAttribString2(BSTR strAttribName, BSTR* pstrValue, VARIANT_BOOL bRead, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AddPluginResObject2(IVexObj* pOwnerObj, BSTR strName, BSTR strGuid, VARIANT_BOOL bIsComposeCtrl,
+                                     IVexControlBase** pResult) noexcept override;
+    STDMETHODIMP AccessAttribString2(BSTR strAttribName, BSTR* pstrValue, VARIANT_BOOL bRead,
+                                     VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP AddStrProp(BSTR strKey, BSTR strValue, hyper pStrProp) noexcept override;
     STDMETHODIMP RemoveStrProp(BSTR strKey, hyper pStrProp) noexcept override;
     STDMETHODIMP ChangeLanguage(VEX_LANGUAGE eLang) noexcept override;
@@ -131,8 +156,10 @@ public:
     STDMETHODIMP SetSkinHwnd(hyper hWnd, VARIANT_BOOL bChildSkin) noexcept override;
     STDMETHODIMP SetNoSkinHwnd(hyper hWnd, VARIANT_BOOL bChildNoSkin) noexcept override;
     STDMETHODIMP IsNoSkinHwnd(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AddColorFilterColorize(short nHue, short nSaturation, short nBlend, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP AddColorFilterShiftRGB(short nRed, short nGreen, short nBlue, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AddColorFilterColorize(short nHue, short nSaturation, short nBlend,
+                                        VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP AddColorFilterShiftRGB(short nRed, short nGreen, short nBlue,
+                                        VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RemoveColorFilters(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RedrawAllControls(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetVersion(LONG* mainVersion, LONG* subVerson) noexcept override;
@@ -142,13 +169,17 @@ public:
     STDMETHODIMP SetDrag(VARIANT_BOOL bDrag) noexcept override;
     STDMETHODIMP GetDrag(VARIANT_BOOL* bDrag) noexcept override;
     STDMETHODIMP SetAutoUseSkin(VARIANT_BOOL bAutoSkin) noexcept override;
-    STDMETHODIMP CallScripEvent(BSTR strGuid, LONG nMsgID, hyper wParam, hyper lParam, LONG nVexMsgId, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP CallScripEvent(BSTR strGuid, LONG nMsgID, hyper wParam, hyper lParam, LONG nVexMsgId,
+                                VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetString(VEX_LANGUAGE eLang, BSTR strKey, BSTR* strValue) noexcept override;
-    STDMETHODIMP ShowAmbrelWnd(BSTR strText, LONG Style, LONG WindowStyle, ShowWindowFlags nFlag, hyper* pnResult) noexcept override;
+    STDMETHODIMP ShowAmbrelWnd(BSTR strText, LONG Style, LONG WindowStyle, ShowWindowFlags nFlag,
+                               hyper* pnResult) noexcept override;
     STDMETHODIMP CreateVexWindow(BSTR strText, hyper hWndParent, LONG dwSdyle, hyper* pnResult) noexcept override;
-    STDMETHODIMP CreateEdit(BSTR strText, hyper hWndParent, LONG dwSdyle, LONG x, LONG y, LONG cx, LONG cy, hyper* pnResult) noexcept override;
+    STDMETHODIMP CreateEdit(BSTR strText, hyper hWndParent, LONG dwSdyle, LONG x, LONG y, LONG cx, LONG cy,
+                            hyper* pnResult) noexcept override;
     STDMETHODIMP GetGlobalResObj(VexObjType eType, BSTR strName, IVexObj** pResult) noexcept override;
-    STDMETHODIMP CreateImageByHandle(hyper pDevice, BSTR strName, hyper hHandle, VEX_PICTURE_TYPE eType, IVexRenderImage** ppResult) noexcept override;
+    STDMETHODIMP CreateImageByHandle(hyper pDevice, BSTR strName, hyper hHandle, VEX_PICTURE_TYPE eType,
+                                     IVexRenderImage** ppResult) noexcept override;
     STDMETHODIMP CreateImageByPath(hyper pDevice, BSTR strPath, IVexRenderImage** ppResult) noexcept override;
     STDMETHODIMP GetImageByName(hyper pDevice, BSTR strName, IVexRenderImage** ppResult) noexcept override;
     STDMETHODIMP ReleaseImageByName(hyper pDevice, BSTR strName, VARIANT_BOOL* pbResult) noexcept override;

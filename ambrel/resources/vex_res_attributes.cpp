@@ -91,25 +91,31 @@ HRESULT onNode(IVexControlBase* object, VARIANT_BOOL* result, Body&& body) noexc
 
 } // namespace
 
-STDMETHODIMP VexRes::AccessAttribRect(hyper node, BSTR name, SkinRect* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribRect(hyper node, BSTR name, SkinRect* value, VARIANT_BOOL read,
+                                      VARIANT_BOOL* result) noexcept
 {
-    static constexpr long SkinRect::*kMembers[] = {&SkinRect::left, &SkinRect::top, &SkinRect::right, &SkinRect::bottom};
+    static constexpr long SkinRect::*kMembers[] = {&SkinRect::left, &SkinRect::top, &SkinRect::right,
+                                                   &SkinRect::bottom};
     return accessNumbers(node, name, value, kMembers, read, result);
 }
-STDMETHODIMP VexRes::AccessAttribSize(hyper node, BSTR name, SkinSize* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribSize(hyper node, BSTR name, SkinSize* value, VARIANT_BOOL read,
+                                      VARIANT_BOOL* result) noexcept
 {
     static constexpr long SkinSize::*kMembers[] = {&SkinSize::cx, &SkinSize::cy};
     return accessNumbers(node, name, value, kMembers, read, result);
 }
-STDMETHODIMP VexRes::AccessAttribLong(hyper node, BSTR name, LONG* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribLong(hyper node, BSTR name, LONG* value, VARIANT_BOOL read,
+                                      VARIANT_BOOL* result) noexcept
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribLong);
 }
-STDMETHODIMP VexRes::AccessAttribFloat(hyper node, BSTR name, float* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribFloat(hyper node, BSTR name, float* value, VARIANT_BOOL read,
+                                       VARIANT_BOOL* result) noexcept
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribFloat);
 }
-STDMETHODIMP VexRes::AccessAttribDouble(hyper node, BSTR name, double* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribDouble(hyper node, BSTR name, double* value, VARIANT_BOOL read,
+                                        VARIANT_BOOL* result) noexcept
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribDouble);
 }
@@ -118,7 +124,8 @@ STDMETHODIMP VexRes::AccessAttribBOOL(hyper node, BSTR name, VARIANT_BOOL* value
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribBOOL);
 }
-STDMETHODIMP VexRes::AccessAttribString(hyper node, BSTR name, BSTR* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AccessAttribString(hyper node, BSTR name, BSTR* value, VARIANT_BOOL read,
+                                        VARIANT_BOOL* result) noexcept
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribString);
 }
@@ -167,7 +174,8 @@ STDMETHODIMP VexRes::UnRegisterKbHookObj(IVexControlBase* object, VARIANT_BOOL* 
 STDMETHODIMP VexRes::CallNextKBHook(LONG code, hyper wParam, hyper lParam, LONG* result) noexcept
 {
     return morvane::returning(result, [&] {
-        return Hooks::instance().callNext(static_cast<int>(code), static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam));
+        return Hooks::instance().callNext(static_cast<int>(code), static_cast<WPARAM>(wParam),
+                                          static_cast<LPARAM>(lParam));
     });
 }
 STDMETHODIMP VexRes::IsRegisterHookObject(VEX_HOOKTYPE kind, IVexControlBase* object, VARIANT_BOOL* result) noexcept

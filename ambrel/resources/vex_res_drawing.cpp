@@ -52,7 +52,10 @@ ComPtr<IVexImageBase> sectionOfFile(BSTR path, IVexRes* resources)
     return section;
 }
 
-Size sizeOf(const SkinRect& rect) noexcept { return morvane::toRect(rect).size(); }
+Size sizeOf(const SkinRect& rect) noexcept
+{
+    return morvane::toRect(rect).size();
+}
 
 /// Draws into a new bitmap of the rectangle's size, which the caller owns; 0 when nothing was drawn.
 template <class Draw>
@@ -112,7 +115,8 @@ STDMETHODIMP VexRes::DrawTextStyle(SkinRect rect, BSTR text, IVexTextStyle* styl
         return gaveBitmap(bitmap, bitmapOf(rect, [&](HDC dc, const SkinRect& whole) {
                               VARIANT_BOOL drawn = VARIANT_FALSE;
                               SkinRect extent{};
-                              style->DrawText(reinterpret_cast<hyper>(dc), text, whole, VARIANT_TRUE, -1, &extent, &drawn);
+                              style->DrawText(reinterpret_cast<hyper>(dc), text, whole, VARIANT_TRUE, -1, &extent,
+                                              &drawn);
                               return drawn != VARIANT_FALSE;
                           }));
     });
@@ -144,9 +148,8 @@ STDMETHODIMP VexRes::DrawIcon(hyper dc, short left, short top, short width, shor
                               VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& drawn) {
-        drawn = toVariantBool(DrawIconEx(reinterpret_cast<HDC>(dc), left, top, reinterpret_cast<HICON>(icon), width, height,
-                                         0, nullptr, DI_NORMAL)
-                              != FALSE);
+        drawn = toVariantBool(DrawIconEx(reinterpret_cast<HDC>(dc), left, top, reinterpret_cast<HICON>(icon), width,
+                                         height, 0, nullptr, DI_NORMAL) != FALSE);
         return drawn ? S_OK : S_FALSE;
     });
 }

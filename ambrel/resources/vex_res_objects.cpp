@@ -42,7 +42,10 @@ constexpr ClassWord kClassWords[] = {
     {L"Morvane68", L"{AA5F6FA9-4983-4FC8-A8AB-2A98AB6CBB6E}"}, // scroll bar
 };
 
-bool isControl(VexObjType type) noexcept { return type == VEXOBJTYPE_PLUGIN; }
+bool isControl(VexObjType type) noexcept
+{
+    return type == VEXOBJTYPE_PLUGIN;
+}
 
 } // namespace
 
@@ -53,8 +56,8 @@ std::wstring classIdOf(std::wstring_view classWord)
     const std::wstring word(known == std::end(kClassWords) ? classWord : std::wstring_view(known->classId));
     CLSID id{};
     std::array<wchar_t, 40> text{};
-    if (word.empty() || FAILED(CLSIDFromString(word.c_str(), &id))
-        || !StringFromGUID2(id, text.data(), static_cast<int>(text.size())))
+    if (word.empty() || FAILED(CLSIDFromString(word.c_str(), &id)) ||
+        !StringFromGUID2(id, text.data(), static_cast<int>(text.size())))
         return {};
     return text.data();
 }
@@ -84,7 +87,7 @@ STDMETHODIMP VexRes::GetResObject(VexObjType type, BSTR name, ISkinObjResBase* p
         ComPtr<ISkinObjResBase> control;
         if (parent)
             return parent->GetObjectByCaption(type, name, deep, control.put()), found = control.detach(),
-                   found ? S_OK : S_FALSE;
+                                                                                found ? S_OK : S_FALSE;
         for (const ComPtr<RootWindow>& each : windows()) {
             if (!control)
                 each->GetObjectByCaption(type, name, VARIANT_TRUE, control.put());
@@ -153,7 +156,10 @@ STDMETHODIMP VexRes::GetComDispatch(hyper number, IVexObj** result) noexcept
         return found ? S_OK : S_FALSE;
     });
 }
-STDMETHODIMP VexRes::GetObjectFromLong(hyper number, IVexObj** result) noexcept { return GetComDispatch(number, result); }
+STDMETHODIMP VexRes::GetObjectFromLong(hyper number, IVexObj** result) noexcept
+{
+    return GetComDispatch(number, result);
+}
 
 STDMETHODIMP VexRes::ConvertINameToType(BSTR name, VexObjType* result) noexcept
 {

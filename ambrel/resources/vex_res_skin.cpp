@@ -71,8 +71,8 @@ HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring pa
     m_skinResources.publish(*skin, m_store);
     m_skin = std::move(skin);
     m_skinPath = std::move(path);
-    // Resources changed inside the objects that controls hold; only what the new skin says differently about controls' own
-    // values is set again.
+    // Resources changed inside the objects that controls hold; only what the new skin says differently about controls'
+    // own values is set again.
     if (!(former && former->keys == m_skin->keys && former->objects == m_skin->objects))
         applyToAll(former.get());
     notifyAll(VEXSM_CHANGESKIN);
@@ -128,7 +128,10 @@ STDMETHODIMP VexRes::ChangeSkn(BSTR path, VARIANT_BOOL* result) noexcept
 {
     return result ? morvane::guarded([&] { return open(viewOf(path), result); }) : E_POINTER;
 }
-STDMETHODIMP VexRes::OpenTheme(BSTR path, VARIANT_BOOL* result) noexcept { return ChangeSkn(path, result); }
+STDMETHODIMP VexRes::OpenTheme(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return ChangeSkn(path, result);
+}
 
 STDMETHODIMP VexRes::CloseSkin(VARIANT_BOOL* result) noexcept
 {
@@ -144,7 +147,10 @@ STDMETHODIMP VexRes::CloseSkin(VARIANT_BOOL* result) noexcept
         return S_OK;
     });
 }
-STDMETHODIMP VexRes::ReleaseSkin(VARIANT_BOOL* result) noexcept { return CloseSkin(result); }
+STDMETHODIMP VexRes::ReleaseSkin(VARIANT_BOOL* result) noexcept
+{
+    return CloseSkin(result);
+}
 
 STDMETHODIMP VexRes::GetSkinFilePath(BSTR* result) noexcept
 {
@@ -177,7 +183,10 @@ STDMETHODIMP VexRes::Save(BSTR path, VARIANT_BOOL* result) noexcept
         return S_OK;
     });
 }
-STDMETHODIMP VexRes::ExportSknVexFile(BSTR path, VARIANT_BOOL* result) noexcept { return Save(path, result); }
+STDMETHODIMP VexRes::ExportSknVexFile(BSTR path, VARIANT_BOOL* result) noexcept
+{
+    return Save(path, result);
+}
 
 // Packages of modules
 
@@ -202,10 +211,12 @@ HRESULT VexRes::package(const PackageKey& key, const std::function<ReadSkin()>& 
 
 HRESULT VexRes::package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result)
 {
-    return package({module, resourceId, std::wstring(type)}, [&] { return readModuleSkin(module, resourceId, type); }, result);
+    return package(
+        {module, resourceId, std::wstring(type)}, [&] { return readModuleSkin(module, resourceId, type); }, result);
 }
 
-STDMETHODIMP VexRes::ImportSkin(hyper module, LONG resourceId, BSTR type, hyper parent, IVexControlBase** result) noexcept
+STDMETHODIMP VexRes::ImportSkin(hyper module, LONG resourceId, BSTR type, hyper parent,
+                                IVexControlBase** result) noexcept
 {
     return filling(result, [&](IVexControlBase*& first) {
         auto* const parentObject = reinterpret_cast<ISkinObjResBase*>(parent);
@@ -239,7 +250,8 @@ HRESULT VexRes::applyPackage(IVexControlBase& control, HINSTANCE module, long re
 HRESULT VexRes::applyPackageFile(IVexControlBase& control, std::wstring_view path)
 {
     std::shared_ptr<Package> source;
-    const HRESULT status = package({nullptr, 0, std::wstring(path)}, [&] { return readSkinFrom(path); }, source);
+    const HRESULT status = package(
+        {nullptr, 0, std::wstring(path)}, [&] { return readSkinFrom(path); }, source);
     return FAILED(status) ? status : applyTo(control, *source);
 }
 

@@ -13,7 +13,8 @@ public:
     /// Milliseconds since an arbitrary start; never goes back.
     std::int64_t nowMs() const noexcept;
 
-    /// Told when the clock was moved by hand, so that what waits for it falls due. May add and remove listeners, also itself.
+    /// Told when the clock was moved by hand, so that what waits for it falls due. May add and remove listeners, also
+    /// itself.
     class Listener {
     public:
         virtual void clockMoved() = 0;

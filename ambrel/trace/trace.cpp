@@ -37,7 +37,10 @@ std::int64_t Clock::systemMs() noexcept
     return duration_cast<milliseconds>(steady_clock::now().time_since_epoch()).count();
 }
 
-std::int64_t Clock::nowMs() const noexcept { return m_frozen ? m_frozenAt : systemMs() + m_offset; }
+std::int64_t Clock::nowMs() const noexcept
+{
+    return m_frozen ? m_frozenAt : systemMs() + m_offset;
+}
 
 void Clock::freeze() noexcept
 {
@@ -61,7 +64,10 @@ void Clock::advance(std::int64_t milliseconds)
         std::erase(m_listeners, nullptr);
 }
 
-void Clock::add(Listener& listener) { m_listeners.push_back(&listener); }
+void Clock::add(Listener& listener)
+{
+    m_listeners.push_back(&listener);
+}
 
 void Clock::remove(Listener& listener) noexcept
 {

@@ -34,7 +34,10 @@ WindowClass& HostWindow::windowClass() noexcept
     return instance;
 }
 
-HostWindow::~HostWindow() { destroy(); }
+HostWindow::~HostWindow()
+{
+    destroy();
+}
 
 bool HostWindow::create(Client& client, const void* root, const Shape& shape)
 {
@@ -45,9 +48,9 @@ bool HostWindow::create(Client& client, const void* root, const Shape& shape)
     m_root = root;
     const DpiAwareness awareness;
     const RECT& r = shape.rect;
-    const HWND window = CreateWindowExW(shape.extendedStyle, windowClass().name(), shape.title, shape.style, r.left, r.top,
-                                        r.right - r.left, r.bottom - r.top, shape.parent, nullptr,
-                                        morvane::thisModule(), this);
+    const HWND window =
+        CreateWindowExW(shape.extendedStyle, windowClass().name(), shape.title, shape.style, r.left, r.top,
+                        r.right - r.left, r.bottom - r.top, shape.parent, nullptr, morvane::thisModule(), this);
     if (!window)
         releaseClass();
     return window != nullptr;
@@ -76,7 +79,10 @@ int HostWindow::dpi() const noexcept
     return dpi ? static_cast<int>(dpi) : kBaseDpi;
 }
 
-bool HostWindow::anyExists() noexcept { return windowClass().windows() != 0; }
+bool HostWindow::anyExists() noexcept
+{
+    return windowClass().windows() != 0;
+}
 
 LRESULT CALLBACK HostWindow::procedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept
 {

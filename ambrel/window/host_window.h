@@ -36,7 +36,8 @@ public:
     /// The window must be gone by then.
     ~HostWindow();
 
-    /// Per-monitor DPI aware, whatever the process is. `root` becomes the window property. False when the system refuses.
+    /// Per-monitor DPI aware, whatever the process is. `root` becomes the window property. False when the system
+    /// refuses.
     bool create(Client& client, const void* root, const Shape& shape);
     void destroy() noexcept;
 

@@ -1,5 +1,5 @@
-// Decides which object a window's raw input concerns. Portable: it sees points, keys and a scene that answers questions,
-// and speaks to objects only through that scene.
+// Decides which object a window's raw input concerns. Portable: it sees points, keys and a scene that answers
+// questions, and speaks to objects only through that scene.
 #pragma once
 
 #include "base/geometry.h"
@@ -9,17 +9,17 @@
 
 namespace ambrel {
 
-/// An object for as long as it stands in the scene; 0 is none. Never reused while a router still knows it: whoever takes
-/// an object out of the scene tells the router (objectGone).
+/// An object for as long as it stands in the scene; 0 is none. Never reused while a router still knows it: whoever
+/// takes an object out of the scene tells the router (objectGone).
 using InputTarget = std::uint64_t;
 
 enum class PointerButton { Left, Right, Middle };
 
 /// What the platform reports with every pointer fact.
 struct PointerFact {
-    morvane::Point point;        // in window coordinates
-    unsigned flags = 0;          // the buttons and modifier keys held, as the platform's messages carry them
-    std::int64_t timeMs = 0;     // on any clock that does not go back
+    morvane::Point point;    // in window coordinates
+    unsigned flags = 0;      // the buttons and modifier keys held, as the platform's messages carry them
+    std::int64_t timeMs = 0; // on any clock that does not go back
 };
 
 struct KeyFact {
@@ -60,8 +60,8 @@ struct InputAction {
     bool isPressed = false;  // the left button went down on the target and is still held
 };
 
-/// What the router asks of the objects. Calls to `deliver` may do anything: change the tree, move the focus, take objects
-/// out of the scene, even end the window (which then calls InputRouter::shutDown).
+/// What the router asks of the objects. Calls to `deliver` may do anything: change the tree, move the focus, take
+/// objects out of the scene, even end the window (which then calls InputRouter::shutDown).
 class InputScene {
 public:
     virtual ~InputScene() = default;
@@ -102,7 +102,8 @@ struct InputSettings {
 /// One per window. State is changed before anything is told, so every delivery may come back in.
 ///
 ///   no button      the object under the pointer is hot; crossing a border is Leave for the one, Enter for the other
-///   left button    the pressed object keeps the pointer: it alone gets moves, Leave and Enter as the pointer leaves and
+///   left button    the pressed object keeps the pointer: it alone gets moves, Leave and Enter as the pointer leaves
+///   and
 ///                  re-enters it, and the release when it happens over it; a release elsewhere cancels the press
 ///   captured       an object that asked for the pointer gets every move and the release, wherever they happen
 class InputRouter {
@@ -126,7 +127,8 @@ public:
     bool keyUp(const KeyFact&);
 
     void windowFocused(bool focused);
-    /// Moves the keyboard focus; 0 takes it from everybody. False when the target cannot have it or lost it again at once.
+    /// Moves the keyboard focus; 0 takes it from everybody. False when the target cannot have it or lost it again at
+    /// once.
     bool setFocus(InputTarget);
     /// The next object in tab order, wrapping round.
     bool shiftFocus(bool forward);

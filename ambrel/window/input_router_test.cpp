@@ -62,16 +62,23 @@ public:
 
     void deliver(const InputAction& action) override
     {
-        static const std::map<InputKind, const char*> names = {
-            {InputKind::Enter, "enter"},          {InputKind::Move, "move"},
-            {InputKind::Leave, "leave"},          {InputKind::LeftDown, "down"},
-            {InputKind::LeftUp, "up"},            {InputKind::LeftDoubleClick, "double"},
-            {InputKind::PressCancelled, "cancel"}, {InputKind::RightDown, "rdown"},
-            {InputKind::RightUp, "rup"},          {InputKind::Wheel, "wheel"},
-            {InputKind::FocusGained, "focus"},    {InputKind::FocusLost, "blur"},
-            {InputKind::Activate, "activate"},    {InputKind::DragStart, "dragstart"},
-            {InputKind::DragMove, "drag"},        {InputKind::DragEnd, "drop"},
-            {InputKind::DragCancel, "dragcancel"}};
+        static const std::map<InputKind, const char*> names = {{InputKind::Enter, "enter"},
+                                                               {InputKind::Move, "move"},
+                                                               {InputKind::Leave, "leave"},
+                                                               {InputKind::LeftDown, "down"},
+                                                               {InputKind::LeftUp, "up"},
+                                                               {InputKind::LeftDoubleClick, "double"},
+                                                               {InputKind::PressCancelled, "cancel"},
+                                                               {InputKind::RightDown, "rdown"},
+                                                               {InputKind::RightUp, "rup"},
+                                                               {InputKind::Wheel, "wheel"},
+                                                               {InputKind::FocusGained, "focus"},
+                                                               {InputKind::FocusLost, "blur"},
+                                                               {InputKind::Activate, "activate"},
+                                                               {InputKind::DragStart, "dragstart"},
+                                                               {InputKind::DragMove, "drag"},
+                                                               {InputKind::DragEnd, "drop"},
+                                                               {InputKind::DragCancel, "dragcancel"}};
         const std::string entry = names.at(action.kind) + std::to_string(action.target);
         log.push_back(entry);
         if (const auto hook = hooks.find(entry); hook != hooks.end())

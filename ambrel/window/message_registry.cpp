@@ -84,17 +84,25 @@ void MessageRegistry::removeAll() noexcept
         tidy();
 }
 
-bool MessageRegistry::addWhole(ObjectNode& node, bool withChildren) { return addTo(m_whole, node, withChildren); }
-bool MessageRegistry::removeWhole(const ObjectNode& node) noexcept { return removeFrom(m_whole, node); }
-void MessageRegistry::removeAllWhole() noexcept { clear(m_whole); }
+bool MessageRegistry::addWhole(ObjectNode& node, bool withChildren)
+{
+    return addTo(m_whole, node, withChildren);
+}
+bool MessageRegistry::removeWhole(const ObjectNode& node) noexcept
+{
+    return removeFrom(m_whole, node);
+}
+void MessageRegistry::removeAllWhole() noexcept
+{
+    clear(m_whole);
+}
 
 bool MessageRegistry::isEmpty() const noexcept
 {
     const auto isLive = [](const Entry& each) { return static_cast<bool>(each.node); };
     return std::none_of(m_whole.begin(), m_whole.end(), isLive) &&
-           std::none_of(m_lists.begin(), m_lists.end(), [&](const auto& pair) {
-               return std::any_of(pair.second.begin(), pair.second.end(), isLive);
-           });
+           std::none_of(m_lists.begin(), m_lists.end(),
+                        [&](const auto& pair) { return std::any_of(pair.second.begin(), pair.second.end(), isLive); });
 }
 
 bool MessageRegistry::isRegistered(std::uint32_t message, const ObjectNode& node) const noexcept

@@ -9,8 +9,8 @@
 
 namespace ambrel {
 
-/// Registrations may come and go while a message is being served: one added meanwhile waits for the next message, one removed
-/// is not served any more. A node that ends takes its registrations along.
+/// Registrations may come and go while a message is being served: one added meanwhile waits for the next message, one
+/// removed is not served any more. A node that ends takes its registrations along.
 class MessageRegistry {
 public:
     /// What an object asked for: its own delivery, or with `withChildren` that of everything beneath it too.
@@ -32,9 +32,9 @@ public:
     bool isEmpty() const noexcept;
     bool isRegistered(std::uint32_t message, const ObjectNode& node) const noexcept;
 
-    /// Calls `deliver(ObjectNode&, withChildren)` for each registration of the message: those for every message first, then
-    /// in the order of registration. An object registered in both ways is served once. `deliver` may do anything but destroy
-    /// the registry.
+    /// Calls `deliver(ObjectNode&, withChildren)` for each registration of the message: those for every message first,
+    /// then in the order of registration. An object registered in both ways is served once. `deliver` may do anything
+    /// but destroy the registry.
     template <class Deliver>
     void serve(std::uint32_t message, Deliver&& deliver)
     {

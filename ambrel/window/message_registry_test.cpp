@@ -8,8 +8,7 @@
 namespace ambrel {
 namespace {
 
-struct Owner final : NodeOwner {
-};
+struct Owner final : NodeOwner {};
 
 class MessageRegistryTest : public testing::Test {
 protected:
@@ -20,7 +19,8 @@ protected:
     }
 
     /// The indices of the nodes served, in order; `during` runs at each.
-    std::vector<int> serve(std::uint32_t message, const std::function<void(int)>& during = [](int) {})
+    std::vector<int> serve(
+        std::uint32_t message, const std::function<void(int)>& during = [](int) {})
     {
         std::vector<int> served;
         registry.serve(message, [&](ObjectNode& node, bool) {

@@ -13,7 +13,10 @@ using morvane::toVariantBool;
 
 namespace {
 
-bool isTrue(VARIANT_BOOL value) noexcept { return value != VARIANT_FALSE; }
+bool isTrue(VARIANT_BOOL value) noexcept
+{
+    return value != VARIANT_FALSE;
+}
 
 /// Only dots per inch and the system's own limit the other direction: a window of this size can be made anywhere.
 bool isPossible(const Rect& rect) noexcept
@@ -43,7 +46,10 @@ void RootWindow::finalRelease()
     releaseTree();
 }
 
-void RootWindow::sizeChanged() { m_core.invalidate(node().rect()); }
+void RootWindow::sizeChanged()
+{
+    m_core.invalidate(node().rect());
+}
 
 template <class Body>
 HRESULT RootWindow::onWindow(VARIANT_BOOL* result, Body&& body) noexcept
@@ -95,8 +101,7 @@ STDMETHODIMP RootWindow::Create(hyper parent, SkinRect rect, VARIANT_BOOL* resul
         const ComPtr<IAmbrel> hold(this);
         if (m_core.window()) // made already: it takes the new place
             created = toVariantBool(::SetWindowPos(m_core.window(), nullptr, place.left, place.top, place.width(),
-                                                   place.height(), SWP_NOZORDER | SWP_NOACTIVATE)
-                                    != FALSE);
+                                                   place.height(), SWP_NOZORDER | SWP_NOACTIVATE) != FALSE);
         else
             created = toVariantBool(m_core.create(owner, place));
         return isTrue(created) ? S_OK : S_FALSE;
@@ -112,7 +117,10 @@ STDMETHODIMP RootWindow::IsSupportPerPixel(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_core.traits().perPixel; });
 }
-STDMETHODIMP RootWindow::SetSupportPerPixel(VARIANT_BOOL on) noexcept { return setTrait(m_core.traits().perPixel, on); }
+STDMETHODIMP RootWindow::SetSupportPerPixel(VARIANT_BOOL on) noexcept
+{
+    return setTrait(m_core.traits().perPixel, on);
+}
 
 STDMETHODIMP RootWindow::GetResizeBorder(SkinRect* result) noexcept
 {
@@ -156,7 +164,10 @@ STDMETHODIMP RootWindow::IsResizable(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_core.traits().resizable; });
 }
-STDMETHODIMP RootWindow::SetResizable(VARIANT_BOOL on) noexcept { return setTrait(m_core.traits().resizable, on); }
+STDMETHODIMP RootWindow::SetResizable(VARIANT_BOOL on) noexcept
+{
+    return setTrait(m_core.traits().resizable, on);
+}
 STDMETHODIMP RootWindow::IsDragabled(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_core.traits().dragable; });
@@ -178,7 +189,10 @@ STDMETHODIMP RootWindow::SetRgn(VARIANT_BOOL on) noexcept
         m_core.updateShape();
     });
 }
-STDMETHODIMP RootWindow::SetWindowRgn() noexcept { return ReCalcRgn(); }
+STDMETHODIMP RootWindow::SetWindowRgn() noexcept
+{
+    return ReCalcRgn();
+}
 STDMETHODIMP RootWindow::ReCalcRgn() noexcept
 {
     return guarded([&] { m_core.updateShape(); });
@@ -189,9 +203,8 @@ STDMETHODIMP RootWindow::ResizeSence(short width, short height) noexcept
     if (width < 0 || height < 0)
         return E_INVALIDARG;
     return guarded([&] {
-        return m_core.window()
-                       && ::SetWindowPos(m_core.window(), nullptr, 0, 0, width, height,
-                                         SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE)
+        return m_core.window() && ::SetWindowPos(m_core.window(), nullptr, 0, 0, width, height,
+                                                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE)
                    ? S_OK
                    : S_FALSE;
     });
@@ -298,7 +311,10 @@ STDMETHODIMP RootWindow::Default(LONG* result) noexcept
     return returning(result, [&] { return static_cast<LONG>(m_core.defaultForCurrent()); });
 }
 
-STDMETHODIMP RootWindow::SetMessageEntry(LONG*, LONG*) noexcept { return E_NOTIMPL; }
+STDMETHODIMP RootWindow::SetMessageEntry(LONG*, LONG*) noexcept
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP RootWindow::SetDispatchMsg(LONG message) noexcept
 {
@@ -358,7 +374,10 @@ STDMETHODIMP RootWindow::SetRefreshType(VEX_REFRESH_TYPE type) noexcept
     m_refreshType = type;
     return S_OK;
 }
-STDMETHODIMP RootWindow::GetRefreshType(hyper* result) noexcept { return returning(result, [&] { return m_refreshType; }); }
+STDMETHODIMP RootWindow::GetRefreshType(hyper* result) noexcept
+{
+    return returning(result, [&] { return m_refreshType; });
+}
 
 STDMETHODIMP RootWindow::FreezeUpdate(VARIANT_BOOL freeze) noexcept
 {
@@ -370,9 +389,13 @@ STDMETHODIMP RootWindow::IsFreezeUpdate(VARIANT_BOOL* result) noexcept
 }
 STDMETHODIMP RootWindow::GetFreezeHBitmap(hyper* result) noexcept
 {
-    return returning(result, [&] { return m_core.isFrozen() ? reinterpret_cast<hyper>(m_core.surface().bitmap()) : 0; });
+    return returning(result,
+                     [&] { return m_core.isFrozen() ? reinterpret_cast<hyper>(m_core.surface().bitmap()) : 0; });
 }
-STDMETHODIMP RootWindow::SetFreezeDrawRect(SkinRect) noexcept { return E_NOTIMPL; }
+STDMETHODIMP RootWindow::SetFreezeDrawRect(SkinRect) noexcept
+{
+    return E_NOTIMPL;
+}
 
 STDMETHODIMP RootWindow::AddDirtyRect(SkinRect rect) noexcept
 {
@@ -544,15 +567,30 @@ STDMETHODIMP RootWindow::RevokeAcceptHwnd(hyper window) noexcept
 
 // Settings that other objects read
 
-STDMETHODIMP RootWindow::IsCanCopyRun(VARIANT_BOOL* result) noexcept { return returning(result, [&] { return m_canCopyRun; }); }
-STDMETHODIMP RootWindow::SetCanCopyRun(VARIANT_BOOL on) noexcept { return m_canCopyRun = isTrue(on), S_OK; }
+STDMETHODIMP RootWindow::IsCanCopyRun(VARIANT_BOOL* result) noexcept
+{
+    return returning(result, [&] { return m_canCopyRun; });
+}
+STDMETHODIMP RootWindow::SetCanCopyRun(VARIANT_BOOL on) noexcept
+{
+    return m_canCopyRun = isTrue(on), S_OK;
+}
 STDMETHODIMP RootWindow::IsParentBlend(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_blendsWithParent; });
 }
-STDMETHODIMP RootWindow::SetParentBlend(VARIANT_BOOL on) noexcept { return m_blendsWithParent = isTrue(on), S_OK; }
-STDMETHODIMP RootWindow::SetDragFullWindow(VARIANT_BOOL on) noexcept { return m_dragsFull = isTrue(on), S_OK; }
-STDMETHODIMP RootWindow::SetUseRgnInfo(VARIANT_BOOL on) noexcept { return m_usesRegionInfo = isTrue(on), S_OK; }
+STDMETHODIMP RootWindow::SetParentBlend(VARIANT_BOOL on) noexcept
+{
+    return m_blendsWithParent = isTrue(on), S_OK;
+}
+STDMETHODIMP RootWindow::SetDragFullWindow(VARIANT_BOOL on) noexcept
+{
+    return m_dragsFull = isTrue(on), S_OK;
+}
+STDMETHODIMP RootWindow::SetUseRgnInfo(VARIANT_BOOL on) noexcept
+{
+    return m_usesRegionInfo = isTrue(on), S_OK;
+}
 STDMETHODIMP RootWindow::IsUseRgnInfo(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_usesRegionInfo; });
@@ -561,7 +599,10 @@ STDMETHODIMP RootWindow::GetIsAutoLoad(VARIANT_BOOL* result) noexcept
 {
     return returning(result, [&] { return m_loadsByItself; });
 }
-STDMETHODIMP RootWindow::SetIsAutoLoad(VARIANT_BOOL on) noexcept { return m_loadsByItself = isTrue(on), S_OK; }
+STDMETHODIMP RootWindow::SetIsAutoLoad(VARIANT_BOOL on) noexcept
+{
+    return m_loadsByItself = isTrue(on), S_OK;
+}
 STDMETHODIMP RootWindow::SetArabicMode(VARIANT_BOOL mirror) noexcept
 {
     return guarded([&] {
@@ -611,8 +652,17 @@ STDMETHODIMP RootWindow::RemoveFinalCtrl(ISkinObjResBase* object) noexcept
     });
 }
 
-STDMETHODIMP RootWindow::RotateWindow(VEX_ROTATE_TYPE, float) noexcept { return E_NOTIMPL; }
-STDMETHODIMP RootWindow::InitRotateWindow() noexcept { return E_NOTIMPL; }
-STDMETHODIMP RootWindow::EndRotateWindow() noexcept { return E_NOTIMPL; }
+STDMETHODIMP RootWindow::RotateWindow(VEX_ROTATE_TYPE, float) noexcept
+{
+    return E_NOTIMPL;
+}
+STDMETHODIMP RootWindow::InitRotateWindow() noexcept
+{
+    return E_NOTIMPL;
+}
+STDMETHODIMP RootWindow::EndRotateWindow() noexcept
+{
+    return E_NOTIMPL;
+}
 
 } // namespace ambrel

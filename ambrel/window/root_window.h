@@ -9,8 +9,8 @@
 
 namespace ambrel {
 
-/// IAmbrel. Statuses: S_FALSE where there is no window yet or nothing to do; E_NOTIMPL for rotating windows, foreign window
-/// entries and the rendering engines that this runtime does not have.
+/// IAmbrel. Statuses: S_FALSE where there is no window yet or nothing to do; E_NOTIMPL for rotating windows, foreign
+/// window entries and the rendering engines that this runtime does not have.
 class RootWindow : public SkinObject<IAmbrel> {
 public:
     RootWindow() : SkinObject(VEXOBJTYPE_AMBREL), m_core(*this, *this) {}
@@ -66,10 +66,12 @@ public:
     STDMETHODIMP Draw(hyper hDC, SkinRect rect, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP IsCaptured(VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP SetCapture(VARIANT_BOOL bCaptured) noexcept override;
-    STDMETHODIMP RegisterMessage(ULONG uMsg, ISkinObjResBase* pObject, VARIANT_BOOL bChildrenNotify, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP RegisterMessage(ULONG uMsg, ISkinObjResBase* pObject, VARIANT_BOOL bChildrenNotify,
+                                 VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP UnRegisterMessage(ULONG uMsg, ISkinObjResBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RemoveAllRegister() noexcept override;
-    STDMETHODIMP RegisterWholeMessage(ISkinObjResBase* pObject, VARIANT_BOOL bChildrenNotify, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP RegisterWholeMessage(ISkinObjResBase* pObject, VARIANT_BOOL bChildrenNotify,
+                                      VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP UnRegisterWholeMessage(ISkinObjResBase* pObject, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP RemoveAllWholeMessage() noexcept override;
     STDMETHODIMP DoWindowProc(hyper hWnd, LONG msg, hyper wParam, hyper lParam, LONG* pResult) noexcept override;

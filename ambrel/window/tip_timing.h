@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// A tip waits until the pointer has rested, stays for a while, and goes when the pointer leaves or a button is pressed. While
-/// one was just seen, the next comes at once, so that a row of buttons can be read off.
+/// A tip waits until the pointer has rested, stays for a while, and goes when the pointer leaves or a button is
+/// pressed. While one was just seen, the next comes at once, so that a row of buttons can be read off.
 class TipTiming {
 public:
     static constexpr std::int64_t kDelayMs = 500;
@@ -15,8 +15,8 @@ public:
     static constexpr std::int64_t kReshowMs = 300; // after one went
     static constexpr std::int64_t kNever = -1;
 
-    /// An object under the pointer has this tip; an empty one hides what is shown. A tip that is shown already only changes
-    /// its text.
+    /// An object under the pointer has this tip; an empty one hides what is shown. A tip that is shown already only
+    /// changes its text.
     void offer(std::uint64_t object, std::wstring text, std::int64_t nowMs);
     /// The pointer left, a button was pressed, a key was used.
     void dismiss(std::int64_t nowMs) noexcept;

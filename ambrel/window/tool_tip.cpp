@@ -20,7 +20,10 @@ constexpr int kBelowPointer = 20;
 constexpr int kWidest = 400;
 constexpr UINT kTextFormat = DT_LEFT | DT_NOPREFIX | DT_WORDBREAK | DT_EXPANDTABS;
 
-int scaled(int value, int dpi) noexcept { return MulDiv(value, dpi, 96); }
+int scaled(int value, int dpi) noexcept
+{
+    return MulDiv(value, dpi, 96);
+}
 
 /// Beside the pointer, inside the monitor's work area.
 POINT placeFor(SIZE size, int dpi) noexcept
@@ -144,7 +147,8 @@ void ToolTip::draw(HDC dc) const noexcept
     RoundRect(dc, 0, 0, client.right, client.bottom, corner, corner);
     SetBkMode(dc, TRANSPARENT);
     SetTextColor(dc, kText);
-    RECT text{scaled(kPaddingX, m_dpi), scaled(kPaddingY, m_dpi), client.right - scaled(kPaddingX, m_dpi), client.bottom};
+    RECT text{scaled(kPaddingX, m_dpi), scaled(kPaddingY, m_dpi), client.right - scaled(kPaddingX, m_dpi),
+              client.bottom};
     // A last letter may reach a pixel beyond its measured width.
     DrawTextW(dc, m_timing.text().c_str(), static_cast<int>(m_timing.text().size()), &text, kTextFormat | DT_NOCLIP);
 }

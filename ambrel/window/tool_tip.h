@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// Shows what TipTiming decides in a small window of its own beside the pointer. The owner asks nextDue for when to call
-/// update, and ends the tip before it ends itself.
+/// Shows what TipTiming decides in a small window of its own beside the pointer. The owner asks nextDue for when to
+/// call update, and ends the tip before it ends itself.
 class ToolTip {
 public:
     ToolTip() noexcept = default;

@@ -18,10 +18,14 @@ constexpr long kHotkeyAlt = 4;
 
 short toShort(int value) noexcept
 {
-    return static_cast<short>(std::clamp<int>(value, std::numeric_limits<short>::min(), std::numeric_limits<short>::max()));
+    return static_cast<short>(
+        std::clamp<int>(value, std::numeric_limits<short>::min(), std::numeric_limits<short>::max()));
 }
 
-bool isFunctionKey(int key) noexcept { return key >= VK_F1 && key <= VK_F24; }
+bool isFunctionKey(int key) noexcept
+{
+    return key >= VK_F1 && key <= VK_F24;
+}
 
 bool matches(IVexHotkey* hotkey, const KeyFact& key) noexcept
 {
@@ -31,8 +35,8 @@ bool matches(IVexHotkey* hotkey, const KeyFact& key) noexcept
     long modifiers = 0;
     hotkey->get_wVirtualKeyCode(&code);
     hotkey->get_wModifiers(&modifiers);
-    return code != 0 && code == key.key && ((modifiers & kHotkeyControl) != 0) == key.control
-           && ((modifiers & kHotkeyAlt) != 0) == key.alt && ((modifiers & kHotkeyShift) != 0) == key.shift;
+    return code != 0 && code == key.key && ((modifiers & kHotkeyControl) != 0) == key.control &&
+           ((modifiers & kHotkeyAlt) != 0) == key.alt && ((modifiers & kHotkeyShift) != 0) == key.shift;
 }
 
 bool hasHotKey(IVexControlBase& control, const KeyFact& key)
@@ -57,8 +61,14 @@ void cancelPress(IVexControlBase& control)
 
 } // namespace
 
-InputTarget targetOf(ObjectNode* node) noexcept { return reinterpret_cast<InputTarget>(node); }
-ObjectNode* nodeOf(InputTarget target) noexcept { return reinterpret_cast<ObjectNode*>(target); }
+InputTarget targetOf(ObjectNode* node) noexcept
+{
+    return reinterpret_cast<InputTarget>(node);
+}
+ObjectNode* nodeOf(InputTarget target) noexcept
+{
+    return reinterpret_cast<ObjectNode*>(target);
+}
 
 InputTarget TreeScene::hitTest(Point point)
 {
@@ -66,7 +76,10 @@ InputTarget TreeScene::hitTest(Point point)
     return met == &m_root ? 0 : targetOf(met);
 }
 
-bool TreeScene::covers(InputTarget target, Point point) { return nodeOf(target)->shownRect().contains(point); }
+bool TreeScene::covers(InputTarget target, Point point)
+{
+    return nodeOf(target)->shownRect().contains(point);
+}
 
 bool TreeScene::isEnabled(InputTarget target)
 {
@@ -89,7 +102,10 @@ bool TreeScene::takesFocus(InputTarget target)
     return alive && (takes != VARIANT_FALSE || answered);
 }
 
-bool TreeScene::isDraggable(InputTarget) { return m_window.dragsObjects(); }
+bool TreeScene::isDraggable(InputTarget)
+{
+    return m_window.dragsObjects();
+}
 
 InputTarget TreeScene::nextInTabOrder(InputTarget from, bool forward)
 {
@@ -112,8 +128,14 @@ InputTarget TreeScene::hotKeyOwner(const KeyFact& key)
     return targetOf(owner);
 }
 
-InputTarget TreeScene::enterOwner() { return plainKeyOwner(PlainKey::Enter); }
-InputTarget TreeScene::backspaceOwner() { return plainKeyOwner(PlainKey::Backspace); }
+InputTarget TreeScene::enterOwner()
+{
+    return plainKeyOwner(PlainKey::Enter);
+}
+InputTarget TreeScene::backspaceOwner()
+{
+    return plainKeyOwner(PlainKey::Backspace);
+}
 
 InputTarget TreeScene::plainKeyOwner(PlainKey key)
 {
@@ -138,8 +160,8 @@ bool TreeScene::isPressedByKeyboard(InputTarget target)
 {
     // An object that asked for the keys themselves acts on them in its own way.
     const ObjectNode& node = *nodeOf(target);
-    return node.has(NodeFlag::TabStop) && !m_registry.isRegistered(WM_KEYDOWN, node)
-           && !m_registry.isRegistered(WM_CHAR, node);
+    return node.has(NodeFlag::TabStop) && !m_registry.isRegistered(WM_KEYDOWN, node) &&
+           !m_registry.isRegistered(WM_CHAR, node);
 }
 
 void TreeScene::press(IVexControlBase& control, const WeakNode& node)
@@ -172,26 +194,45 @@ void TreeScene::deliver(const InputAction& action)
             control->SetLButtonDowned(VARIANT_TRUE);
         control->OnMouseEnter(flags, x, y, &result);
         break;
-    case InputKind::Move: control->OnMouseMove(flags, x, y, &result); break;
+    case InputKind::Move:
+        control->OnMouseMove(flags, x, y, &result);
+        break;
     case InputKind::Leave:
         control->SetLButtonDowned(VARIANT_FALSE);
         control->OnMouseLeave(&result);
         break;
-    case InputKind::LeftDown: control->OnLButtonDown(flags, x, y, &result); break;
-    case InputKind::LeftUp: control->OnLButtonUp(flags, x, y, &result); break;
-    case InputKind::LeftDoubleClick: control->OnLButtonDbClick(flags, x, y, &result); break;
-    case InputKind::PressCancelled: cancelPress(*control.get()); break;
-    case InputKind::FocusGained: core.focusGained(at); break;
-    case InputKind::FocusLost: core.focusLost(); break;
-    case InputKind::Activate: press(*control.get(), node); break;
+    case InputKind::LeftDown:
+        control->OnLButtonDown(flags, x, y, &result);
+        break;
+    case InputKind::LeftUp:
+        control->OnLButtonUp(flags, x, y, &result);
+        break;
+    case InputKind::LeftDoubleClick:
+        control->OnLButtonDbClick(flags, x, y, &result);
+        break;
+    case InputKind::PressCancelled:
+        cancelPress(*control.get());
+        break;
+    case InputKind::FocusGained:
+        core.focusGained(at);
+        break;
+    case InputKind::FocusLost:
+        core.focusLost();
+        break;
+    case InputKind::Activate:
+        press(*control.get(), node);
+        break;
     case InputKind::DragStart:
     case InputKind::DragMove:
     case InputKind::DragEnd:
-    case InputKind::DragCancel: m_window.dragged(action, core); break;
+    case InputKind::DragCancel:
+        m_window.dragged(action, core);
+        break;
     // Objects hear of these only when they registered the window message.
     case InputKind::RightDown:
     case InputKind::RightUp:
-    case InputKind::Wheel: break;
+    case InputKind::Wheel:
+        break;
     }
 }
 

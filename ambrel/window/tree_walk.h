@@ -5,8 +5,8 @@
 
 namespace ambrel {
 
-/// Calls `visit(ObjectNode&)` for everything beneath `node`, parents before their children, until it answers true; answers
-/// whether it did. `visit` may do anything to the tree: what is removed is not met, what is added may be.
+/// Calls `visit(ObjectNode&)` for everything beneath `node`, parents before their children, until it answers true;
+/// answers whether it did. `visit` may do anything to the tree: what is removed is not met, what is added may be.
 template <class Visit>
 bool walkBeneath(ObjectNode& node, Visit&& visit)
 {

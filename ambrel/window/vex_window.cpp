@@ -15,9 +15,18 @@ using morvane::returning;
 
 namespace {
 
-HWND asWindow(hyper number) noexcept { return reinterpret_cast<HWND>(number); }
-hyper asNumber(HWND window) noexcept { return reinterpret_cast<hyper>(window); }
-std::wstring textOf(BSTR text) { return std::wstring(morvane::viewOf(text)); }
+HWND asWindow(hyper number) noexcept
+{
+    return reinterpret_cast<HWND>(number);
+}
+hyper asNumber(HWND window) noexcept
+{
+    return reinterpret_cast<hyper>(window);
+}
+std::wstring textOf(BSTR text)
+{
+    return std::wstring(morvane::viewOf(text));
+}
 
 /// Stores what the operation answers; S_FALSE when the number is no window.
 template <class Out, class Operation>
@@ -85,14 +94,16 @@ STDMETHODIMP VexWindow::SetWindowPos(hyper hWnd, hyper after, short x, short y, 
 STDMETHODIMP VexWindow::SendMessage(hyper hWnd, LONG message, hyper wParam, hyper lParam, LONG* result) noexcept
 {
     return on(hWnd, result, [&](HWND window) {
-        return SendMessageW(window, static_cast<UINT>(message), static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam));
+        return SendMessageW(window, static_cast<UINT>(message), static_cast<WPARAM>(wParam),
+                            static_cast<LPARAM>(lParam));
     });
 }
 
 STDMETHODIMP VexWindow::PostMessage(hyper hWnd, LONG message, hyper wParam, hyper lParam, VARIANT_BOOL* result) noexcept
 {
     return does(hWnd, result, [&](HWND window) {
-        return PostMessageW(window, static_cast<UINT>(message), static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam));
+        return PostMessageW(window, static_cast<UINT>(message), static_cast<WPARAM>(wParam),
+                            static_cast<LPARAM>(lParam));
     });
 }
 
@@ -189,8 +200,14 @@ STDMETHODIMP VexWindow::KillTimer(hyper hWnd, short id, VARIANT_BOOL* result) no
     return does(hWnd, result, [&](HWND window) { return ::KillTimer(window, static_cast<UINT_PTR>(id)); });
 }
 
-STDMETHODIMP VexWindow::GetWindowRect(hyper hWnd, IVexRect** result) noexcept { return rectOf(hWnd, result, ::GetWindowRect); }
-STDMETHODIMP VexWindow::GetClientRect(hyper hWnd, IVexRect** result) noexcept { return rectOf(hWnd, result, ::GetClientRect); }
+STDMETHODIMP VexWindow::GetWindowRect(hyper hWnd, IVexRect** result) noexcept
+{
+    return rectOf(hWnd, result, ::GetWindowRect);
+}
+STDMETHODIMP VexWindow::GetClientRect(hyper hWnd, IVexRect** result) noexcept
+{
+    return rectOf(hWnd, result, ::GetClientRect);
+}
 STDMETHODIMP VexWindow::IsZoomed(hyper hWnd, VARIANT_BOOL* result) noexcept
 {
     return does(hWnd, result, [](HWND window) { return ::IsZoomed(window); });
@@ -222,7 +239,8 @@ STDMETHODIMP VexWindow::LockWindowUpdate(hyper hWnd, VARIANT_BOOL* result) noexc
         return done ? S_OK : S_FALSE;
     });
 }
-STDMETHODIMP VexWindow::RedrawWindow(hyper hWnd, SkinRect update, hyper region, short flags, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexWindow::RedrawWindow(hyper hWnd, SkinRect update, hyper region, short flags,
+                                     VARIANT_BOOL* result) noexcept
 {
     return does(hWnd, result, [&](HWND window) {
         const RECT rect{update.left, update.top, update.right, update.bottom};

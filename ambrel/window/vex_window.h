@@ -18,16 +18,20 @@ public:
     }
 
     STDMETHODIMP ShowWindow(hyper hWnd, ShowWindowFlags nFlag, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP SetWindowPos(hyper hWnd, hyper hWndInsertAfter, short x, short y, short cx, short cy, LONG lFlags, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP SetWindowPos(hyper hWnd, hyper hWndInsertAfter, short x, short y, short cx, short cy, LONG lFlags,
+                              VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP SendMessage(hyper hWnd, LONG nMsgID, hyper wParam, hyper lParam, LONG* plResult) noexcept override;
-    STDMETHODIMP PostMessage(hyper hWnd, LONG nMsgID, hyper wParam, hyper lParam, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP PostMessage(hyper hWnd, LONG nMsgID, hyper wParam, hyper lParam,
+                             VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetStyle(hyper hWnd, LONG* plResult) noexcept override;
     STDMETHODIMP ModifyStyle(hyper hWnd, LONG dwRemove, LONG dwAdd, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetExStyle(hyper hWnd, LONG* plResult) noexcept override;
     STDMETHODIMP ModifyExStyle(hyper hWnd, LONG dwRemove, LONG dwAdd, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP Create(LONG dwExStyle, BSTR strClassName, BSTR strWindowName, LONG dwStyle, short x, short y, short nWidth, short nHeight, hyper hWndParent, hyper* phResult) noexcept override;
+    STDMETHODIMP Create(LONG dwExStyle, BSTR strClassName, BSTR strWindowName, LONG dwStyle, short x, short y,
+                        short nWidth, short nHeight, hyper hWndParent, hyper* phResult) noexcept override;
     STDMETHODIMP Destroy(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP MoveWindow(hyper hWnd, short x, short y, short nWidth, short nHeight, VARIANT_BOOL bRepaint, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP MoveWindow(hyper hWnd, short x, short y, short nWidth, short nHeight, VARIANT_BOOL bRepaint,
+                            VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetDlgCtrlID(hyper hWnd, short* pnResult) noexcept override;
     STDMETHODIMP SetDlgCtrlID(hyper hWnd, short nID, LONG* pnResult) noexcept override;
     STDMETHODIMP GetDlgItem(hyper hWnd, short nID, hyper* phResult) noexcept override;
@@ -43,10 +47,12 @@ public:
     STDMETHODIMP GetClientRect(hyper hWnd, IVexRect** pSknrc) noexcept override;
     STDMETHODIMP IsZoomed(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP SetRedraw(hyper hWnd, VARIANT_BOOL bRedraw, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP InvalidateRect(hyper hWnd, short left, short top, short right, short bottom, VARIANT_BOOL bErase, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP InvalidateRect(hyper hWnd, short left, short top, short right, short bottom, VARIANT_BOOL bErase,
+                                VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP UpdateWindow(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP LockWindowUpdate(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
-    STDMETHODIMP RedrawWindow(hyper hWnd, SkinRect sknrcUpdate, hyper hrgnUpdate, short nFlags, VARIANT_BOOL* pbResult) noexcept override;
+    STDMETHODIMP RedrawWindow(hyper hWnd, SkinRect sknrcUpdate, hyper hrgnUpdate, short nFlags,
+                              VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP CloseWindow(hyper hWnd, VARIANT_BOOL* pbResult) noexcept override;
     STDMETHODIMP GetCapture(hyper* phResult) noexcept override;
     STDMETHODIMP SetCapture(hyper hWnd, hyper* phResult) noexcept override;

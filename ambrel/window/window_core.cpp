@@ -140,7 +140,8 @@ void WindowCore::finalCreatePending(ObjectNode& node)
 void WindowCore::finalCreateDone(ObjectNode& node) noexcept
 {
     node.set(NodeFlag::AwaitsFinish, false);
-    // Most are finished right after they were made. Others leave an entry that is passed over: no search among thousands.
+    // Most are finished right after they were made. Others leave an entry that is passed over: no search among
+    // thousands.
     if (!m_waitingForFinalCreate.empty() && m_waitingForFinalCreate.back().get() == &node)
         m_waitingForFinalCreate.pop_back();
 }

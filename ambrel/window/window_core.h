@@ -28,8 +28,8 @@ struct WindowTraits {
     bool shaped = false;   // its region follows what is painted
 };
 
-/// What RootWindow, the face of the tree's root, stands on. Lives inside it; while the platform's window exists it holds the
-/// face, so a window lives until it is closed or its holder destroys it.
+/// What RootWindow, the face of the tree's root, stands on. Lives inside it; while the platform's window exists it
+/// holds the face, so a window lives until it is closed or its holder destroys it.
 class WindowCore final : public RootServices, private HostWindow::Client, private SceneWindow, private Clock::Listener {
 public:
     WindowCore(SkinObjectCore& root, IAmbrel& face);

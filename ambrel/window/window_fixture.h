@@ -56,8 +56,8 @@ protected:
     IVexControlBase* add(const wchar_t* name, SkinRect rect, ISkinObjResBase* parent = nullptr)
     {
         ComPtr<IVexControlBase> control;
-        CoCreateInstance(morvane::kClsidInnerBaseObject, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(),
-                         control.putVoid());
+        CoCreateInstance(morvane::kClsidInnerBaseObject, nullptr, CLSCTX_INPROC_SERVER,
+                         morvane::iidOf<IVexControlBase>(), control.putVoid());
         control->SetName(Bstr(name).get());
         hyper created = 0;
         ISkinObjResBase* above = parent ? parent : root.get();
@@ -113,9 +113,9 @@ private:
         if (entry.kind != AMBREL_TRACE_NOTIFICATION)
             return;
         static const std::map<long, const char*> words = {
-            {VEXSM_MOUSEENTER, "enter"},   {VEXSM_MOUSELEAVE, "leave"},       {VEXSM_LBUTTONDOWN, "down"},
-            {VEXSM_LBUTTONUP, "up"},       {VEXSM_LBUTTONDBCLICK, "double"},  {VEXSM_ONSETFOCUS, "focus"},
-            {VEXSM_ONKILLFOCUS, "blur"},   {VEXSM_TIMER, "timer"},            {VEXSM_DESTROYING, "destroying"},
+            {VEXSM_MOUSEENTER, "enter"},    {VEXSM_MOUSELEAVE, "leave"},      {VEXSM_LBUTTONDOWN, "down"},
+            {VEXSM_LBUTTONUP, "up"},        {VEXSM_LBUTTONDBCLICK, "double"}, {VEXSM_ONSETFOCUS, "focus"},
+            {VEXSM_ONKILLFOCUS, "blur"},    {VEXSM_TIMER, "timer"},           {VEXSM_DESTROYING, "destroying"},
             {WM_RBUTTONUP, "WM_RBUTTONUP"}, {WM_KEYDOWN, "WM_KEYDOWN"},       {VEXSM_FINALCREATE, "finalcreate"}};
         const auto word = words.find(entry.id);
         if (word == words.end())

@@ -14,7 +14,10 @@ constexpr int kMostRequests = 32; // for parts of a window, between two paints
 
 constexpr DWORD kFadeMs = 200;
 
-int scaled(long value, int dpi) noexcept { return MulDiv(static_cast<int>(value), dpi, 96); }
+int scaled(long value, int dpi) noexcept
+{
+    return MulDiv(static_cast<int>(value), dpi, 96);
+}
 
 /// Distances and sizes in pixels grow with the resolution; percentages do not.
 PositionHalf scaled(const PositionHalf& half, int from, int to) noexcept
@@ -64,8 +67,8 @@ void WindowCore::invalidate(const Rect& rect)
     m_invalid.add(rect);
     if (m_batching || m_frozen || !window() || m_requests > kMostRequests)
         return;
-    // Every request costs a round trip to the system's server: what was asked for is not asked for again, and when very much
-    // changes before the next paint, the whole window is asked for once. Still only what changed is drawn.
+    // Every request costs a round trip to the system's server: what was asked for is not asked for again, and when very
+    // much changes before the next paint, the whole window is asked for once. Still only what changed is drawn.
     for (const Rect& each : m_invalid.rects()) {
         if (known.covers(each))
             continue;
@@ -87,12 +90,14 @@ void WindowCore::paintNow()
 {
     if (!window() || m_painting)
         return;
-    const bool isOnlyOurs = m_requests > 0 && m_requests <= kMostRequests && !m_frozen && !m_batching && !m_traits.perPixel;
+    const bool isOnlyOurs =
+        m_requests > 0 && m_requests <= kMostRequests && !m_frozen && !m_batching && !m_traits.perPixel;
     if (!isOnlyOurs || !m_surface.pixels() || m_surface.size() != m_root.node().rect().size()) {
         UpdateWindow(window());
         return;
     }
-    // A few changed parts are painted without a paint message, which would cost twice as many calls to the system's server.
+    // A few changed parts are painted without a paint message, which would cost twice as many calls to the system's
+    // server.
     const ComPtr<IAmbrel> hold(&m_face);
     const InvalidRegion region = m_invalid;
     m_requests = 0;
@@ -246,14 +251,16 @@ bool WindowCore::onHitTest(WPARAM, LPARAM where, LRESULT& result)
     GetWindowRect(window(), &place);
     const SkinRect& b = m_traits.resizeBorder;
     const SkinRect border{scaled(b.left, m_dpi), scaled(b.top, m_dpi), scaled(b.right, m_dpi), scaled(b.bottom, m_dpi)};
-    const Point at{GET_X_LPARAM(where) - static_cast<int>(place.left), GET_Y_LPARAM(where) - static_cast<int>(place.top)};
+    const Point at{GET_X_LPARAM(where) - static_cast<int>(place.left),
+                   GET_Y_LPARAM(where) - static_cast<int>(place.top)};
     result = hitOfBorder(at, {place.right - place.left, place.bottom - place.top}, border);
     return result != HTCLIENT;
 }
 
 bool WindowCore::onCalculateClient(WPARAM wantsRects, LPARAM parameters, LRESULT& result)
 {
-    // All of the window is its client area; a maximized one is cut to the monitor, since the system lets its frame hang over.
+    // All of the window is its client area; a maximized one is cut to the monitor, since the system lets its frame hang
+    // over.
     if (!wantsRects)
         return false;
     RECT& rect = reinterpret_cast<NCCALCSIZE_PARAMS*>(parameters)->rgrc[0];

@@ -17,7 +17,10 @@ KeyFact keyOf(WPARAM wParam, LPARAM lParam) noexcept
     return {static_cast<int>(wParam), isDown(VK_CONTROL), isDown(VK_MENU), isDown(VK_SHIFT), (lParam & (1 << 30)) != 0};
 }
 
-bool showsCues(int key) noexcept { return key == VK_TAB || (key >= VK_PRIOR && key <= VK_DOWN); }
+bool showsCues(int key) noexcept
+{
+    return key == VK_TAB || (key >= VK_PRIOR && key <= VK_DOWN);
+}
 
 } // namespace
 
@@ -48,8 +51,8 @@ bool WindowCore::onMouseMove(WPARAM wParam, LPARAM lParam, LRESULT&)
     const auto isFar = [&](int a, int b, int metric) { return std::abs(a - b) > GetSystemMetrics(metric); };
     if (m_dragArmed && !(wParam & MK_LBUTTON)) {
         m_dragArmed = false;
-    } else if (m_dragArmed
-               && (isFar(fact.point.x, m_dragPress.x, SM_CXDRAG) || isFar(fact.point.y, m_dragPress.y, SM_CYDRAG))) {
+    } else if (m_dragArmed &&
+               (isFar(fact.point.x, m_dragPress.x, SM_CXDRAG) || isFar(fact.point.y, m_dragPress.y, SM_CYDRAG))) {
         m_dragArmed = false;
         m_router.captureLost();
         ReleaseCapture();
@@ -71,7 +74,10 @@ bool WindowCore::onMouseLeave(WPARAM, LPARAM, LRESULT&)
     return true;
 }
 
-bool WindowCore::dragsWindow() const { return m_traits.dragable && !IsZoomed(window()); }
+bool WindowCore::dragsWindow() const
+{
+    return m_traits.dragable && !IsZoomed(window());
+}
 
 bool WindowCore::onLeftDown(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
@@ -83,8 +89,8 @@ bool WindowCore::onLeftDown(WPARAM wParam, LPARAM lParam, LRESULT&)
     m_router.buttonDown(PointerButton::Left, fact);
     if (!window() || m_destroying || !dragsWindow())
         return true;
-    // An object that made the window dragable while it was pressed wants this press to drag it; otherwise only objects that
-    // let themselves be dragged do, and the window's bare ground.
+    // An object that made the window dragable while it was pressed wants this press to drag it; otherwise only objects
+    // that let themselves be dragged do, and the window's bare ground.
     VARIANT_BOOL allowed = VARIANT_TRUE;
     if (ObjectNode* pressed = nodeOf(m_router.pressed()); pressed && wasDragable) {
         const ComPtr<IVexControlBase> control(coreOf(*pressed).control());
@@ -120,8 +126,9 @@ bool WindowCore::onWheel(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
     POINT point{GET_X_LPARAM(lParam), GET_Y_LPARAM(lParam)};
     ScreenToClient(window(), &point);
-    m_router.wheel(GET_WHEEL_DELTA_WPARAM(wParam),
-                   {{static_cast<int>(point.x), static_cast<int>(point.y)}, GET_KEYSTATE_WPARAM(wParam), messageTimeMs()});
+    m_router.wheel(
+        GET_WHEEL_DELTA_WPARAM(wParam),
+        {{static_cast<int>(point.x), static_cast<int>(point.y)}, GET_KEYSTATE_WPARAM(wParam), messageTimeMs()});
     return false;
 }
 
@@ -142,7 +149,10 @@ bool WindowCore::onKeyDown(WPARAM wParam, LPARAM lParam, LRESULT&)
     return m_router.keyDown(key, handled);
 }
 
-bool WindowCore::onKeyUp(WPARAM wParam, LPARAM lParam, LRESULT&) { return m_router.keyUp(keyOf(wParam, lParam)); }
+bool WindowCore::onKeyUp(WPARAM wParam, LPARAM lParam, LRESULT&)
+{
+    return m_router.keyUp(keyOf(wParam, lParam));
+}
 
 bool WindowCore::onSetFocus(WPARAM, LPARAM, LRESULT&)
 {

@@ -5,8 +5,8 @@
 #include "ambrel/window/window_core.h"
 
 #include <algorithm>
-#include <shellapi.h>
 #include <new>
+#include <shellapi.h>
 
 namespace ambrel {
 
@@ -31,8 +31,14 @@ struct WindowCore::Running {
 
 namespace {
 
-bool isKeyMessage(UINT message) noexcept { return message >= WM_KEYFIRST && message <= WM_KEYLAST; }
-bool isMouseMessage(UINT message) noexcept { return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST; }
+bool isKeyMessage(UINT message) noexcept
+{
+    return message >= WM_KEYFIRST && message <= WM_KEYLAST;
+}
+bool isMouseMessage(UINT message) noexcept
+{
+    return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
+}
 
 /// An object that is not shown must not react to the pointer; releases still reach it, so that what it began can end.
 bool needsToBeShown(UINT message) noexcept

@@ -54,6 +54,9 @@ void WindowSurface::draw(ObjectNode& root, const Rect& part)
     dc->finishDrawing();
 }
 
-HRGN WindowSurface::opaqueRegion() const { return pixels() ? alphaRegion(pixels()->pixels()).detach() : nullptr; }
+HRGN WindowSurface::opaqueRegion() const
+{
+    return pixels() ? alphaRegion(pixels()->pixels()).detach() : nullptr;
+}
 
 } // namespace ambrel

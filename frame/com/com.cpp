@@ -10,9 +10,18 @@ namespace {
 std::atomic<long> g_moduleLocks{0};
 } // namespace
 
-void ModuleLock::add() noexcept { ++g_moduleLocks; }
-void ModuleLock::remove() noexcept { --g_moduleLocks; }
-long ModuleLock::count() noexcept { return g_moduleLocks; }
+void ModuleLock::add() noexcept
+{
+    ++g_moduleLocks;
+}
+void ModuleLock::remove() noexcept
+{
+    --g_moduleLocks;
+}
+long ModuleLock::count() noexcept
+{
+    return g_moduleLocks;
+}
 
 HRESULT statusOfCurrentException() noexcept
 {

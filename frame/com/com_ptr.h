@@ -27,10 +27,8 @@ public:
 
     /// From a pointer to a derived class.
     template <class Derived>
-        requires(std::is_convertible_v<Derived*, T*> && !std::is_same_v<Derived, T>)
-    ComPtr(ComPtr<Derived> other) noexcept : m_object(other.detach())
-    {
-    }
+    requires(std::is_convertible_v<Derived*, T*> && !std::is_same_v<Derived, T>) ComPtr(ComPtr<Derived> other)
+    noexcept : m_object(other.detach()) {}
 
     ~ComPtr() { reset(); }
 

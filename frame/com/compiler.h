@@ -16,6 +16,9 @@ const IID& iidOf() noexcept
 }
 
 /// The module (DLL or EXE) that this code was linked into.
-inline HINSTANCE thisModule() noexcept { return reinterpret_cast<HINSTANCE>(&__ImageBase); }
+inline HINSTANCE thisModule() noexcept
+{
+    return reinterpret_cast<HINSTANCE>(&__ImageBase);
+}
 
 } // namespace morvane

@@ -68,16 +68,18 @@ void ConnectionPoint::copySink(const Sink& from, CONNECTDATA& to)
     from.object.copyTo(&to.pUnk);
 }
 
-void ConnectionPoint::copyPoint(const ComPtr<IConnectionPoint>& from, IConnectionPoint*& to) { from.copyTo(&to); }
+void ConnectionPoint::copyPoint(const ComPtr<IConnectionPoint>& from, IConnectionPoint*& to)
+{
+    from.copyTo(&to);
+}
 
 STDMETHODIMP ConnectionPoint::EnumConnections(IEnumConnections** result) noexcept
 {
     if (!result)
         return E_POINTER;
     *result = nullptr;
-    return guarded([&] {
-        return Enumerator<IEnumConnections, CONNECTDATA, Sink, &copySink>::create(m_sinks, 0, result);
-    });
+    return guarded(
+        [&] { return Enumerator<IEnumConnections, CONNECTDATA, Sink, &copySink>::create(m_sinks, 0, result); });
 }
 
 HRESULT ConnectionPoint::enumerate(IEnumConnectionPoints** result) noexcept

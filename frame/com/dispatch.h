@@ -5,8 +5,9 @@
 
 namespace morvane {
 
-/// Implements the four methods of IDispatch for `Dual`; calls arrive at the interface's own methods. `Interface` is what the
-/// class implements: the dual interface, or one that continues it with operations that automation does not see.
+/// Implements the four methods of IDispatch for `Dual`; calls arrive at the interface's own methods. `Interface` is
+/// what the class implements: the dual interface, or one that continues it with operations that automation does not
+/// see.
 template <class Dual, class Interface = Dual>
 class Dispatch : public Interface {
 public:

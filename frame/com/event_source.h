@@ -11,7 +11,10 @@ namespace morvane {
 template <class Interface>
 class EventSource : public ISupportErrorInfo, public IConnectionPointContainer {
 public:
-    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) noexcept override { return iid == iidOf<Interface>() ? S_OK : S_FALSE; }
+    STDMETHODIMP InterfaceSupportsErrorInfo(REFIID iid) noexcept override
+    {
+        return iid == iidOf<Interface>() ? S_OK : S_FALSE;
+    }
 
     STDMETHODIMP EnumConnectionPoints(IEnumConnectionPoints** result) noexcept override
     {

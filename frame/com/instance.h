@@ -17,8 +17,8 @@ namespace morvane {
 template <class Object>
 class Instance final : public Object {
 public:
-    /// Creates an object for a class object: plain when `outer` is null, else as a part of `outer`, in which case `iid` must
-    /// be IUnknown's and the non-delegating unknown is returned. On failure nothing remains and `*result` is null.
+    /// Creates an object for a class object: plain when `outer` is null, else as a part of `outer`, in which case `iid`
+    /// must be IUnknown's and the non-delegating unknown is returned. On failure nothing remains and `*result` is null.
     static HRESULT create(IUnknown* outer, REFIID iid, void** result) noexcept
     {
         if (!result)
@@ -44,7 +44,10 @@ public:
         return ComPtr<Instance>(object);
     }
 
-    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override { return m_outer->QueryInterface(iid, result); }
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override
+    {
+        return m_outer->QueryInterface(iid, result);
+    }
     STDMETHODIMP_(ULONG) AddRef() noexcept override { return m_outer->AddRef(); }
     STDMETHODIMP_(ULONG) Release() noexcept override { return m_outer->Release(); }
 

@@ -31,7 +31,10 @@ HRESULT guarded(Body&& body) noexcept
 }
 
 namespace detail {
-inline void assignOut(BSTR* out, Bstr value) noexcept { *out = value.detach(); }
+inline void assignOut(BSTR* out, Bstr value) noexcept
+{
+    *out = value.detach();
+}
 
 template <class T>
 void assignOut(T** out, ComPtr<T> value) noexcept
@@ -39,18 +42,21 @@ void assignOut(T** out, ComPtr<T> value) noexcept
     *out = value.detach();
 }
 
-inline void assignOut(VARIANT_BOOL* out, bool value) noexcept { *out = value ? VARIANT_TRUE : VARIANT_FALSE; }
+inline void assignOut(VARIANT_BOOL* out, bool value) noexcept
+{
+    *out = value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
 template <class T, class V>
-    requires(std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_class_v<T>)
-void assignOut(T* out, const V& value) noexcept
+requires(std::is_arithmetic_v<T> || std::is_enum_v<T> || std::is_class_v<T>) void assignOut(T* out,
+                                                                                            const V& value) noexcept
 {
     *out = static_cast<T>(value);
 }
 } // namespace detail
 
-/// For getters: refuses a null out-pointer before anything runs, then stores what the body returns (Bstr, ComPtr, bool or
-/// a plain value) and answers S_OK.
+/// For getters: refuses a null out-pointer before anything runs, then stores what the body returns (Bstr, ComPtr, bool
+/// or a plain value) and answers S_OK.
 template <class Out, class Body>
 HRESULT returning(Out* out, Body&& body) noexcept
 {
@@ -59,7 +65,8 @@ HRESULT returning(Out* out, Body&& body) noexcept
     return guarded([&] { detail::assignOut(out, std::forward<Body>(body)()); });
 }
 
-/// For methods whose status depends on the work: refuses a null out-pointer, clears it, then runs the body with the place.
+/// For methods whose status depends on the work: refuses a null out-pointer, clears it, then runs the body with the
+/// place.
 template <class Out, class Body>
 HRESULT filling(Out* out, Body&& body) noexcept
 {
@@ -69,6 +76,9 @@ HRESULT filling(Out* out, Body&& body) noexcept
     return guarded([&] { return std::forward<Body>(body)(*out); });
 }
 
-constexpr VARIANT_BOOL toVariantBool(bool value) noexcept { return value ? VARIANT_TRUE : VARIANT_FALSE; }
+constexpr VARIANT_BOOL toVariantBool(bool value) noexcept
+{
+    return value ? VARIANT_TRUE : VARIANT_FALSE;
+}
 
 } // namespace morvane

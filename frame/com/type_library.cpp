@@ -71,6 +71,9 @@ HRESULT typeInfoOf(REFIID iid, ComPtr<ITypeInfo>& result) noexcept
     return guarded([&] { return cache().find(iid, result); });
 }
 
-void releaseTypeInfos() noexcept { cache().clear(); }
+void releaseTypeInfos() noexcept
+{
+    cache().clear();
+}
 
 } // namespace morvane

@@ -60,8 +60,8 @@ std::optional<Size> measureText(IVexTextStyle& style, const Bstr& text, Size wit
     const SkinRect available = toSkinRect(Rect::at({}, within));
     SkinRect extent{};
     VARIANT_BOOL measured = VARIANT_FALSE;
-    const HRESULT status = style.DrawText(reinterpret_cast<std::int64_t>(screen.get()), text.get(), available, VARIANT_FALSE,
-                                          kStyleFormat, &extent, &measured);
+    const HRESULT status = style.DrawText(reinterpret_cast<std::int64_t>(screen.get()), text.get(), available,
+                                          VARIANT_FALSE, kStyleFormat, &extent, &measured);
     if (FAILED(status) || measured == VARIANT_FALSE)
         return std::nullopt;
     return toRect(extent).size();
@@ -77,7 +77,8 @@ void AutoSize::declare(PropertyTable& table)
     group.style(m_maxWidth, L"MaxTextWidth", 100);
 }
 
-void AutoSize::apply(IVexControlBase& inner, const Rect& control, const Bstr& text, IVexTextStyle* style, int besideText) const
+void AutoSize::apply(IVexControlBase& inner, const Rect& control, const Bstr& text, IVexTextStyle* style,
+                     int besideText) const
 {
     ComPtr<IVexPos> position;
     inner.GetPosition(position.put());

@@ -25,9 +25,11 @@ public:
     LongProp& minWidth() { return m_minWidth; }
     LongProp& maxWidth() { return m_maxWidth; }
 
-    /// Gives the control a new position where its text asks for one. `besideText` is the room that graphic, box and shifts
-    /// take beside the text; the style's own margin is added here. May call back into the control through the position.
-    void apply(IVexControlBase& inner, const Rect& control, const Bstr& text, IVexTextStyle* style, int besideText) const;
+    /// Gives the control a new position where its text asks for one. `besideText` is the room that graphic, box and
+    /// shifts take beside the text; the style's own margin is added here. May call back into the control through the
+    /// position.
+    void apply(IVexControlBase& inner, const Rect& control, const Bstr& text, IVexTextStyle* style,
+               int besideText) const;
 
 private:
     BoolProp m_enabled;

@@ -14,7 +14,8 @@ struct AutoSizeLimits {
     int maxHeight = 0; // 0: no limit
 };
 
-/// Measures the control's text, wrapped inside the given size where the text style wraps. Nothing when measuring failed.
+/// Measures the control's text, wrapped inside the given size where the text style wraps. Nothing when measuring
+/// failed.
 class TextMeasure {
 public:
     virtual std::optional<Size> measure(Size within) = 0;
@@ -24,14 +25,14 @@ protected:
 };
 
 struct AutoSizeRequest {
-    Size current;               // of the control now
+    Size current; // of the control now
     AutoSizeLimits limits;
-    bool widthIsFixed = false;  // the position keeps a width of its own, so that the text may change it
-    bool storesWidth = true;    // false where the position derives the width from both edges
-    int storedHeight = 0;       // the position's present vertical size
-    int textLength = 0;         // characters; 0 gives the minimum size
+    bool widthIsFixed = false; // the position keeps a width of its own, so that the text may change it
+    bool storesWidth = true;   // false where the position derives the width from both edges
+    int storedHeight = 0;      // the position's present vertical size
+    int textLength = 0;        // characters; 0 gives the minimum size
     bool hasTextStyle = true;
-    int besideText = 0;         // what stands beside the text: graphic, box, margins
+    int besideText = 0; // what stands beside the text: graphic, box, margins
 };
 
 struct AutoSizeResult {

@@ -50,8 +50,8 @@ void DcPainter::drawSection(IVexImageBase& section, const Rect& rect) const
 void DcPainter::drawText(IVexTextStyle& style, const Bstr& text, const Rect& rect) const
 {
     VARIANT_BOOL drawn = VARIANT_FALSE;
-    style.DrawText(reinterpret_cast<std::int64_t>(m_dc), text.get(), toSkinRect(rect), VARIANT_FALSE, kStyleFormat, nullptr,
-                   &drawn);
+    style.DrawText(reinterpret_cast<std::int64_t>(m_dc), text.get(), toSkinRect(rect), VARIANT_FALSE, kStyleFormat,
+                   nullptr, &drawn);
 }
 
 void DcPainter::fillColor(OLE_COLOR color, const Rect& rect) const

@@ -5,7 +5,8 @@
 
 namespace morvane {
 
-/// The picture in a file, laid over an opaque background given as 0xAARRGGBB. Empty when the file cannot be read or decoded.
+/// The picture in a file, laid over an opaque background given as 0xAARRGGBB. Empty when the file cannot be read or
+/// decoded.
 UniqueBitmap loadFileBitmap(const wchar_t* path, COLORREF background);
 
 } // namespace morvane

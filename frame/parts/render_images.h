@@ -12,8 +12,8 @@ public:
     explicit operator bool() const noexcept { return static_cast<bool>(m_image); }
     IVexRenderImage* get() const noexcept { return m_image.get(); }
 
-    /// Replaces the image by one made from an icon or a bitmap; nothing is made while resource object or root are unknown
-    /// or the handle is 0. The handle stays the caller's.
+    /// Replaces the image by one made from an icon or a bitmap; nothing is made while resource object or root are
+    /// unknown or the handle is 0. The handle stays the caller's.
     void makeFromHandle(const HostCache& host, std::int64_t handle, VEX_PICTURE_TYPE type);
 
     /// Makes an image from a file without giving the present one back first: others may still draw it.

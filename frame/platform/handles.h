@@ -42,13 +42,34 @@ void deleteGdiObject(Handle handle) noexcept
 {
     DeleteObject(handle);
 }
-inline void deleteDc(HDC dc) noexcept { DeleteDC(dc); }
-inline void destroyIcon(HICON icon) noexcept { DestroyIcon(icon); }
-inline void destroyCursor(HCURSOR cursor) noexcept { DestroyCursor(cursor); }
-inline void destroyMenu(HMENU menu) noexcept { DestroyMenu(menu); }
-inline void destroyWindow(HWND window) noexcept { DestroyWindow(window); }
-inline void closeHandle(HANDLE handle) noexcept { CloseHandle(handle); }
-inline void unhook(HHOOK hook) noexcept { UnhookWindowsHookEx(hook); }
+inline void deleteDc(HDC dc) noexcept
+{
+    DeleteDC(dc);
+}
+inline void destroyIcon(HICON icon) noexcept
+{
+    DestroyIcon(icon);
+}
+inline void destroyCursor(HCURSOR cursor) noexcept
+{
+    DestroyCursor(cursor);
+}
+inline void destroyMenu(HMENU menu) noexcept
+{
+    DestroyMenu(menu);
+}
+inline void destroyWindow(HWND window) noexcept
+{
+    DestroyWindow(window);
+}
+inline void closeHandle(HANDLE handle) noexcept
+{
+    CloseHandle(handle);
+}
+inline void unhook(HHOOK hook) noexcept
+{
+    UnhookWindowsHookEx(hook);
+}
 } // namespace detail
 
 using UniqueBitmap = UniqueHandle<HBITMAP, &detail::deleteGdiObject<HBITMAP>>;

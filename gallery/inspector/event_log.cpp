@@ -15,12 +15,17 @@ namespace {
 std::optional<LogKind> kindOf(AmbrelTraceKind kind)
 {
     switch (kind) {
-    case AMBREL_TRACE_NOTIFICATION: return LogKind::Notification;
-    case AMBREL_TRACE_PROPERTY: return LogKind::Property;
-    case AMBREL_TRACE_REDRAW: return LogKind::Redraw;
+    case AMBREL_TRACE_NOTIFICATION:
+        return LogKind::Notification;
+    case AMBREL_TRACE_PROPERTY:
+        return LogKind::Property;
+    case AMBREL_TRACE_REDRAW:
+        return LogKind::Redraw;
     case AMBREL_TRACE_CALLBACK:
-    case AMBREL_TRACE_EVENT: return LogKind::Callback;
-    default: return std::nullopt;
+    case AMBREL_TRACE_EVENT:
+        return LogKind::Callback;
+    default:
+        return std::nullopt;
     }
 }
 
@@ -39,8 +44,8 @@ std::wstring nameOf(long id)
 
 std::wstring rectText(const SkinRect& rect)
 {
-    return std::to_wstring(rect.left) + L"," + std::to_wstring(rect.top) + L" " + std::to_wstring(rect.right - rect.left) +
-           L"\u00D7" + std::to_wstring(rect.bottom - rect.top);
+    return std::to_wstring(rect.left) + L"," + std::to_wstring(rect.top) + L" " +
+           std::to_wstring(rect.right - rect.left) + L"\u00D7" + std::to_wstring(rect.bottom - rect.top);
 }
 
 } // namespace
@@ -103,9 +108,15 @@ LogLine EventLog::lineOf(const Waiting& entry)
     line.identity = entry.identity;
     line.timeMs = entry.timeMs;
     switch (line.kind) {
-    case LogKind::Notification: line.what = nameOf(entry.id); break;
-    case LogKind::Property: line.what = L"set " + std::wstring(entry.text); break;
-    case LogKind::Redraw: line.what = L"redraw " + rectText(entry.rect); break;
+    case LogKind::Notification:
+        line.what = nameOf(entry.id);
+        break;
+    case LogKind::Property:
+        line.what = L"set " + std::wstring(entry.text);
+        break;
+    case LogKind::Redraw:
+        line.what = L"redraw " + rectText(entry.rect);
+        break;
     case LogKind::Callback:
         line.what = (entry.kind == AMBREL_TRACE_EVENT ? L"event " : L"callback ") + nameOf(entry.id);
         break;

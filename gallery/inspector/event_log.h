@@ -23,8 +23,8 @@ struct LogLine {
     std::wstring object;
 };
 
-/// Listens while it is open. Entries wait in a fixed ring without touching any object, since they arrive in the middle of
-/// the objects' work; collect() turns them into lines later.
+/// Listens while it is open. Entries wait in a fixed ring without touching any object, since they arrive in the middle
+/// of the objects' work; collect() turns them into lines later.
 class EventLog {
 public:
     static constexpr std::size_t kCapacity = 200;

@@ -78,7 +78,8 @@ void InlineEdit::close()
     m_commit = nullptr;
 }
 
-LRESULT CALLBACK InlineEdit::editProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR, DWORD_PTR context)
+LRESULT CALLBACK InlineEdit::editProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                           DWORD_PTR context)
 {
     auto& self = *reinterpret_cast<InlineEdit*>(context);
     if (message == WM_KEYDOWN && wParam == VK_RETURN) {

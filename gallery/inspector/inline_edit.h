@@ -20,7 +20,8 @@ public:
     ~InlineEdit() { close(); }
 
     /// `place` in device pixels of `parent`; the text is selected. An open one is committed first.
-    void open(HWND parent, const morvane::Rect& place, int scale, const Theme& theme, const std::wstring& text, Commit commit);
+    void open(HWND parent, const morvane::Rect& place, int scale, const Theme& theme, const std::wstring& text,
+              Commit commit);
     void commit();
     void close(); // without committing
     HWND window() const { return m_window; }

@@ -84,8 +84,14 @@ HWND Inspector::window() const
     return reinterpret_cast<HWND>(handle);
 }
 
-void Inspector::startTimer() { SetTimer(window(), kTimer, kPeriodMs, nullptr); }
-void Inspector::stopTimer() { KillTimer(window(), kTimer); }
+void Inspector::startTimer()
+{
+    SetTimer(window(), kTimer, kPeriodMs, nullptr);
+}
+void Inspector::stopTimer()
+{
+    KillTimer(window(), kTimer);
+}
 
 void Inspector::pageClosing()
 {
@@ -114,7 +120,8 @@ void Inspector::readTree()
     const ObjectRow* const chosen = m_tree->selected();
     const IUnknown* const identity = chosen ? chosen->identity : nullptr;
     auto rows = listObjects(*m_page);
-    const auto found = std::find_if(rows.begin(), rows.end(), [&](const ObjectRow& row) { return row.identity == identity; });
+    const auto found =
+        std::find_if(rows.begin(), rows.end(), [&](const ObjectRow& row) { return row.identity == identity; });
     const auto selected = found == rows.end() ? std::size_t{0} : static_cast<std::size_t>(found - rows.begin());
     m_tree->setRows(std::move(rows), selected);
     m_properties->showObject(m_tree->selected());

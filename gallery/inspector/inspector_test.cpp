@@ -45,7 +45,8 @@ protected:
     static PropertyRow rowNamed(IVexControlBase& control, const std::wstring& path)
     {
         const auto rows = listProperties(control);
-        const auto found = std::find_if(rows.begin(), rows.end(), [&](const PropertyRow& row) { return row.path == path; });
+        const auto found =
+            std::find_if(rows.begin(), rows.end(), [&](const PropertyRow& row) { return row.path == path; });
         return found == rows.end() ? PropertyRow{} : *found;
     }
 

@@ -12,7 +12,10 @@ constexpr int kRowsTop = 2 * kHeadingHeight + 6;
 constexpr int kTimeWidth = 52;
 constexpr int kWhatWidth = 164;
 
-std::size_t rowsIn(const Rect& place) { return static_cast<std::size_t>((place.height() - kRowsTop) / kRowHeight); }
+std::size_t rowsIn(const Rect& place)
+{
+    return static_cast<std::size_t>((place.height() - kRowsTop) / kRowHeight);
+}
 
 std::wstring secondsText(std::int64_t milliseconds)
 {
@@ -31,9 +34,8 @@ bool isChecked(IVexCheckBox& box)
 } // namespace
 
 LogPanel::LogPanel(Scene& scene, IVexControlBase& parent, const Rect& place, EventLog& log)
-    : m_log(log),
-      m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight}, L"Log", rowsIn(place),
-              [this] { show(); })
+    : m_log(log), m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight}, L"Log",
+                          rowsIn(place), [this] { show(); })
 {
     addCommands(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight});
     addFilters(scene, parent, Rect::at({place.left, place.top + kHeadingHeight + 2}, {place.width(), kHeadingHeight}));
@@ -47,15 +49,19 @@ LogPanel::LogPanel(Scene& scene, IVexControlBase& parent, const Rect& place, Eve
         m_slots.push_back({scene.label(&parent, {place.left, top, what - 4, top + kRowHeight}, L"", soft),
                            scene.label(&parent, {what, top, object - 4, top + kRowHeight}, L"", strong),
                            scene.label(&parent, {object, top, place.right, top + kRowHeight}, L"", soft),
-                           {}, {}, {}});
+                           {},
+                           {},
+                           {}});
     }
 }
 
 void LogPanel::addCommands(Scene& scene, IVexControlBase& parent, const Rect& heading)
 {
-    const auto pause = scene.checkBox(&parent, Rect::at({heading.left + 48, heading.top}, {62, heading.height()}), L"Pause");
+    const auto pause =
+        scene.checkBox(&parent, Rect::at({heading.left + 48, heading.top}, {62, heading.height()}), L"Pause");
     scene.onClick(*pause, [this, box = pause.get()] { m_log.setPaused(isChecked(*box)); });
-    const auto clear = scene.button(&parent, Rect::at({heading.left + 116, heading.top}, {52, heading.height()}), L"Clear");
+    const auto clear =
+        scene.button(&parent, Rect::at({heading.left + 116, heading.top}, {52, heading.height()}), L"Clear");
     scene.onClick(*clear, [this] {
         m_pager.goTo(0);
         m_log.clear(); // ends the lines shown
@@ -76,7 +82,8 @@ void LogPanel::addFilters(Scene& scene, IVexControlBase& parent, const Rect& pla
                                           {LogKind::Callback, L"Callbacks", 79}};
     int left = place.left;
     for (const Filter& filter : kFilters) {
-        const auto box = scene.checkBox(&parent, Rect::at({left, place.top}, {filter.width, place.height()}), filter.text);
+        const auto box =
+            scene.checkBox(&parent, Rect::at({left, place.top}, {filter.width, place.height()}), filter.text);
         box->SetValue(VEXCHECKBOX_CHECKED);
         scene.onClick(*box, [this, raw = box.get(), kind = filter.kind] {
             m_isKindShown[static_cast<std::size_t>(kind)] = isChecked(*raw);
@@ -107,8 +114,9 @@ void LogPanel::show()
 
 void LogPanel::showLine(Slot& slot, const LogLine* line)
 {
-    const std::wstring what = !line ? std::wstring() : line->count == 1 ? line->what
-                                                                        : line->what + L"  \u00D7" + std::to_wstring(line->count);
+    const std::wstring what = !line              ? std::wstring()
+                              : line->count == 1 ? line->what
+                                                 : line->what + L"  \u00D7" + std::to_wstring(line->count);
     showText(*slot.time, slot.shownTime, line ? secondsText(line->timeMs) : std::wstring());
     showText(*slot.what, slot.shownWhat, what);
     showText(*slot.object, slot.shownObject, line ? line->object : std::wstring());

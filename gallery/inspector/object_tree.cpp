@@ -30,7 +30,10 @@ void append(std::vector<ObjectRow>& rows, IVexControlBase& object, int depth)
     }
 }
 
-std::wstring quoted(const std::wstring& text) { return L"\u201C" + text + L"\u201D"; }
+std::wstring quoted(const std::wstring& text)
+{
+    return L"\u201C" + text + L"\u201D";
+}
 
 } // namespace
 
@@ -58,6 +61,9 @@ std::wstring treeLabel(const ObjectRow& row)
     return row.text.empty() ? label : label + L"  " + quoted(row.text);
 }
 
-std::wstring shortLabel(const ObjectRow& row) { return row.type + L" " + (row.text.empty() ? row.name : quoted(row.text)); }
+std::wstring shortLabel(const ObjectRow& row)
+{
+    return row.type + L" " + (row.text.empty() ? row.name : quoted(row.text));
+}
 
 } // namespace gallery

@@ -20,14 +20,18 @@ struct Value : VARIANT {
 PropertyEditor editorOf(enumPropType type)
 {
     switch (type) {
-    case _PROPTYPE_BOOL: return PropertyEditor::Check;
+    case _PROPTYPE_BOOL:
+        return PropertyEditor::Check;
     case _PROPTYPE_INT:
     case _PROPTYPE_LONG:
     case _PROPTYPE_FLOAT:
-    case _PROPTYPE_COMBO: return PropertyEditor::Step;
+    case _PROPTYPE_COMBO:
+        return PropertyEditor::Step;
     case _PROPTYPE_STRING:
-    case _PROPTYPE_COLOR: return PropertyEditor::Text;
-    default: return PropertyEditor::None;
+    case _PROPTYPE_COLOR:
+        return PropertyEditor::Text;
+    default:
+        return PropertyEditor::None;
     }
 }
 
@@ -59,7 +63,10 @@ void appendGroup(std::vector<PropertyRow>& rows, ICtrlPluginProp& group, const s
 }
 
 /// Whether a property is about what the control says and does, not about how one of its many states looks.
-bool isSetting(const PropertyRow& row) { return row.editor != PropertyEditor::None && row.type != _PROPTYPE_COLOR; }
+bool isSetting(const PropertyRow& row)
+{
+    return row.editor != PropertyEditor::None && row.type != _PROPTYPE_COLOR;
+}
 
 /// The name of the shared resource a property holds; empty when it holds none or one without a name.
 std::wstring resourceName(const Value& value)
@@ -101,7 +108,8 @@ std::wstring valueText(const PropertyRow& row)
         return name;
     if (row.type == _PROPTYPE_COMBO && value.vt == VT_I4) {
         Bstr item;
-        if (SUCCEEDED(static_cast<morvane::ComboProperty&>(*row.property).GetItem(value.lVal, item.put())) && !item.empty())
+        if (SUCCEEDED(static_cast<morvane::ComboProperty&>(*row.property).GetItem(value.lVal, item.put())) &&
+            !item.empty())
             return item.str();
     }
     ComPtr<IVexPropType> descriptor;
@@ -140,7 +148,8 @@ bool step(IVexControlBase& control, const PropertyRow& row, int direction)
     if (FAILED(row.property->GetVariant(&value)))
         return false;
     if (value.vt == VT_I4)
-        value.lVal = static_cast<LONG>(std::clamp<std::int64_t>(std::int64_t{value.lVal} + direction, LONG_MIN, LONG_MAX));
+        value.lVal =
+            static_cast<LONG>(std::clamp<std::int64_t>(std::int64_t{value.lVal} + direction, LONG_MIN, LONG_MAX));
     else if (value.vt == VT_R4)
         value.fltVal += kFloatStep * static_cast<float>(direction);
     else

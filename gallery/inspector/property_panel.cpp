@@ -10,7 +10,10 @@ constexpr int kNameWidth = 172;
 constexpr int kStepWidth = 24;
 constexpr int kEditWidth = 40;
 
-std::size_t rowsIn(const Rect& place) { return static_cast<std::size_t>((place.height() - kHeadingHeight - 2) / kRowHeight); }
+std::size_t rowsIn(const Rect& place)
+{
+    return static_cast<std::size_t>((place.height() - kHeadingHeight - 2) / kRowHeight);
+}
 
 /// How far a row's value may reach before its editor begins.
 int valueRight(const Rect& place, PropertyEditor editor)
@@ -29,8 +32,8 @@ void setVisible(ISkinObjResBase& object, bool isVisible)
 } // namespace
 
 PropertyPanel::PropertyPanel(Scene& scene, IVexControlBase& parent, const Rect& place)
-    : m_scene(scene), m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight}, L"Properties",
-                              rowsIn(place), [this] { showAll(); })
+    : m_scene(scene), m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight},
+                              L"Properties", rowsIn(place), [this] { showAll(); })
 {
     Point at{place.left, place.top + kHeadingHeight + 2};
     for (std::size_t index = 0; index < rowsIn(place); ++index) {
@@ -55,8 +58,9 @@ PropertyPanel::Slot PropertyPanel::makeSlot(Scene& scene, IVexControlBase& paren
     slot.less = scene.button(&parent, buttonAt(place.right - 2 * kStepWidth - 4, kStepWidth), L"\u2212");
     slot.more = scene.button(&parent, buttonAt(place.right - kStepWidth, kStepWidth), L"+");
     slot.edit = scene.button(&parent, buttonAt(place.right - kEditWidth, kEditWidth), L"Edit");
-    for (ISkinObjResBase* const each : {static_cast<ISkinObjResBase*>(slot.check.get()), static_cast<ISkinObjResBase*>(slot.less.get()),
-                                        static_cast<ISkinObjResBase*>(slot.more.get()), static_cast<ISkinObjResBase*>(slot.edit.get())})
+    for (ISkinObjResBase* const each :
+         {static_cast<ISkinObjResBase*>(slot.check.get()), static_cast<ISkinObjResBase*>(slot.less.get()),
+          static_cast<ISkinObjResBase*>(slot.more.get()), static_cast<ISkinObjResBase*>(slot.edit.get())})
         setVisible(*each, false);
     connect(scene, slot, index);
     return slot;
@@ -154,8 +158,8 @@ void PropertyPanel::startEditing(std::size_t index)
     if (!rect || FAILED(rect->GetRectStruct(&value)) || !window)
         return;
     const int gap = m_scene.scaled(2);
-    const Rect place{static_cast<int>(value.left) - gap, static_cast<int>(value.top) + gap / 2, static_cast<int>(value.right),
-                     static_cast<int>(value.bottom) - gap / 2};
+    const Rect place{static_cast<int>(value.left) - gap, static_cast<int>(value.top) + gap / 2,
+                     static_cast<int>(value.right), static_cast<int>(value.bottom) - gap / 2};
     m_edit.open(reinterpret_cast<HWND>(window), place, m_scene.scale(), m_scene.theme(), valueText(*row),
                 [this, object = m_object, edited = *row](const std::wstring& text) {
                     setText(*object, edited, text);

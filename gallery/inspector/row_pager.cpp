@@ -46,7 +46,10 @@ RowPager::RowPager(Scene& scene, IVexControlBase& parent, const Rect& place, std
     showRange();
 }
 
-void RowPager::setTitle(const std::wstring& title) { showText(*m_title, m_shownTitle, title); }
+void RowPager::setTitle(const std::wstring& title)
+{
+    showText(*m_title, m_shownTitle, title);
+}
 
 void RowPager::setCount(std::size_t count)
 {
@@ -84,7 +87,8 @@ void RowPager::showRange()
     const std::size_t last = std::min(m_first + m_visible, m_count);
     showText(*m_range, m_shownRange,
              m_count == 0 ? std::wstring(L"none")
-                          : std::to_wstring(m_first + 1) + L"\u2013" + std::to_wstring(last) + L" of " + std::to_wstring(m_count));
+                          : std::to_wstring(m_first + 1) + L"\u2013" + std::to_wstring(last) + L" of " +
+                                std::to_wstring(m_count));
     enable(*m_back, m_first > 0);
     enable(*m_on, m_first < lastFirst());
 }

@@ -50,7 +50,8 @@ void SelectionFrame::surround(IVexControlBase* object)
         return;
     m_shown = inside;
     const int thickness = m_scene.scaled(kThickness);
-    const Rect outside{inside.left - thickness, inside.top - thickness, inside.right + thickness, inside.bottom + thickness};
+    const Rect outside{inside.left - thickness, inside.top - thickness, inside.right + thickness,
+                       inside.bottom + thickness};
     const std::array<Rect, 4> places = {{{outside.left, outside.top, outside.right, inside.top},
                                          {outside.left, inside.bottom, outside.right, outside.bottom},
                                          {outside.left, inside.top, inside.left, inside.bottom},

@@ -10,13 +10,16 @@ constexpr int kHeadingHeight = 22;
 constexpr int kRowHeight = 20;
 constexpr long kTreeGroup = 5001;
 
-std::size_t rowsIn(const Rect& place) { return static_cast<std::size_t>((place.height() - kHeadingHeight - 2) / kRowHeight); }
+std::size_t rowsIn(const Rect& place)
+{
+    return static_cast<std::size_t>((place.height() - kHeadingHeight - 2) / kRowHeight);
+}
 
 } // namespace
 
 TreePanel::TreePanel(Scene& scene, IVexControlBase& parent, const Rect& place, std::function<void()> selected)
-    : m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight}, L"Objects", rowsIn(place),
-              [this] { show(); }),
+    : m_pager(scene, parent, {place.left, place.top, place.right, place.top + kHeadingHeight}, L"Objects",
+              rowsIn(place), [this] { show(); }),
       m_onSelect(std::move(selected))
 {
     Point at{place.left, place.top + kHeadingHeight + 2};

@@ -22,8 +22,8 @@ void addStates(Scene& scene, IVexControlBase& page, int top)
         const wchar_t* text;
         VEX_BUTTONSTATE state;
     };
-    static constexpr std::array<Pinned, 4> kPinned = {{{L"Normal", VEX_BTN_NORMAL}, {L"Hot", VEX_BTN_HOT},
-                                                       {L"Pressed", VEX_BTN_PRESS}, {L"Focused", VEX_BTN_FOCUS}}};
+    static constexpr std::array<Pinned, 4> kPinned = {
+        {{L"Normal", VEX_BTN_NORMAL}, {L"Hot", VEX_BTN_HOT}, {L"Pressed", VEX_BTN_PRESS}, {L"Focused", VEX_BTN_FOCUS}}};
     int left = 24;
     for (const Pinned& pinned : kPinned) {
         scene.button(&page, Rect::at({left, top}, {104, 28}), pinned.text)->SetButtonState(pinned.state);
@@ -67,7 +67,8 @@ void addAutoSize(Scene& scene, IVexControlBase& page, int top)
 void addCounter(Scene& scene, IVexControlBase& page, int top)
 {
     const auto button = scene.button(&page, Rect::at({24, top}, {160, 32}), L"Press me");
-    const auto answer = scene.label(&page, Rect::at({200, top}, {400, 32}), L"Not pressed yet", {scene.theme().text, 9});
+    const auto answer =
+        scene.label(&page, Rect::at({200, top}, {400, 32}), L"Not pressed yet", {scene.theme().text, 9});
     button->SetTooltip(Bstr(L"Counts how often it was pressed").get());
     scene.onClick(*button.get(), [answer, count = 0]() mutable {
         const std::wstring text = ++count == 1 ? L"Pressed once" : L"Pressed " + std::to_wstring(count) + L" times";

@@ -44,7 +44,8 @@ void addNested(Scene& scene, IVexControlBase& page, int top)
 
 void buildFormPage(Scene& scene, IVexControlBase& page)
 {
-    const int top = pageHeading(scene, page, L"Form", L"A surface with a picture, a fill or a bitmap that holds other controls.");
+    const int top =
+        pageHeading(scene, page, L"Form", L"A surface with a picture, a fill or a bitmap that holds other controls.");
     sectionHeading(scene, page, {24, top}, L"Fills");
     addFills(scene, page, top + 26);
     sectionHeading(scene, page, {24, top + 140}, L"Children");

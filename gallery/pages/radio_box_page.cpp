@@ -9,8 +9,10 @@ void addStates(Scene& scene, IVexControlBase& page, int top)
 {
     VARIANT_BOOL done = VARIANT_FALSE;
     scene.radioBox(&page, Rect::at({24, top}, {150, 24}), L"Unchecked", 901);
-    scene.radioBox(&page, Rect::at({24, top + 30}, {150, 24}), L"Checked", 902)->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
-    scene.radioBox(&page, Rect::at({200, top}, {170, 24}), L"Disabled", 903)->EnableObject(VARIANT_FALSE, VARIANT_TRUE, &done);
+    scene.radioBox(&page, Rect::at({24, top + 30}, {150, 24}), L"Checked", 902)
+        ->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+    scene.radioBox(&page, Rect::at({200, top}, {170, 24}), L"Disabled", 903)
+        ->EnableObject(VARIANT_FALSE, VARIANT_TRUE, &done);
     const auto checked = scene.radioBox(&page, Rect::at({200, top + 30}, {170, 24}), L"Checked and disabled", 904);
     checked->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
     checked->EnableObject(VARIANT_FALSE, VARIANT_TRUE, &done);

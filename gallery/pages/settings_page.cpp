@@ -24,7 +24,8 @@ bool isChecked(IVexCheckBox& box)
 ComPtr<IUIFormObj> card(Scene& scene, IVexControlBase& page, const Rect& place, const wchar_t* title)
 {
     const auto line = scene.form(&page, place, scene.theme().line);
-    const auto inside = scene.form(line.get(), Rect::at({1, 1}, {place.width() - 2, place.height() - 2}), scene.theme().surface);
+    const auto inside =
+        scene.form(line.get(), Rect::at({1, 1}, {place.width() - 2, place.height() - 2}), scene.theme().surface);
     scene.label(inside.get(), Rect::at({16, 10}, {place.width() - 32, 20}), title, {scene.theme().text, 10, true});
     return inside;
 }
@@ -65,11 +66,15 @@ void reset(const Settings& settings)
     settings.appearance.front()->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
 }
 
-void say(const Settings& settings, const wchar_t* text) { settings.status->SetText(Bstr(text).get()); }
+void say(const Settings& settings, const wchar_t* text)
+{
+    settings.status->SetText(Bstr(text).get());
+}
 
 void addCommands(Scene& scene, IVexControlBase& page, Settings& settings)
 {
-    settings.status = scene.label(&page, Rect::at({24, 290}, {330, 28}), L"Nothing changed yet", {scene.theme().textSoft, 9});
+    settings.status =
+        scene.label(&page, Rect::at({24, 290}, {330, 28}), L"Nothing changed yet", {scene.theme().textSoft, 9});
     const auto defaults = scene.button(&page, Rect::at({388, 288}, {108, 28}), L"De&faults");
     const auto cancel = scene.button(&page, Rect::at({508, 288}, {108, 28}), L"Cancel");
     const auto save = scene.button(&page, Rect::at({628, 288}, {108, 28}), L"Save");

@@ -5,8 +5,8 @@ namespace morvane {
 namespace {
 
 using testing::BoolObject;
-using testing::LongObject;
 using testing::Log;
+using testing::LongObject;
 
 class ButtonTest : public testing::ControlsFixture {
 protected:
@@ -28,12 +28,16 @@ protected:
         const std::string first = render(button)[0];
         return first.substr(5, first.find('.') - 5);
     }
-    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value) { button.property<BoolObject>(group, name).value = value; }
+    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
+    {
+        button.property<BoolObject>(group, name).value = value;
+    }
 
     testing::Made<ICmdButton> button;
 };
 
-// States ------------------------------------------------------------------------------------------------------------------
+// States
+// ------------------------------------------------------------------------------------------------------------------
 
 TEST_F(ButtonTest, APinnedStateStaysUntilTheNormalOneReleasesIt)
 {
@@ -64,8 +68,8 @@ TEST_F(ButtonTest, FocusFollowsTheNotificationsAndTheRoot)
 TEST_F(ButtonTest, InactiveShowsInTheNormalStateOnly)
 {
     button->SetActive(VARIANT_FALSE);
-    EXPECT_EQ(render(button), Log({"draw Inactive.Image 10,20,110,60 #0", "draw Inactive.TextStyle 10,20,110,60 \"PushButton\"",
-                                   "draw focus"}));
+    EXPECT_EQ(render(button), Log({"draw Inactive.Image 10,20,110,60 #0",
+                                   "draw Inactive.TextStyle 10,20,110,60 \"PushButton\"", "draw focus"}));
     button.base->leftButtonDown = VARIANT_TRUE;
     EXPECT_EQ(look(), "Press");
 }
@@ -79,7 +83,8 @@ TEST_F(ButtonTest, APointerThatLeftUnnoticedIsUnmarkedByTheDrawing)
     EXPECT_EQ(look(), "Normal");
 }
 
-// Graphics ----------------------------------------------------------------------------------------------------------------
+// Graphics
+// ----------------------------------------------------------------------------------------------------------------
 
 TEST_F(ButtonTest, AStripShowsTheFrameOfTheStateAndItsLastOneBeyond)
 {
@@ -162,7 +167,8 @@ TEST_F(ButtonTest, OnlyAFittingButtonKeepsItsTextClearOfTheGraphic)
     EXPECT_EQ(render(button)[2], "draw Normal.TextStyle 10,20,110,60 \"PushButton\"");
 }
 
-// Backgrounds -------------------------------------------------------------------------------------------------------------
+// Backgrounds
+// -------------------------------------------------------------------------------------------------------------
 
 TEST_F(ButtonTest, ABackgroundBitmapBelongsToTheButtonAndStandsForItsState)
 {
@@ -192,7 +198,8 @@ TEST_F(ButtonTest, ABackgroundFileBecomesASharedSectionUsedAsItIsFromThenOn)
     VARIANT_BOOL done = VARIANT_FALSE;
     EXPECT_EQ(button->SetBackImageFile(VEX_BTN_HOT, Bstr(L"C:\\skins\\glow.png").get(), &done), S_OK);
     EXPECT_EQ(done, VARIANT_TRUE);
-    EXPECT_EQ(log(), Log({"add CmdButtonglow.png", "add glow.png", "import C:\\skins\\glow.png", "CmdButtonglow.png stretches", "redraw"}));
+    EXPECT_EQ(log(), Log({"add CmdButtonglow.png", "add glow.png", "import C:\\skins\\glow.png",
+                          "CmdButtonglow.png stretches", "redraw"}));
     const auto& hot = button.property<testing::ImageSectionObject>(L"Hot", L"Image");
     ASSERT_NE(hot.section, nullptr);
     EXPECT_EQ(static_cast<testing::ImageSection&>(*hot.section).source.right, 64);
@@ -238,7 +245,8 @@ TEST_F(ButtonTest, StatesThatDoNotExistAreRefused)
     EXPECT_EQ(log(), Log());
 }
 
-// Sizes -------------------------------------------------------------------------------------------------------------------
+// Sizes
+// -------------------------------------------------------------------------------------------------------------------
 
 TEST_F(ButtonTest, LimitsRedrawOnlyWhenTheyChange)
 {

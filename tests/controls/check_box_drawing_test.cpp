@@ -5,8 +5,8 @@ namespace morvane {
 namespace {
 
 using testing::BoolObject;
-using testing::LongObject;
 using testing::Log;
+using testing::LongObject;
 
 const SkinRect kBox = {0, 0, 13, 13};
 
@@ -23,7 +23,10 @@ protected:
         box.control.reset();
         ControlsFixture::TearDown();
     }
-    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value) { box.property<BoolObject>(group, name).value = value; }
+    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
+    {
+        box.property<BoolObject>(group, name).value = value;
+    }
 
     testing::Made<IVexCheckBox> box;
 };
@@ -90,8 +93,9 @@ TEST_F(CheckBoxDrawingTest, AnIconIsDrawnInTheCornerOnceItWasMadeAnImage)
 {
     box->ShowText(VARIANT_FALSE);
     box->SetGraphics(0xABC, VARIANT_TRUE);
-    EXPECT_EQ(render(box), Log({"draw Unchecked.Normal.Image 10,33,23,46 #0", "make 0x00000ABC of abc type 5 device de71ce",
-                                "draw 0x00000ABC 10,20,34,36 from 0,0,24,16", "draw focus"}));
+    EXPECT_EQ(render(box),
+              Log({"draw Unchecked.Normal.Image 10,33,23,46 #0", "make 0x00000ABC of abc type 5 device de71ce",
+                   "draw 0x00000ABC 10,20,34,36 from 0,0,24,16", "draw focus"}));
     box.base->mirrored = VARIANT_TRUE;
     EXPECT_EQ(render(box)[1], "draw 0x00000ABC 86,20,110,36 from 0,0,24,16") << "the same image";
     box->SetGraphics(0xABC, 1);
@@ -159,7 +163,8 @@ TEST_F(CheckBoxDrawingTest, ABitmapIsBlendedByItsAlphaOnADeviceContext)
     DeleteDC(dc);
 }
 
-// Fitting itself to its text: seven pixels a character, fourteen a line, a margin of three ----------------------------------
+// Fitting itself to its text: seven pixels a character, fourteen a line, a margin of three
+// ----------------------------------
 
 TEST_F(CheckBoxDrawingTest, ASetTextGivesItTextBoxGapAndMarginAsWidth)
 {

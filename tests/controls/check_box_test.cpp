@@ -35,14 +35,18 @@ protected:
         }
         return values;
     }
-    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value) { box.property<BoolObject>(group, name).value = value; }
+    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
+    {
+        box.property<BoolObject>(group, name).value = value;
+    }
 
     testing::Made<IVexCheckBox> box;
 };
 
 using Values = std::vector<int>;
 
-// Notifications -----------------------------------------------------------------------------------------------------------
+// Notifications
+// -----------------------------------------------------------------------------------------------------------
 
 TEST_F(CheckBoxTest, PressingRedrawsItsRectangleThenCallsBack)
 {
@@ -53,7 +57,8 @@ TEST_F(CheckBoxTest, PressingRedrawsItsRectangleThenCallsBack)
 TEST_F(CheckBoxTest, ReleasingStepsTheValueThenRedrawsThenCallsBack)
 {
     EXPECT_EQ(point(box, VEXSM_LBUTTONUP, 5, 10), kHandled);
-    EXPECT_EQ(log(), Log({kRedrawOwn, kRedrawOwn, "callback 1028 control a0005"})) << "one for the value, one for the release";
+    EXPECT_EQ(log(), Log({kRedrawOwn, kRedrawOwn, "callback 1028 control a0005"}))
+        << "one for the value, one for the release";
     EXPECT_EQ(value(), VEXCHECKBOX_CHECKED);
 }
 
@@ -103,7 +108,8 @@ TEST_F(CheckBoxTest, EnteringLeavingAndDoubleClickingCallNobodyBack)
 
 TEST_F(CheckBoxTest, WhatItDoesNotHandleIsLeftToTheFramework)
 {
-    for (VexMsgID id : {VEXSM_DRAWPREVIEW, VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_TIMER, VEXSM_SIZE, VEXSM_ENABLEOBJECT})
+    for (VexMsgID id :
+         {VEXSM_DRAWPREVIEW, VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_TIMER, VEXSM_SIZE, VEXSM_ENABLEOBJECT})
         EXPECT_EQ(notify(box, id), kLeftToFramework) << id;
     EXPECT_EQ(log(), Log());
 }
@@ -129,12 +135,14 @@ TEST_F(CheckBoxTest, NameAndDefaultSkin)
     const wchar_t* name = nullptr;
     EXPECT_EQ(notify(box, VEXSM_GETCONTROLTYPENAME, testing::addressOf(name)), kHandled);
     EXPECT_STREQ(name, L"CheckBox");
-    EXPECT_EQ(notify(box, VEXSM_IMPORTCONFIG, reinterpret_cast<std::int64_t>(static_cast<IVexRes*>(res.get())), 7), kHandled);
+    EXPECT_EQ(notify(box, VEXSM_IMPORTCONFIG, reinterpret_cast<std::int64_t>(static_cast<IVexRes*>(res.get())), 7),
+              kHandled);
     EXPECT_EQ(log(), Log({"import 2092 UIFILES 7"}));
     EXPECT_EQ(notify(box, VEXSM_DESTROYBMPPERPIXEL), kHandled);
 }
 
-// Clicking ----------------------------------------------------------------------------------------------------------------
+// Clicking
+// ----------------------------------------------------------------------------------------------------------------
 
 TEST_F(CheckBoxTest, ClicksCycleTwoValuesByDefaultAndThreeWhenAskedFor)
 {
@@ -162,7 +170,8 @@ TEST_F(CheckBoxTest, OnlyTheExactTrueKeepsClicksFromChangingTheValue)
     EXPECT_EQ(valuesAfterClicks(1), Values({1}));
 }
 
-// Methods -----------------------------------------------------------------------------------------------------------------
+// Methods
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST_F(CheckBoxTest, ValuesAreStoredAndRedrawnAndOthersRefused)
 {
@@ -230,9 +239,11 @@ TEST_F(CheckBoxTest, GraphicsAreIndexedByValueAndStateAsOneArray)
     EXPECT_EQ(box->SetImage(VEX_CHECKBOX_PRESS, VEXCHECKBOX_CHECKED, section.get()), S_OK);
     EXPECT_EQ(box.property<testing::ImageSectionObject>(L"Checked.Press", L"Graphics").section.get(), section.get());
     EXPECT_EQ(box->SetGraphicsImage(static_cast<VEX_CHECKBOXSTATE>(pastTheLast), VEXCHECKBOX_UNCHECKED, section.get(),
-                                    VARIANT_FALSE, &done), S_OK);
+                                    VARIANT_FALSE, &done),
+              S_OK);
     EXPECT_EQ(done, VARIANT_TRUE);
-    EXPECT_EQ(box.property<testing::ImageSectionObject>(L"HalfChecked.Disabled", L"Graphics").section.get(), section.get());
+    EXPECT_EQ(box.property<testing::ImageSectionObject>(L"HalfChecked.Disabled", L"Graphics").section.get(),
+              section.get());
     EXPECT_EQ(log(), Log());
     EXPECT_EQ(box->SetGraphicsImage(VEX_CHECKBOX_HOT, VEXCHECKBOX_CHECKED, section.get(), VARIANT_TRUE, &done), S_OK);
     EXPECT_EQ(log(), Log({"redraw"}));
@@ -249,7 +260,8 @@ TEST_F(CheckBoxTest, GraphicsAreIndexedByValueAndStateAsOneArray)
 TEST_F(CheckBoxTest, IndexesThatLeadNowhereAreRefused)
 {
     const auto section = host.ledger.make<testing::ImageSection>();
-    const std::pair<long, long> nowhere[] = {{13, 0}, {12, 0}, {4, 2}, {-1, 0}, {-1, 1}, {0, 3}, {0, -1}, {0, 0x7FFFFFFF}};
+    const std::pair<long, long> nowhere[] = {{13, 0}, {12, 0}, {4, 2},  {-1, 0},
+                                             {-1, 1}, {0, 3},  {0, -1}, {0, 0x7FFFFFFF}};
     for (const auto& [state, index] : nowhere) {
         const auto eState = static_cast<VEX_CHECKBOXSTATE>(state);
         const auto eValue = static_cast<VEXCHECKBOX_VALUE>(index);
@@ -281,7 +293,8 @@ TEST_F(CheckBoxTest, NullPlacesAreRefused)
     EXPECT_EQ(box->GetData(nullptr), E_POINTER);
     EXPECT_EQ(box->GetImage(VEX_CHECKBOX_NORMAL, VEXCHECKBOX_CHECKED, nullptr), E_POINTER);
     EXPECT_EQ(box->GetGraphicsImage(VEX_CHECKBOX_NORMAL, VEXCHECKBOX_CHECKED, nullptr), E_POINTER);
-    EXPECT_EQ(box->SetGraphicsImage(VEX_CHECKBOX_NORMAL, VEXCHECKBOX_CHECKED, nullptr, VARIANT_TRUE, nullptr), E_POINTER);
+    EXPECT_EQ(box->SetGraphicsImage(VEX_CHECKBOX_NORMAL, VEXCHECKBOX_CHECKED, nullptr, VARIANT_TRUE, nullptr),
+              E_POINTER);
     EXPECT_EQ(box->SetText(nullptr), S_OK) << "the empty text";
     EXPECT_EQ(box.property<testing::StringObject>(L"Text", L"Text").value, L"");
 }
@@ -298,7 +311,8 @@ TEST_F(CheckBoxTest, WithoutItsPropertiesItRefusesWhatNeedsThem)
     EXPECT_EQ(flag, VARIANT_FALSE);
 }
 
-// Taken away in the middle ------------------------------------------------------------------------------------------------
+// Taken away in the middle
+// ------------------------------------------------------------------------------------------------
 
 TEST_F(CheckBoxTest, ACallbackMayReleaseIt)
 {

@@ -10,7 +10,9 @@ ControlsFixture::ControlsFixture()
     : m_pictures(kClsidPicture, [this] { return ComPtr<IUnknown>(host.ledger.make<Picture>().get()); }),
       m_sections(kClsidImage, [this] { return ComPtr<IUnknown>(host.ledger.make<ImageSection>("strip").get()); })
 {
-    host.window.onMessage = [this](UINT message, WPARAM wParam, LPARAM lParam) { return receive(message, wParam, lParam); };
+    host.window.onMessage = [this](UINT message, WPARAM wParam, LPARAM lParam) {
+        return receive(message, wParam, lParam);
+    };
 }
 
 void ControlsFixture::TearDown()
@@ -77,7 +79,8 @@ LRESULT ControlsFixture::receive(UINT message, WPARAM wParam, LPARAM lParam)
         const auto* text = reinterpret_cast<const wchar_t*>(wParam);
         host.ledger.note("tip \"" + narrow(text ? text : L"") + "\" " + who(lParam));
     } else {
-        host.ledger.note("message " + std::to_string(message) + " " + who(static_cast<std::int64_t>(wParam)) + " " + who(lParam));
+        host.ledger.note("message " + std::to_string(message) + " " + who(static_cast<std::int64_t>(wParam)) + " " +
+                         who(lParam));
     }
     if (onMessage)
         onMessage(message);

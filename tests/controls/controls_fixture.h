@@ -85,7 +85,8 @@ protected:
 
     /// A section with a picture of the given size, in the property of that name.
     template <class Interface>
-    ImageSection& giveSection(const Made<Interface>& made, std::wstring_view group, std::wstring_view name, SkinRect source)
+    ImageSection& giveSection(const Made<Interface>& made, std::wstring_view group, std::wstring_view name,
+                              SkinRect source)
     {
         auto& property = made.template property<ImageSectionObject>(group, name);
         const auto section = host.ledger.make<ImageSection>(narrow(group) + "." + narrow(name));

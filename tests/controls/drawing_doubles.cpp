@@ -21,11 +21,17 @@ std::string flags(VARIANT_BOOL stretch, OLE_COLOR transparent)
 
 } // namespace
 
-STDMETHODIMP RenderImage::GetWidth(long* result) { return give(result, 24L); }
-STDMETHODIMP RenderImage::GetHeight(long* result) { return give(result, 16L); }
+STDMETHODIMP RenderImage::GetWidth(long* result)
+{
+    return give(result, 24L);
+}
+STDMETHODIMP RenderImage::GetHeight(long* result)
+{
+    return give(result, 16L);
+}
 
-STDMETHODIMP RenderImage::Draw(IVexRenderDC*, SkinRect target, SkinRect source, VARIANT_BOOL stretch, OLE_COLOR transparent,
-                               VARIANT_BOOL* result)
+STDMETHODIMP RenderImage::Draw(IVexRenderDC*, SkinRect target, SkinRect source, VARIANT_BOOL stretch,
+                               OLE_COLOR transparent, VARIANT_BOOL* result)
 {
     ledger().note("draw " + name + " " + toText(target) + " from " + toText(source) + flags(stretch, transparent));
     return give(result, VARIANT_TRUE);
@@ -52,8 +58,14 @@ STDMETHODIMP Picture::ImportFile(BSTR path, VARIANT_BOOL* result)
     return isThere ? S_OK : S_FALSE;
 }
 
-STDMETHODIMP Picture::GetWidth(short* result) { return give<short>(result, 64); }
-STDMETHODIMP Picture::GetHeight(short* result) { return give<short>(result, 16); }
+STDMETHODIMP Picture::GetWidth(short* result)
+{
+    return give<short>(result, 64);
+}
+STDMETHODIMP Picture::GetHeight(short* result)
+{
+    return give<short>(result, 16);
+}
 
 STDMETHODIMP ImageSection::get_ImageObj(IVexPicture** result)
 {
@@ -79,7 +91,10 @@ STDMETHODIMP ImageSection::StretchAll(VARIANT_BOOL stretch)
     return S_OK;
 }
 
-STDMETHODIMP ImageSection::GetWidth(long* result) { return give(result, source.right - source.left); }
+STDMETHODIMP ImageSection::GetWidth(long* result)
+{
+    return give(result, source.right - source.left);
+}
 
 STDMETHODIMP ImageSection::Draw(hyper, SkinRect rect, VARIANT_BOOL* result)
 {
@@ -100,7 +115,10 @@ STDMETHODIMP Fill::Draw(hyper, SkinRect rect, VARIANT_BOOL* result)
     return give(result, VARIANT_TRUE);
 }
 
-STDMETHODIMP PictureRes::IsDesignStatus(VARIANT_BOOL* result) { return give(result, designStatus); }
+STDMETHODIMP PictureRes::IsDesignStatus(VARIANT_BOOL* result)
+{
+    return give(result, designStatus);
+}
 
 STDMETHODIMP PictureRes::ImportSkin(hyper, long resource, BSTR type, hyper parent, IVexControlBase** result)
 {

@@ -67,8 +67,10 @@ public:
                                      IVexRenderImage** result) override;
     STDMETHODIMP CreateImageByPath(hyper device, BSTR path, IVexRenderImage** result) override;
     STDMETHODIMP DestroyImage(IVexRenderImage* image, VARIANT_BOOL* result) override;
-    STDMETHODIMP GetResObject(VexObjType type, BSTR name, ISkinObjResBase* parent, VARIANT_BOOL deep, IVexObj** result) override;
-    STDMETHODIMP AddResObject(VexObjType type, IVexObj* owner, BSTR name, VARIANT_BOOL first, IVexObj** result) override;
+    STDMETHODIMP GetResObject(VexObjType type, BSTR name, ISkinObjResBase* parent, VARIANT_BOOL deep,
+                              IVexObj** result) override;
+    STDMETHODIMP AddResObject(VexObjType type, IVexObj* owner, BSTR name, VARIANT_BOOL first,
+                              IVexObj** result) override;
 
     VARIANT_BOOL designStatus = VARIANT_FALSE;
     std::map<std::pair<VexObjType, std::wstring>, ComPtr<IVexObj>> shared;

@@ -30,7 +30,8 @@ protected:
 const Log kImage = {"draw Back.Image 10,20,110,60 #0", "draw focus"};
 const Log kColour = {"draw Back.Color 10,20,110,60", "draw focus"};
 
-// Notifications -----------------------------------------------------------------------------------------------------------
+// Notifications
+// -----------------------------------------------------------------------------------------------------------
 
 TEST_F(FormObjectTest, ItTellsOfMovesAndReleasesWithoutRedrawing)
 {
@@ -45,8 +46,9 @@ TEST_F(FormObjectTest, ItTellsOfMovesAndReleasesWithoutRedrawing)
 
 TEST_F(FormObjectTest, WhatItDoesNotHandleIsLeftToTheFramework)
 {
-    for (VexMsgID id : {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONDBCLICK, VEXSM_MOUSELEAVE, VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_SIZE,
-                        VEXSM_TIMER, VEXSM_DESIGNSTATUSCHANGED, VEXSM_DRAWPREVIEW, VEXSM_IMPORTCONFIG, VEXSM_DISPOSEMOUSEMOVE})
+    for (VexMsgID id :
+         {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONDBCLICK, VEXSM_MOUSELEAVE, VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_SIZE,
+          VEXSM_TIMER, VEXSM_DESIGNSTATUSCHANGED, VEXSM_DRAWPREVIEW, VEXSM_IMPORTCONFIG, VEXSM_DISPOSEMOUSEMOVE})
         EXPECT_EQ(notify(surface, id), kLeftToFramework) << id;
     EXPECT_EQ(notify(surface, VEXSM_DESTROYBMPPERPIXEL), kHandled);
     EXPECT_EQ(log(), Log());
@@ -74,7 +76,8 @@ TEST_F(FormObjectTest, ItTakesNoTabStopAndDrawsNoFocus)
 {
     VARIANT_BOOL takesTab = 0x55;
     VARIANT_BOOL drawsFocus = 0x55;
-    EXPECT_EQ(notify(surface, VEXSM_GETTABINFO, testing::addressOf(takesTab), testing::addressOf(drawsFocus)), kHandled);
+    EXPECT_EQ(notify(surface, VEXSM_GETTABINFO, testing::addressOf(takesTab), testing::addressOf(drawsFocus)),
+              kHandled);
     EXPECT_EQ(takesTab, VARIANT_FALSE);
     EXPECT_EQ(drawsFocus, VARIANT_FALSE);
     const wchar_t* name = nullptr;
@@ -91,7 +94,8 @@ TEST_F(FormObjectTest, WithoutAnInnerBaseObjectItCanBeDragged)
     EXPECT_EQ(drag, VARIANT_TRUE);
 }
 
-// Background --------------------------------------------------------------------------------------------------------------
+// Background
+// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(FormObjectTest, TheBackgroundIsImageOrColour)
 {
@@ -122,7 +126,8 @@ TEST_F(FormObjectTest, ImageAndFillAreTheProperties)
     EXPECT_EQ(drawOnDc(surface), Log({"dc fill 10,20,110,60"}));
 }
 
-// The bitmap --------------------------------------------------------------------------------------------------------------
+// The bitmap
+// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(FormObjectTest, ABitmapCoversTheFormUntilItIsHiddenOrDeleted)
 {
@@ -172,7 +177,8 @@ TEST_F(FormObjectTest, AFileIsShownButTheResultStaysFalse)
     EXPECT_EQ(log(), Log({"make sky.png device de71ce"}));
     EXPECT_EQ(showsBitmap(), VARIANT_TRUE);
     EXPECT_EQ(surface->SetBackBitmapPath(Bstr(L"sea.png").get(), VARIANT_TRUE, &done), S_OK);
-    EXPECT_EQ(log(), Log({"make sea.png device de71ce", "redraw 10,20,110,60"})) << "the former is not destroyed: others may show it";
+    EXPECT_EQ(log(), Log({"make sea.png device de71ce", "redraw 10,20,110,60"}))
+        << "the former is not destroyed: others may show it";
     EXPECT_EQ(render(surface)[0], "draw all of sea.png 10,20,110,60");
     Bstr path;
     EXPECT_EQ(surface->GetBackBitmapPath(path.put()), S_OK);

@@ -50,7 +50,10 @@ protected:
         control->FinalCreate(VARIANT_TRUE);
         return control;
     }
-    ComPtr<IVexCheckBox> makeCheckBox() { return make<IVexCheckBox>(iidOf<::VexCheckBox>(), L"check", kCheckPlace, kCheckBoxSkin); }
+    ComPtr<IVexCheckBox> makeCheckBox()
+    {
+        return make<IVexCheckBox>(iidOf<::VexCheckBox>(), L"check", kCheckPlace, kCheckBoxSkin);
+    }
     ComPtr<IRadioBox> makeRadioBox(const wchar_t* name, long top)
     {
         return make<IRadioBox>(iidOf<::RadioBox>(), name, {10, top, 110, top + 24}, kRadioBoxSkin);

@@ -22,8 +22,9 @@ Log tableOf(const testing::BaseObject& base)
 {
     Log rows;
     for (const testing::MadeProperty& property : base.properties)
-        rows.push_back(testing::narrow(property.group + L"." + property.name) + " type " + std::to_string(property.type) +
-                       (property.isStyle ? " style" : " content") + defaultOf(property.object.get()));
+        rows.push_back(testing::narrow(property.group + L"." + property.name) + " type " +
+                       std::to_string(property.type) + (property.isStyle ? " style" : " content") +
+                       defaultOf(property.object.get()));
     return rows;
 }
 
@@ -42,7 +43,10 @@ void addLooks(Log& rows, std::initializer_list<const char*> values, std::initial
                 rows.push_back(std::string(value) + "." + state + "." + name + " type " + type + " style");
 }
 
-void add(Log& rows, Log more) { rows.insert(rows.end(), more.begin(), more.end()); }
+void add(Log& rows, Log more)
+{
+    rows.insert(rows.end(), more.begin(), more.end());
+}
 
 const Log kAutoResize = {"AutoResize.IsEnableAutoSize type 4 style = 0", "AutoResize.MinTextHeight type 3 style = 14",
                          "AutoResize.MaxTextHeight type 3 style = 0", "AutoResize.MinTextWidth type 3 style = 0",
@@ -65,9 +69,10 @@ TEST_F(PropertyTablesTest, CheckBox)
     Log expected;
     addLooks(expected, {"Unchecked", "Checked", "HalfChecked"}, {"Normal", "Hot", "Press", "Disabled", "Inactive"},
              {{"Image", "0"}, {"Graphics", "0"}, {"TextStyle", "1"}});
-    add(expected, {"Text.Text type 6 content = \"CheckBox\"", "Text.ShowText type 4 content = -1", "Tooltip.Tooltip type 6 content",
-                   "ThreeState.ThreeState type 4 content", "Cursor.Cursor type 10 style", "PushButtonLike.Value type 4 style = 0",
-                   "Graphics.x type 3 style = 0", "Graphics.y type 3 style = 0"});
+    add(expected,
+        {"Text.Text type 6 content = \"CheckBox\"", "Text.ShowText type 4 content = -1",
+         "Tooltip.Tooltip type 6 content", "ThreeState.ThreeState type 4 content", "Cursor.Cursor type 10 style",
+         "PushButtonLike.Value type 4 style = 0", "Graphics.x type 3 style = 0", "Graphics.y type 3 style = 0"});
     add(expected, kAutoResize);
     add(expected, {"Misc.DisbaleAutoCheck type 4 style", "Misc.AutoChangeThreeState type 4 style = 1"});
     EXPECT_EQ(tableOfNew<IVexCheckBox>(iidOf<::VexCheckBox>()), expected);
@@ -78,10 +83,11 @@ TEST_F(PropertyTablesTest, RadioBox)
     Log expected = {"DrawMode.DrawColor type 4 style = 0"};
     addLooks(expected, {"Unchecked", "Checked"}, {"Normal", "Hot", "Press", "Disabled"},
              {{"Back", "0"}, {"Color", "8"}, {"Box", "0"}, {"Graphics", "0"}, {"TextStyle", "1"}});
-    add(expected, {"Text.Text type 6 style = \"RadioBox\"", "Text.ShowText type 4 style = -1", "Tooltip.Tooltip type 6 style",
-                   "Graphics.UpDownMode type 4 style", "Graphics.RightAlign type 4 style", "Graphics.x type 3 style",
-                   "Graphics.y type 3 style", "Graphics.width type 3 style", "Graphics.height type 3 style",
-                   "Group.GroupID type 3 style", "Cursor.Cursor type 10 style"});
+    add(expected,
+        {"Text.Text type 6 style = \"RadioBox\"", "Text.ShowText type 4 style = -1", "Tooltip.Tooltip type 6 style",
+         "Graphics.UpDownMode type 4 style", "Graphics.RightAlign type 4 style", "Graphics.x type 3 style",
+         "Graphics.y type 3 style", "Graphics.width type 3 style", "Graphics.height type 3 style",
+         "Group.GroupID type 3 style", "Cursor.Cursor type 10 style"});
     add(expected, kAutoResize);
     EXPECT_EQ(tableOfNew<IRadioBox>(iidOf<::RadioBox>()), expected);
 }

@@ -5,8 +5,8 @@ namespace morvane {
 namespace {
 
 using testing::BoolObject;
-using testing::LongObject;
 using testing::Log;
+using testing::LongObject;
 
 class RadioBoxDrawingTest : public testing::ControlsFixture {
 protected:
@@ -27,15 +27,17 @@ protected:
 
 TEST_F(RadioBoxDrawingTest, BackgroundBoxAndTextInThisOrder)
 {
-    EXPECT_EQ(render(box), Log({"draw Unchecked.Normal.Back 10,20,110,60 #0", "draw Unchecked.Normal.Box 10,34,22,46 #0",
-                                "draw Unchecked.Normal.TextStyle 24,20,110,60 \"RadioBox\"", "draw focus"}));
+    EXPECT_EQ(render(box),
+              Log({"draw Unchecked.Normal.Back 10,20,110,60 #0", "draw Unchecked.Normal.Box 10,34,22,46 #0",
+                   "draw Unchecked.Normal.TextStyle 24,20,110,60 \"RadioBox\"", "draw focus"}));
 }
 
 TEST_F(RadioBoxDrawingTest, MirroredTheBoxStandsAtTheRight)
 {
     box.base->mirrored = VARIANT_TRUE;
-    EXPECT_EQ(render(box), Log({"draw Unchecked.Normal.Back 10,20,110,60 #0", "draw Unchecked.Normal.Box 98,34,110,46 #0",
-                                "draw Unchecked.Normal.TextStyle 10,20,96,60 \"RadioBox\"", "draw focus"}));
+    EXPECT_EQ(render(box),
+              Log({"draw Unchecked.Normal.Back 10,20,110,60 #0", "draw Unchecked.Normal.Box 98,34,110,46 #0",
+                   "draw Unchecked.Normal.TextStyle 10,20,96,60 \"RadioBox\"", "draw focus"}));
 }
 
 TEST_F(RadioBoxDrawingTest, AColourMayStandForTheBackgroundImage)
@@ -108,7 +110,8 @@ TEST_F(RadioBoxDrawingTest, BlinkAndChildPicturesAreDrawnOnBothPaths)
     box->StartBlink(7, 500);
     EXPECT_EQ(render(box), Log({"draw strip 10,20,110,60 from 0,0,64,16 #0", "draw Unchecked.Normal.Box 10,34,22,46 #0",
                                 "draw strip 41,26,105,42 from 0,0,64,16 #0", "draw focus"}));
-    EXPECT_EQ(drawOnDc(box), Log({"dc strip 10,20,110,60", "dc Unchecked.Normal.Box 10,34,22,46", "dc strip 41,26,105,42"}));
+    EXPECT_EQ(drawOnDc(box),
+              Log({"dc strip 10,20,110,60", "dc Unchecked.Normal.Box 10,34,22,46", "dc strip 41,26,105,42"}));
 }
 
 TEST_F(RadioBoxDrawingTest, TheDeviceContextGetsTheSameParts)

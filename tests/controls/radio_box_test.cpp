@@ -41,7 +41,8 @@ protected:
     long parentNumber = 0;
 };
 
-// Notifications -----------------------------------------------------------------------------------------------------------
+// Notifications
+// -----------------------------------------------------------------------------------------------------------
 
 TEST_F(RadioBoxTest, PressingShowsThePressedStateAndCallsNobodyBack)
 {
@@ -118,14 +119,16 @@ TEST_F(RadioBoxTest, OtherNotificationsAreTheFramesOrTheFrameworks)
     for (VexMsgID id : {VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_SIZE, VEXSM_AUTOLOADINIT})
         EXPECT_EQ(notify(box, id), kLeftToFramework) << id;
     EXPECT_EQ(notify(box, VEXSM_DESTROYBMPPERPIXEL), kHandled);
-    EXPECT_EQ(notify(box, VEXSM_IMPORTCONFIG, reinterpret_cast<std::int64_t>(static_cast<IVexRes*>(res.get())), 7), kHandled);
+    EXPECT_EQ(notify(box, VEXSM_IMPORTCONFIG, reinterpret_cast<std::int64_t>(static_cast<IVexRes*>(res.get())), 7),
+              kHandled);
     EXPECT_EQ(log(), Log({"import 2086 UIFILES 7"}));
     const wchar_t* name = nullptr;
     EXPECT_EQ(notify(box, VEXSM_GETCONTROLTYPENAME, testing::addressOf(name)), kHandled);
     EXPECT_STREQ(name, L"RadioBox");
 }
 
-// The clickable picture: 64 by 16 pixels, at 41,25,105,41 of the window ---------------------------------------------------
+// The clickable picture: 64 by 16 pixels, at 41,25,105,41 of the window
+// ---------------------------------------------------
 
 class ChildImageTest : public RadioBoxTest {
 protected:
@@ -186,7 +189,8 @@ TEST_F(ChildImageTest, TheHostWindowMayReleaseTheBox)
     EXPECT_EQ(box.base->references(), 0u);
 }
 
-// Blinking ----------------------------------------------------------------------------------------------------------------
+// Blinking
+// ----------------------------------------------------------------------------------------------------------------
 
 class BlinkTest : public RadioBoxTest {
 protected:
@@ -259,7 +263,8 @@ TEST_F(BlinkTest, APictureThatCannotBeReadIsRefusedAndTheFormerOneGone)
     EXPECT_FALSE(showsBlinkPicture());
 }
 
-// Methods -----------------------------------------------------------------------------------------------------------------
+// Methods
+// -----------------------------------------------------------------------------------------------------------------
 
 TEST_F(RadioBoxTest, SettersRedrawWhenAsked)
 {
@@ -330,7 +335,8 @@ TEST_F(RadioBoxTest, PropertiesOfLooksAreReachedByStateAndValue)
 
 TEST_F(RadioBoxTest, IndexesThatLeadNowhereAreRefused)
 {
-    const std::pair<long, VARIANT_BOOL> nowhere[] = {{8, 0}, {4, VARIANT_TRUE}, {-1, 0}, {-1, VARIANT_TRUE}, {0x7FFFFFFF, 1}};
+    const std::pair<long, VARIANT_BOOL> nowhere[] = {
+        {8, 0}, {4, VARIANT_TRUE}, {-1, 0}, {-1, VARIANT_TRUE}, {0x7FFFFFFF, 1}};
     for (const auto& [number, checked] : nowhere) {
         const auto eState = static_cast<VEX_RADIOBOXSTATE>(number);
         VARIANT_BOOL done = VARIANT_TRUE;

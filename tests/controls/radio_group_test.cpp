@@ -4,8 +4,8 @@
 namespace morvane {
 namespace {
 
-using testing::LongObject;
 using testing::Log;
+using testing::LongObject;
 
 class RadioGroupTest : public testing::ControlsFixture {
 protected:
@@ -72,7 +72,8 @@ protected:
 
 using Values = std::vector<int>;
 
-// Who belongs to which ----------------------------------------------------------------------------------------------------
+// Who belongs to which
+// ----------------------------------------------------------------------------------------------------
 
 TEST_F(RadioGroupTest, BoxesWithoutANumberGroupByTheirParent)
 {
@@ -154,7 +155,8 @@ TEST_F(RadioGroupTest, ANumberInAWindowMeansTheSameGroupWhileSomebodyHoldsIt)
     EXPECT_NE(groupOf(makeBox(L"third", 3)), nullptr);
 }
 
-// Selections --------------------------------------------------------------------------------------------------------------
+// Selections
+// --------------------------------------------------------------------------------------------------------------
 
 TEST_F(RadioGroupTest, ASelectionUnchecksTheFormerChecksTheNewThenTellsTheHostWindow)
 {
@@ -163,7 +165,8 @@ TEST_F(RadioGroupTest, ASelectionUnchecksTheFormerChecksTheNewThenTellsTheHostWi
     EXPECT_EQ(first->SetValue(VEXRADIOBOX_CHECKED, VARIANT_FALSE), S_OK);
     EXPECT_EQ(log(), Log({"redraw", "message 3025 3 first"}));
     EXPECT_EQ(second->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE), S_OK);
-    EXPECT_EQ(log(), Log({"redraw", "redraw", "message 3025 3 second", "redraw"})) << "the last one because it was asked for";
+    EXPECT_EQ(log(), Log({"redraw", "redraw", "message 3025 3 second", "redraw"}))
+        << "the last one because it was asked for";
     EXPECT_EQ(values(), Values({0, 1}));
     EXPECT_EQ(current(groupOf(first)).get(), second.control.get());
     EXPECT_EQ(second->SetValue(VEXRADIOBOX_CHECKED, VARIANT_FALSE), S_OK);
@@ -249,7 +252,8 @@ TEST_F(RadioGroupTest, ARenamedBoxStaysAMemberAndLeavesCleanly)
     EXPECT_EQ(current(group), nullptr);
 }
 
-// Moving between groups ---------------------------------------------------------------------------------------------------
+// Moving between groups
+// ---------------------------------------------------------------------------------------------------
 
 TEST_F(RadioGroupTest, SetGroupIdMovesABoxAndTheSameNumberChangesNothing)
 {
@@ -292,7 +296,8 @@ TEST_F(RadioGroupTest, ACheckedBoxThatMovesKeepsOneCheckedInItsNewGroup)
     EXPECT_EQ(values(), Values({0, 0, 1}));
 }
 
-// Coming and going in the middle --------------------------------------------------------------------------------------------
+// Coming and going in the middle
+// --------------------------------------------------------------------------------------------
 
 TEST_F(RadioGroupTest, ADestroyedBoxLeavesItsGroupWithoutACurrentOne)
 {
@@ -330,8 +335,8 @@ TEST_F(RadioGroupTest, TheHostWindowMayDestroyTheOtherBoxesWhenItHearsOfASelecti
     };
     click(second);
     EXPECT_EQ(values(), Values({1}));
-    EXPECT_EQ(log(), Log({"redraw", "redraw", "redraw", "message 3025 3 second", "no real control", "no real control", "redraw",
-                          "callback 1028 control 280032"}));
+    EXPECT_EQ(log(), Log({"redraw", "redraw", "redraw", "message 3025 3 second", "no real control", "no real control",
+                          "redraw", "callback 1028 control 280032"}));
 }
 
 TEST_F(RadioGroupTest, TheHostWindowMayDestroyTheSelectedBoxAndItsGroup)

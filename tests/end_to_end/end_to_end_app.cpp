@@ -3,8 +3,9 @@
 //
 //     end_to_end_app LOG [DESTROY_AT]
 //
-// With a number for DESTROY_AT the window is destroyed in the middle of that message: in the application's callback of the
-// button "closer", or while the host window is sent it by a control. The last line of the log counts what is left alive.
+// With a number for DESTROY_AT the window is destroyed in the middle of that message: in the application's callback of
+// the button "closer", or while the host window is sent it by a control. The last line of the log counts what is left
+// alive.
 #include "ambrel/ambrel.h"
 #include "gallery/component_library.h"
 #include "gallery/options.h"
@@ -38,10 +39,10 @@ ULONGLONG g_enteredAt = 0;
 const wchar_t* wordOf(long message)
 {
     static const std::map<long, const wchar_t*> words = {
-        {VEXSM_MOUSEENTER, L"enter"}, {VEXSM_MOUSEMOVE, L"move"},    {VEXSM_MOUSELEAVE, L"leave"},
-        {VEXSM_LBUTTONDOWN, L"down"}, {VEXSM_LBUTTONUP, L"up"},      {VEXSM_LBUTTONDBCLICK, L"double"},
-        {VEXSM_ONSETFOCUS, L"focus"}, {VEXSM_ONKILLFOCUS, L"blur"},  {VEXSM_RBUTTONUP, L"right"},
-        {kTipMessage, L"tip"},        {kGroupMessage, L"chosen"},    {VEXSM_DESTROYING, L"destroying"}};
+        {VEXSM_MOUSEENTER, L"enter"}, {VEXSM_MOUSEMOVE, L"move"},   {VEXSM_MOUSELEAVE, L"leave"},
+        {VEXSM_LBUTTONDOWN, L"down"}, {VEXSM_LBUTTONUP, L"up"},     {VEXSM_LBUTTONDBCLICK, L"double"},
+        {VEXSM_ONSETFOCUS, L"focus"}, {VEXSM_ONKILLFOCUS, L"blur"}, {VEXSM_RBUTTONUP, L"right"},
+        {kTipMessage, L"tip"},        {kGroupMessage, L"chosen"},   {VEXSM_DESTROYING, L"destroying"}};
     const auto word = words.find(message);
     return word == words.end() ? nullptr : word->second;
 }
@@ -64,7 +65,10 @@ std::wstring nameOf(IUnknown* object)
     return std::wstring(name.view());
 }
 
-std::wstring nameOf(std::int64_t object) { return nameOf(reinterpret_cast<IUnknown*>(object)); }
+std::wstring nameOf(std::int64_t object)
+{
+    return nameOf(reinterpret_cast<IUnknown*>(object));
+}
 
 void STDMETHODCALLTYPE traced(void*, const AmbrelTraceEntry* entry)
 {
@@ -93,7 +97,8 @@ bool sayWindowMessage(UINT message, WPARAM wParam, LPARAM lParam)
     case VEXSM_RBUTTONUP:
         say(L"window %ls %ls", wordOf(static_cast<long>(message)), nameOf(static_cast<std::int64_t>(wParam)).c_str());
         return true;
-    default: return false;
+    default:
+        return false;
     }
 }
 
@@ -165,7 +170,8 @@ void build(Scene& scene)
     static constexpr std::array kRadioNames = {L"radio1", L"radio2", L"radio3"};
     std::array<ComPtr<IRadioBox>, 3> radios;
     for (std::size_t i = 0; i < radios.size(); ++i)
-        radios[i] = scene.radioBox(ground.get(), Rect::at({20, 100 + 30 * static_cast<int>(i)}, {120, 28}), kRadioNames[i], 7);
+        radios[i] =
+            scene.radioBox(ground.get(), Rect::at({20, 100 + 30 * static_cast<int>(i)}, {120, 28}), kRadioNames[i], 7);
     for (std::size_t i = 0; i < radios.size(); ++i)
         listen(scene, *radios[i], kRadioNames[i], [radios] {
             std::array<VEXRADIOBOX_VALUE, 3> values{};
@@ -203,8 +209,8 @@ void run(HINSTANCE controls)
 
     Scene scene(resources, root, {controls, L"", false}, 100);
     build(scene);
-    g_windowProcedure = reinterpret_cast<WNDPROC>(
-        SetWindowLongPtrW(g_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&hostWindow)));
+    g_windowProcedure =
+        reinterpret_cast<WNDPROC>(SetWindowLongPtrW(g_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&hostWindow)));
     const HHOOK hook = SetWindowsHookExW(WH_CALLWNDPROC, &watchWindows, nullptr, GetCurrentThreadId());
     AmbrelSetTraceSink(&traced, nullptr);
     ShowWindow(g_window, SW_SHOW);
@@ -231,8 +237,8 @@ int runApp(int count, wchar_t** arguments)
         return 2;
     int result = 0;
     try {
-        const ComponentLibrary library({__uuidof(CmdButton), __uuidof(VexCheckBox), __uuidof(RadioBox), __uuidof(VexRadioGroup),
-                                        __uuidof(UIFormObj)});
+        const ComponentLibrary library({__uuidof(CmdButton), __uuidof(VexCheckBox), __uuidof(RadioBox),
+                                        __uuidof(VexRadioGroup), __uuidof(UIFormObj)});
         run(library.module());
     } catch (const std::exception& problem) {
         say(L"failed: %hs", problem.what());

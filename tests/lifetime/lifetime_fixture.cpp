@@ -48,7 +48,8 @@ void LifetimeTest::openWindow()
     window = reinterpret_cast<HWND>(handle);
     ASSERT_TRUE(IsWindow(window));
     const auto& classes = library->classes();
-    const auto formClass = std::ranges::find_if(classes, [](const ControlClass& each) { return each.name == "UIFormObj"; });
+    const auto formClass =
+        std::ranges::find_if(classes, [](const ControlClass& each) { return each.name == "UIFormObj"; });
     ASSERT_NE(formClass, classes.end());
     form = create(*formClass);
     attach(*form, nullptr);
@@ -85,7 +86,8 @@ void LifetimeTest::forEachControl(const std::function<void(const ControlClass&)>
 ComPtr<IVexControlBase> LifetimeTest::create(const ControlClass& type)
 {
     ComPtr<IVexControlBase> control;
-    EXPECT_EQ(CoCreateInstance(type.id, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexControlBase>(), control.putVoid()), S_OK);
+    EXPECT_EQ(CoCreateInstance(type.id, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexControlBase>(), control.putVoid()),
+              S_OK);
     return control;
 }
 
@@ -93,8 +95,8 @@ void LifetimeTest::attach(IVexControlBase& control, IVexControlBase* parent)
 {
     ISkinObjResBase* const above = parent ? static_cast<ISkinObjResBase*>(parent) : root.get();
     hyper created = 0;
-    EXPECT_EQ(control.CreateObj(reinterpret_cast<hyper>(resources.get()), reinterpret_cast<hyper>(above), VEXOBJTYPE_PLUGIN,
-                                VARIANT_FALSE, &created),
+    EXPECT_EQ(control.CreateObj(reinterpret_cast<hyper>(resources.get()), reinterpret_cast<hyper>(above),
+                                VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created),
               S_OK);
     SkinRect place = kSubjectPlace;
     long changed = 0;
@@ -121,7 +123,8 @@ void LifetimeTest::end(End what)
         if (what == End::LastReference)
             subject.reset();
         break;
-    case End::Window: DestroyWindow(window);
+    case End::Window:
+        DestroyWindow(window);
     }
 }
 
@@ -149,7 +152,8 @@ void LifetimeTest::useSubject()
     VARIANT_BOOL done = VARIANT_FALSE;
     control->FinalCreate(VARIANT_TRUE);
     control->SetFocus(&done);
-    for (const UINT message : {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP})
+    for (const UINT message :
+         {WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_LBUTTONUP, WM_RBUTTONDOWN, WM_RBUTTONUP})
         send(message, message == WM_LBUTTONDOWN || message == WM_LBUTTONDBLCLK ? MK_LBUTTON : 0, kInside);
     for (const WPARAM key : {VK_SPACE, VK_RETURN, VK_TAB}) {
         send(WM_KEYDOWN, key, 1);

@@ -39,7 +39,10 @@ protected:
     void endAt(long id, End what);
     bool hasEnded() const { return !m_isArmed; }
 
-    LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0) { return SendMessageW(window, message, wParam, lParam); }
+    LRESULT send(UINT message, WPARAM wParam = 0, LPARAM lParam = 0)
+    {
+        return SendMessageW(window, message, wParam, lParam);
+    }
     /// Everything a user and an application do to a control on an ordinary day.
     void useSubject();
 

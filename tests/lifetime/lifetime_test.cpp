@@ -28,7 +28,6 @@ public:
     ComPtr<IUnknown> part;
 };
 
-
 /// What a callback's context points at while a test listens.
 std::function<void()>* theAction = nullptr;
 
@@ -94,7 +93,8 @@ TEST_F(LifetimeTest, EverythingMayEndInsideAnyNotification)
         useSubject();
         closeWindow();
         EXPECT_GE(s_seen.size(), 12u) << "the day is too quiet";
-        EXPECT_THAT(s_seen, ::testing::IsSupersetOf<long>({VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_FINALCREATE, VEXSM_DESTROYING}));
+        EXPECT_THAT(s_seen, ::testing::IsSupersetOf<long>(
+                                {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_FINALCREATE, VEXSM_DESTROYING}));
         const std::set<long> notifications = s_seen;
         for (const long id : notifications) {
             for (const End what : kEnds) {
@@ -115,7 +115,8 @@ TEST_F(LifetimeTest, EverythingMayEndInsideACallback)
 {
     int calls = 0;
     forEachControl([&](const ControlClass& type) {
-        for (const long message : {VEXSM_MOUSEENTER, VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_LBUTTONDBCLICK, VEXSM_MOUSELEAVE}) {
+        for (const long message :
+             {VEXSM_MOUSEENTER, VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_LBUTTONDBCLICK, VEXSM_MOUSELEAVE}) {
             for (const End what : kEnds) {
                 SCOPED_TRACE("message " + std::to_string(message) + ", end " + std::to_string(static_cast<int>(what)));
                 addSubject(type);
@@ -139,11 +140,12 @@ TEST_F(LifetimeTest, EverythingMayEndInsideACallback)
 
 TEST_F(LifetimeTest, NotificationsInAnyOrderAreSafeBeforeAndAfterAttaching)
 {
-    constexpr VexMsgID kPlain[] = {VEXSM_DESTROYING,  VEXSM_LBUTTONUP,     VEXSM_FINALCREATE,  VEXSM_TIMER,      VEXSM_MOUSELEAVE,
-                                   VEXSM_ONKILLFOCUS, VEXSM_ACCESSCONFIGED, VEXSM_INITOBJECT,  VEXSM_MOUSEENTER, VEXSM_LBUTTONDOWN,
-                                   VEXSM_SIZE,        VEXSM_CHANGESKIN,    VEXSM_DRAWPREVIEW,  VEXSM_DESTROYBMPPERPIXEL,
-                                   VEXSM_ENABLEOBJECT, VEXSM_GETAUTHORINFO, VEXSM_GETTABINFO,  VEXSM_IMPORTCONFIG,
-                                   VEXSM_GETCONTROLICON, VEXSM_PROPCHANGEDNOTIFY};
+    constexpr VexMsgID kPlain[] = {
+        VEXSM_DESTROYING,  VEXSM_LBUTTONUP,          VEXSM_FINALCREATE,    VEXSM_TIMER,
+        VEXSM_MOUSELEAVE,  VEXSM_ONKILLFOCUS,        VEXSM_ACCESSCONFIGED, VEXSM_INITOBJECT,
+        VEXSM_MOUSEENTER,  VEXSM_LBUTTONDOWN,        VEXSM_SIZE,           VEXSM_CHANGESKIN,
+        VEXSM_DRAWPREVIEW, VEXSM_DESTROYBMPPERPIXEL, VEXSM_ENABLEOBJECT,   VEXSM_GETAUTHORINFO,
+        VEXSM_GETTABINFO,  VEXSM_IMPORTCONFIG,       VEXSM_GETCONTROLICON, VEXSM_PROPCHANGEDNOTIFY};
     const auto tellAll = [&](IVexControlBase& control) {
         for (const VexMsgID id : kPlain) {
             VexNotify notify{};

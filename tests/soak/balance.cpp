@@ -86,7 +86,8 @@ BOOL CALLBACK countProperty(HWND, LPWSTR, HANDLE, ULONG_PTR result)
 void say(std::string& text, const char* what, long before, long now)
 {
     if (now > before)
-        text += std::string(text.empty() ? "" : ", ") + what + " " + std::to_string(before) + " -> " + std::to_string(now);
+        text +=
+            std::string(text.empty() ? "" : ", ") + what + " " + std::to_string(before) + " -> " + std::to_string(now);
 }
 
 } // namespace
@@ -106,7 +107,8 @@ std::string Balance::excessOver(const Balance& before) const
 {
     std::string text;
     say(text, "objects of the runtime", before.runtimeObjects, runtimeObjects);
-    // Some are made once, at first use, and kept; over 30 rounds they came to 16 and stayed there. A leak soon passes this.
+    // Some are made once, at first use, and kept; over 30 rounds they came to 16 and stayed there. A leak soon passes
+    // this.
     constexpr long kMadeOnce = 32;
     say(text, "GDI handles", before.gdiHandles + kMadeOnce, gdiHandles);
     say(text, "fonts", before.gdiFonts, gdiFonts);

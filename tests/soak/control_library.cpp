@@ -39,16 +39,25 @@ Parameter userDefined(ITypeInfo& owner, HREFTYPE reference);
 Parameter given(ITypeInfo& owner, const TYPEDESC& type)
 {
     switch (type.vt) {
-    case VT_R4: return {Kind::Real32, {}};
-    case VT_R8: return {Kind::Real64, {}};
+    case VT_R4:
+        return {Kind::Real32, {}};
+    case VT_R8:
+        return {Kind::Real64, {}};
     case VT_I8:
-    case VT_UI8: return {Kind::Wide, {}};
-    case VT_BSTR: return {Kind::Text, {}};
-    case VT_VARIANT: return {Kind::Variant, {}};
-    case VT_DISPATCH: return {Kind::Object, {}, IID_IDispatch, 0};
-    case VT_UNKNOWN: return {Kind::Object, {}, IID_IUnknown};
-    case VT_USERDEFINED: return userDefined(owner, type.hreftype);
-    default: return {Kind::Number, {}};
+    case VT_UI8:
+        return {Kind::Wide, {}};
+    case VT_BSTR:
+        return {Kind::Text, {}};
+    case VT_VARIANT:
+        return {Kind::Variant, {}};
+    case VT_DISPATCH:
+        return {Kind::Object, {}, IID_IDispatch, 0};
+    case VT_UNKNOWN:
+        return {Kind::Object, {}, IID_IUnknown};
+    case VT_USERDEFINED:
+        return userDefined(owner, type.hreftype);
+    default:
+        return {Kind::Number, {}};
     }
 }
 
@@ -94,7 +103,8 @@ Method methodOf(ITypeInfo& info, const FUNCDESC& function, const std::string& in
     BSTR names[32]{};
     UINT count = 0;
     info.GetNames(function.memid, names, 32, &count);
-    Method method{interfaceName + "::" + narrow(count ? names[0] : nullptr), iid, static_cast<std::size_t>(function.oVft), {}};
+    Method method{
+        interfaceName + "::" + narrow(count ? names[0] : nullptr), iid, static_cast<std::size_t>(function.oVft), {}};
     if (function.invkind != INVOKE_FUNC)
         method.name += function.invkind == INVOKE_PROPERTYGET ? " (get)" : " (put)";
     for (SHORT i = 0; i < function.cParams; ++i) {
@@ -133,7 +143,8 @@ ComPtr<ITypeInfo> defaultInterface(ITypeInfo& coclass)
 {
     HREFTYPE reference = 0;
     ComPtr<ITypeInfo> dispatch;
-    if (FAILED(coclass.GetRefTypeOfImplType(0, &reference)) || FAILED(coclass.GetRefTypeInfo(reference, dispatch.put())))
+    if (FAILED(coclass.GetRefTypeOfImplType(0, &reference)) ||
+        FAILED(coclass.GetRefTypeInfo(reference, dispatch.put())))
         return nullptr;
     ComPtr<ITypeInfo> table;
     if (SUCCEEDED(dispatch->GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)) &&
@@ -169,7 +180,8 @@ ControlLibrary::ControlLibrary() : m_module(LoadLibraryW(L"Morvane.dll"))
     for (UINT i = 0; i < library->GetTypeInfoCount(); ++i) {
         TYPEKIND kind{};
         ComPtr<ITypeInfo> info;
-        if (FAILED(library->GetTypeInfoType(i, &kind)) || kind != TKIND_COCLASS || FAILED(library->GetTypeInfo(i, info.put())))
+        if (FAILED(library->GetTypeInfoType(i, &kind)) || kind != TKIND_COCLASS ||
+            FAILED(library->GetTypeInfo(i, info.put())))
             continue;
         ControlClass each;
         each.name = nameOf(*info, MEMBERID_NIL);
@@ -203,7 +215,8 @@ bool ControlLibrary::offer(ControlClass& each)
 
 bool ControlLibrary::canUnload() const
 {
-    const auto canUnloadNow = reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(m_module, "DllCanUnloadNow")));
+    const auto canUnloadNow =
+        reinterpret_cast<HRESULT(WINAPI*)()>(reinterpret_cast<void*>(GetProcAddress(m_module, "DllCanUnloadNow")));
     return canUnloadNow() == S_OK;
 }
 
@@ -214,6 +227,9 @@ void ControlLibrary::withdrawClasses()
     m_registrations.clear();
 }
 
-ControlLibrary::~ControlLibrary() { withdrawClasses(); }
+ControlLibrary::~ControlLibrary()
+{
+    withdrawClasses();
+}
 
 } // namespace morvane::soak

@@ -12,22 +12,22 @@ namespace morvane::soak {
 /// A parameter as a call needs it.
 struct Parameter {
     enum class Kind {
-        Number,    // whole numbers, Booleans and enumerations of up to 32 bits
-        Wide,      // 64 bits: a number, a handle or an address
+        Number, // whole numbers, Booleans and enumerations of up to 32 bits
+        Wide,   // 64 bits: a number, a handle or an address
         Real32,
         Real64,
         Text,
         Variant,
-        Object,    // an interface, given
-        Record,    // by value
+        Object, // an interface, given
+        Record, // by value
         OutText,
         OutObject,
         OutVariant,
-        OutOther,  // a number, a record: a place to write to
+        OutOther, // a number, a record: a place to write to
     };
     Kind kind;
     std::string name;
-    IID iid{};       // of an Object
+    IID iid{};            // of an Object
     std::size_t size = 0; // of a Record, and of one behind an OutOther
 };
 

@@ -1,5 +1,5 @@
-// The soak: a window full of controls of every class that Morvane.dll has, and seeded random input, notifications, calls
-// and ends. After each round everything must be as before. See --help.
+// The soak: a window full of controls of every class that Morvane.dll has, and seeded random input, notifications,
+// calls and ends. After each round everything must be as before. See --help.
 #include "tests/soak/balance.h"
 #include "tests/soak/control_library.h"
 #include "tests/soak/random_call.h"
@@ -17,9 +17,10 @@ namespace morvane::soak {
 
 namespace {
 
-constexpr const char* kUsage = "soak.exe [--seed N] [--steps N | --seconds N] [--verbose] [--list]\n"
-                               "Without a seed the clock gives one. A fault prints the seed and the number of steps that repeat it.\n"
-                               "--list shows the methods that are called, and why some are not.\n";
+constexpr const char* kUsage =
+    "soak.exe [--seed N] [--steps N | --seconds N] [--verbose] [--list]\n"
+    "Without a seed the clock gives one. A fault prints the seed and the number of steps that repeat it.\n"
+    "--list shows the methods that are called, and why some are not.\n";
 constexpr std::uint64_t kStepsOfRound = 1000;
 constexpr std::uint64_t kWarmUpRounds = 3;
 
@@ -57,7 +58,10 @@ Options parse(int count, char** arguments)
 /// A window of the application's own, which the controls' windows belong to.
 class OwnerWindow {
 public:
-    OwnerWindow() : m_window(CreateWindowW(L"STATIC", L"Owner", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr)) {}
+    OwnerWindow()
+        : m_window(CreateWindowW(L"STATIC", L"Owner", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr, nullptr, nullptr))
+    {
+    }
     OwnerWindow(const OwnerWindow&) = delete;
     OwnerWindow& operator=(const OwnerWindow&) = delete;
     ~OwnerWindow() { DestroyWindow(m_window); }
@@ -135,9 +139,9 @@ int soak(const Options& options, ControlLibrary& library)
         std::printf("Morvane.dll still counts objects\n");
         ++faults;
     }
-    std::printf("%llu steps from seed %llu over %zu classes in %.1f s, %d faults\n", static_cast<unsigned long long>(done),
-                static_cast<unsigned long long>(options.seed), library.classes().size(),
-                static_cast<double>(GetTickCount64() - began) / 1000, faults);
+    std::printf("%llu steps from seed %llu over %zu classes in %.1f s, %d faults\n",
+                static_cast<unsigned long long>(done), static_cast<unsigned long long>(options.seed),
+                library.classes().size(), static_cast<double>(GetTickCount64() - began) / 1000, faults);
     return faults ? 1 : 0;
 }
 
@@ -187,4 +191,7 @@ int soakMain(int count, char** arguments)
 
 } // namespace morvane::soak
 
-int main(int count, char** arguments) { return morvane::soak::soakMain(count, arguments); }
+int main(int count, char** arguments)
+{
+    return morvane::soak::soakMain(count, arguments);
+}

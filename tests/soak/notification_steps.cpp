@@ -7,7 +7,20 @@ namespace morvane::soak {
 namespace {
 
 /// What a notification's parameters mean.
-enum class Form { Nothing, Point, Number, Flags, TwoFlagPlaces, TextPlaces, CursorPlace, IconPlace, Import, Property, CallText, Preview };
+enum class Form {
+    Nothing,
+    Point,
+    Number,
+    Flags,
+    TwoFlagPlaces,
+    TextPlaces,
+    CursorPlace,
+    IconPlace,
+    Import,
+    Property,
+    CallText,
+    Preview
+};
 
 struct Notification {
     VexMsgID id;
@@ -15,23 +28,55 @@ struct Notification {
 };
 
 constexpr Notification kNotifications[] = {
-    {VEX_IGNORE_DEFALT_MSG, Form::Nothing}, {VEXSM_RESKIN, Form::Nothing}, {VEXSM_REFRESH, Form::Nothing},
-    {VEXSM_LBUTTONDOWN, Form::Point}, {VEXSM_LBUTTONUP, Form::Point}, {VEXSM_COMMAND, Form::Number},
-    {VEXSM_RBUTTONDOWN, Form::Point}, {VEXSM_RBUTTONUP, Form::Point}, {VEXSM_ONSETFOCUS, Form::Nothing},
-    {VEXSM_ONKILLFOCUS, Form::Nothing}, {VEXSM_INITOBJECT, Form::Nothing}, {VEXSM_INITDIALOG, Form::Nothing},
-    {VEXSM_DESTROYING, Form::Nothing}, {VEXSM_ENABLEOBJECT, Form::Flags}, {VEXSM_ACCESSCONFIGED, Form::Flags},
-    {VEXSM_GETDRAGCURSOR, Form::CursorPlace}, {VEXSM_GETCONTROLICON, Form::IconPlace}, {VEXSM_GETAUTHORINFO, Form::TextPlaces},
-    {VEXSM_GETCONTROLTYPENAME, Form::TextPlaces}, {VEXSM_GETCATEGORYNAME, Form::TextPlaces},
-    {VEXSM_DESTROYBMPPERPIXEL, Form::Nothing}, {VEXSM_MOUSEMOVE, Form::Point}, {VEXSM_LBUTTONDBCLICK, Form::Point},
-    {VEXSM_MOUSELEAVE, Form::Nothing}, {VEXSM_SIZE, Form::Nothing}, {VEXSM_TIMER, Form::Number},
-    {VEXSM_CALLPROP, Form::CallText}, {VEXSM_DESIGNSTATUSCHANGED, Form::Flags}, {VEXSM_DRAWPREVIEW, Form::Preview},
-    {VEXSM_FINALCREATE, Form::Flags}, {VEXSM_IMPORTCONFIG, Form::Import}, {VEXSM_ISDRAGABLED, Form::TwoFlagPlaces},
-    {VEXSM_PROPCHANGEDNOTIFY, Form::Property}, {VEXSM_GETTABINFO, Form::TwoFlagPlaces}, {VEXSM_SETFOCUS, Form::Nothing},
-    {VEXSM_MOUSEENTER, Form::Point}, {VEXSM_AUTORESIZE, Form::Nothing}, {VEXSM_DISPOSEMOUSEMOVE, Form::Nothing},
-    {VEXSM_CHANGESKIN, Form::Nothing}, {VEXSM_STARTDRAG, Form::Nothing}, {VEXSM_ENDDRAG, Form::Nothing},
-    {VEXSM_CHANGESKINSTART, Form::Nothing}, {VEXSM_CHANGELANGUAGE, Form::Number}, {VEXSM_AUTOLOADINIT, Form::Nothing},
-    {VEXSM_SETRENDERDEVICED, Form::Nothing}, {VEXSM_SHOWWINDOW, Form::Flags}, {VEXSM_ENDRESIZE, Form::Nothing},
-    {static_cast<VexMsgID>(1), Form::Number}, {static_cast<VexMsgID>(4000), Form::Number},
+    {VEX_IGNORE_DEFALT_MSG, Form::Nothing},
+    {VEXSM_RESKIN, Form::Nothing},
+    {VEXSM_REFRESH, Form::Nothing},
+    {VEXSM_LBUTTONDOWN, Form::Point},
+    {VEXSM_LBUTTONUP, Form::Point},
+    {VEXSM_COMMAND, Form::Number},
+    {VEXSM_RBUTTONDOWN, Form::Point},
+    {VEXSM_RBUTTONUP, Form::Point},
+    {VEXSM_ONSETFOCUS, Form::Nothing},
+    {VEXSM_ONKILLFOCUS, Form::Nothing},
+    {VEXSM_INITOBJECT, Form::Nothing},
+    {VEXSM_INITDIALOG, Form::Nothing},
+    {VEXSM_DESTROYING, Form::Nothing},
+    {VEXSM_ENABLEOBJECT, Form::Flags},
+    {VEXSM_ACCESSCONFIGED, Form::Flags},
+    {VEXSM_GETDRAGCURSOR, Form::CursorPlace},
+    {VEXSM_GETCONTROLICON, Form::IconPlace},
+    {VEXSM_GETAUTHORINFO, Form::TextPlaces},
+    {VEXSM_GETCONTROLTYPENAME, Form::TextPlaces},
+    {VEXSM_GETCATEGORYNAME, Form::TextPlaces},
+    {VEXSM_DESTROYBMPPERPIXEL, Form::Nothing},
+    {VEXSM_MOUSEMOVE, Form::Point},
+    {VEXSM_LBUTTONDBCLICK, Form::Point},
+    {VEXSM_MOUSELEAVE, Form::Nothing},
+    {VEXSM_SIZE, Form::Nothing},
+    {VEXSM_TIMER, Form::Number},
+    {VEXSM_CALLPROP, Form::CallText},
+    {VEXSM_DESIGNSTATUSCHANGED, Form::Flags},
+    {VEXSM_DRAWPREVIEW, Form::Preview},
+    {VEXSM_FINALCREATE, Form::Flags},
+    {VEXSM_IMPORTCONFIG, Form::Import},
+    {VEXSM_ISDRAGABLED, Form::TwoFlagPlaces},
+    {VEXSM_PROPCHANGEDNOTIFY, Form::Property},
+    {VEXSM_GETTABINFO, Form::TwoFlagPlaces},
+    {VEXSM_SETFOCUS, Form::Nothing},
+    {VEXSM_MOUSEENTER, Form::Point},
+    {VEXSM_AUTORESIZE, Form::Nothing},
+    {VEXSM_DISPOSEMOUSEMOVE, Form::Nothing},
+    {VEXSM_CHANGESKIN, Form::Nothing},
+    {VEXSM_STARTDRAG, Form::Nothing},
+    {VEXSM_ENDDRAG, Form::Nothing},
+    {VEXSM_CHANGESKINSTART, Form::Nothing},
+    {VEXSM_CHANGELANGUAGE, Form::Number},
+    {VEXSM_AUTOLOADINIT, Form::Nothing},
+    {VEXSM_SETRENDERDEVICED, Form::Nothing},
+    {VEXSM_SHOWWINDOW, Form::Flags},
+    {VEXSM_ENDRESIZE, Form::Nothing},
+    {static_cast<VexMsgID>(1), Form::Number},
+    {static_cast<VexMsgID>(4000), Form::Number},
 };
 
 /// Places that out-parameters of notifications point at, and what must be given back.
@@ -68,12 +113,15 @@ void fill(World& world, IVexControlBase& control, Form form, VexNotify& notify, 
     Random& random = world.random();
     const bool hasPlace = !random.oneIn(6); // a host may leave any of them out
     switch (form) {
-    case Form::Nothing: break;
+    case Form::Nothing:
+        break;
     case Form::Point:
         notify.lParam2 = random.between(-50, 700);
         notify.lParam3 = random.between(-50, 500);
         break;
-    case Form::Number: notify.lParam1 = random.oddNumber(); break;
+    case Form::Number:
+        notify.lParam1 = random.oddNumber();
+        break;
     case Form::Flags:
         notify.lParam1 = random.oneIn(2) ? VARIANT_TRUE : 0;
         notify.lParam2 = random.oneIn(2) ? VARIANT_TRUE : 0;
@@ -82,8 +130,12 @@ void fill(World& world, IVexControlBase& control, Form form, VexNotify& notify, 
         notify.lParam1 = hasPlace ? number(&places.flags[0]) : 0;
         notify.lParam2 = random.oneIn(6) ? 0 : number(&places.flags[1]);
         break;
-    case Form::TextPlaces: notify.lParam1 = hasPlace ? number(places.texts) : 0; break;
-    case Form::CursorPlace: notify.lParam1 = hasPlace ? number(&places.cursor) : 0; break;
+    case Form::TextPlaces:
+        notify.lParam1 = hasPlace ? number(places.texts) : 0;
+        break;
+    case Form::CursorPlace:
+        notify.lParam1 = hasPlace ? number(&places.cursor) : 0;
+        break;
     case Form::IconPlace:
         notify.lParam1 = random.between(-1, 64);
         notify.lParam2 = random.between(-1, 64);
@@ -112,8 +164,9 @@ void fill(World& world, IVexControlBase& control, Form form, VexNotify& notify, 
 
 void windowMessage(Random& random, VexNotify& notify)
 {
-    static constexpr long kMessages[] = {WM_RBUTTONUP, WM_RBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDOWN, WM_MOUSEMOVE, WM_MOUSEWHEEL,
-                                         WM_KEYDOWN, WM_KEYUP, WM_CHAR, WM_TIMER, WM_KILLFOCUS, WM_SETFOCUS, WM_CAPTURECHANGED};
+    static constexpr long kMessages[] = {WM_RBUTTONUP,  WM_RBUTTONDOWN, WM_LBUTTONUP,     WM_LBUTTONDOWN, WM_MOUSEMOVE,
+                                         WM_MOUSEWHEEL, WM_KEYDOWN,     WM_KEYUP,         WM_CHAR,        WM_TIMER,
+                                         WM_KILLFOCUS,  WM_SETFOCUS,    WM_CAPTURECHANGED};
     notify.eWinMsgId = random.pick(kMessages);
     notify.lParam1 = random.between(0, 255);
     notify.lParam2 = MAKELPARAM(random.between(-20, 700), random.between(-20, 500));
@@ -135,7 +188,8 @@ void notifyAnything(World& world, IVexControlBase& control)
     }
     notify.bChildren = random.oneIn(4) ? VARIANT_TRUE : VARIANT_FALSE;
     logDetail("notify " + std::to_string(notify.eVexMsgId) + "/" + std::to_string(notify.eWinMsgId) + " " +
-              std::to_string(notify.lParam1) + " " + std::to_string(notify.lParam2) + " " + std::to_string(notify.lParam3));
+              std::to_string(notify.lParam1) + " " + std::to_string(notify.lParam2) + " " +
+              std::to_string(notify.lParam3));
     VARIANT_BOOL handled = VARIANT_FALSE;
     control.EventNotify(random.oneIn(50) ? nullptr : &notify, random.oneIn(50) ? nullptr : &handled);
 }

@@ -32,8 +32,10 @@ public:
     /// Numbers at which arithmetic breaks, and ordinary ones.
     std::int64_t oddNumber()
     {
-        static constexpr std::int64_t kOdd[] = {0, 1, -1, 2, 7, 16, 100, 255, 256, 32767, -32768, 65535, 65536,
-                                                INT32_MAX, INT32_MIN, INT32_MAX - 1, UINT32_MAX, INT64_MAX, INT64_MIN};
+        static constexpr std::int64_t kOdd[] = {
+            0,          1,         -1,       2,     7,     16,        100,       255,
+            256,        32767,     -32768,   65535, 65536, INT32_MAX, INT32_MIN, INT32_MAX - 1,
+            UINT32_MAX, INT64_MAX, INT64_MIN};
         return oneIn(3) ? between(-20, 400) : pick(kOdd);
     }
 

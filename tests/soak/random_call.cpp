@@ -95,8 +95,9 @@ public:
             addresses.push_back(&value);
         VARIANT result;
         VariantInit(&result);
-        const HRESULT status = DispCallFunc(&object, m_method.offset, CC_STDCALL, VT_I4, static_cast<UINT>(m_values.size()),
-                                            m_types.data(), addresses.data(), &result);
+        const HRESULT status =
+            DispCallFunc(&object, m_method.offset, CC_STDCALL, VT_I4, static_cast<UINT>(m_values.size()),
+                         m_types.data(), addresses.data(), &result);
         return FAILED(status) ? status : result.lVal;
     }
     std::string text() const { return m_text; }
@@ -111,12 +112,16 @@ private:
 
     Place& newPlace(Kind kind)
     {
-        m_places.push_back(std::make_unique<Place>(Place{kind, m_method.name == "IVexControlBase::GetControlIcon", {}}));
+        m_places.push_back(
+            std::make_unique<Place>(Place{kind, m_method.name == "IVexControlBase::GetControlIcon", {}}));
         return *m_places.back();
     }
 
     template <class Value>
-    static Value& in(Place& place) { return *reinterpret_cast<Value*>(place.bytes.data()); }
+    static Value& in(Place& place)
+    {
+        return *reinterpret_cast<Value*>(place.bytes.data());
+    }
 
     void clear(Place& place)
     {
@@ -153,25 +158,38 @@ private:
     void fillNumbers(Place& place, std::size_t size)
     {
         for (std::size_t at = 0; at + 4 <= size; at += 4) {
-            const auto number = static_cast<std::int32_t>(m_random.oneIn(4) ? m_random.oddNumber() : m_random.between(-50, 700));
+            const auto number =
+                static_cast<std::int32_t>(m_random.oneIn(4) ? m_random.oddNumber() : m_random.between(-50, 700));
             std::memcpy(place.bytes.data() + at, &number, 4);
         }
     }
     /// Records of these sizes are rectangles, sizes and positions; longer ones hold strings and objects and stay empty.
-    static bool isNumbersOnly(std::size_t size) { return size == 8 || size == sizeof(SkinRect) || size == sizeof(VexPosition); }
+    static bool isNumbersOnly(std::size_t size)
+    {
+        return size == 8 || size == sizeof(SkinRect) || size == sizeof(VexPosition);
+    }
 
     void fill(const Parameter& parameter, VARIANT& value)
     {
         switch (parameter.kind) {
-        case Kind::Number: return put(value, static_cast<std::int32_t>(m_random.oddNumber()));
-        case Kind::Wide: return fillWide(parameter, value);
-        case Kind::Real32: return fillReal(value, VT_R4);
-        case Kind::Real64: return fillReal(value, VT_R8);
-        case Kind::Text: return fillText(value);
-        case Kind::Variant: return fillVariant(value);
-        case Kind::Object: return fillObject(parameter, value);
-        case Kind::Record: return fillRecord(parameter, value);
-        default: return fillPlace(parameter, value);
+        case Kind::Number:
+            return put(value, static_cast<std::int32_t>(m_random.oddNumber()));
+        case Kind::Wide:
+            return fillWide(parameter, value);
+        case Kind::Real32:
+            return fillReal(value, VT_R4);
+        case Kind::Real64:
+            return fillReal(value, VT_R8);
+        case Kind::Text:
+            return fillText(value);
+        case Kind::Variant:
+            return fillVariant(value);
+        case Kind::Object:
+            return fillObject(parameter, value);
+        case Kind::Record:
+            return fillRecord(parameter, value);
+        default:
+            return fillPlace(parameter, value);
         }
     }
 
@@ -180,14 +198,22 @@ private:
         static constexpr IID kNoInterface{0x11111111, 1, 1, {1, 2, 3, 4, 5, 6, 7, 8}};
         static const IID* const kInterfaces[] = {nullptr, &IID_IDispatch, &iidOf<IVexControlBase>(), &kNoInterface};
         switch (meaningOf(parameter.name)) {
-        case Meaning::Any: return put(value, m_random.oddNumber());
-        case Meaning::Window: return put(value, m_world.someWindow());
-        case Meaning::DeviceContext: return put(value, m_world.someDeviceContext());
-        case Meaning::Callback: return put(value, m_random.oneIn(3) ? 0 : World::callbackAddress());
-        case Meaning::Interface: return put(value, m_random.pick(kInterfaces), "interface");
-        case Meaning::Resources: return put(value, m_random.oneIn(3) ? nullptr : m_world.res(), "resources");
-        case Meaning::Address: return put(value, 0);
-        case Meaning::Object: break;
+        case Meaning::Any:
+            return put(value, m_random.oddNumber());
+        case Meaning::Window:
+            return put(value, m_world.someWindow());
+        case Meaning::DeviceContext:
+            return put(value, m_world.someDeviceContext());
+        case Meaning::Callback:
+            return put(value, m_random.oneIn(3) ? 0 : World::callbackAddress());
+        case Meaning::Interface:
+            return put(value, m_random.pick(kInterfaces), "interface");
+        case Meaning::Resources:
+            return put(value, m_random.oneIn(3) ? nullptr : m_world.res(), "resources");
+        case Meaning::Address:
+            return put(value, 0);
+        case Meaning::Object:
+            break;
         }
         auto object = m_random.oneIn(3) ? nullptr : m_world.anyControl();
         put(value, static_cast<ISkinObjResBase*>(object.get()), "object");
@@ -196,7 +222,13 @@ private:
 
     void fillReal(VARIANT& value, VARTYPE type)
     {
-        static constexpr double kOdd[] = {0, -1, 0.5, 1e30, -1e30, 360, std::numeric_limits<double>::quiet_NaN(),
+        static constexpr double kOdd[] = {0,
+                                          -1,
+                                          0.5,
+                                          1e30,
+                                          -1e30,
+                                          360,
+                                          std::numeric_limits<double>::quiet_NaN(),
                                           std::numeric_limits<double>::infinity()};
         const double real = m_random.pick(kOdd);
         value.vt = type;
@@ -209,8 +241,16 @@ private:
 
     Bstr someText()
     {
-        static const std::wstring kTexts[] = {L"", L"Name", L"&Text", L"a\nb\tc", L"\xD83D\xDE00 \xD800", L"Object1",
-                                              std::wstring(3, L'\0'), L"C:\\no\\such\\file", L"%s%n", L"-1"};
+        static const std::wstring kTexts[] = {L"",
+                                              L"Name",
+                                              L"&Text",
+                                              L"a\nb\tc",
+                                              L"\xD83D\xDE00 \xD800",
+                                              L"Object1",
+                                              std::wstring(3, L'\0'),
+                                              L"C:\\no\\such\\file",
+                                              L"%s%n",
+                                              L"-1"};
         return m_random.oneIn(40) ? Bstr(std::wstring(70'000, L'W')) : Bstr(m_random.pick(kTexts));
     }
 
@@ -229,10 +269,16 @@ private:
         VARIANT& inner = in<VARIANT>(place);
         VariantInit(&inner);
         switch (m_random.below(4)) {
-        case 0: break;
-        case 1: inner.vt = VT_BOOL, inner.boolVal = VARIANT_TRUE; break;
-        case 2: inner.vt = VT_BSTR, inner.bstrVal = someText().detach(); break;
-        default: inner.vt = VT_I4, inner.lVal = static_cast<LONG>(m_random.oddNumber());
+        case 0:
+            break;
+        case 1:
+            inner.vt = VT_BOOL, inner.boolVal = VARIANT_TRUE;
+            break;
+        case 2:
+            inner.vt = VT_BSTR, inner.bstrVal = someText().detach();
+            break;
+        default:
+            inner.vt = VT_I4, inner.lVal = static_cast<LONG>(m_random.oddNumber());
         }
         put(value, &inner, "variant"); // more than eight bytes: by address
     }
@@ -291,8 +337,8 @@ void callAnything(World& world, const Member& member)
     // Half of the calls are for the class's own methods, which come last.
     const auto& methods = member.type->methods;
     const std::size_t own = std::min<std::size_t>(methods.size(), 30);
-    const std::size_t index = world.random().oneIn(2) ? world.random().below(methods.size())
-                                                      : methods.size() - 1 - world.random().below(own);
+    const std::size_t index =
+        world.random().oneIn(2) ? world.random().below(methods.size()) : methods.size() - 1 - world.random().below(own);
     const Method& method = methods[index];
     if (reasonToSkip(method))
         return;

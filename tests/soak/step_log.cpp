@@ -39,8 +39,9 @@ void printPlace(const void* address)
                            static_cast<const wchar_t*>(address), &module))
         GetModuleFileNameW(module, path, MAX_PATH);
     const std::wstring name(path);
-    std::printf("  %ls+0x%llx\n", name.substr(name.rfind(L'\\') + 1).c_str(),
-                static_cast<unsigned long long>(static_cast<const char*>(address) - reinterpret_cast<const char*>(module)));
+    std::printf(
+        "  %ls+0x%llx\n", name.substr(name.rfind(L'\\') + 1).c_str(),
+        static_cast<unsigned long long>(static_cast<const char*>(address) - reinterpret_cast<const char*>(module)));
 }
 
 void printStack(const CONTEXT& context)
@@ -66,8 +67,9 @@ void printStack(const CONTEXT& context)
 LONG CALLBACK onException(EXCEPTION_POINTERS* exception)
 {
     const DWORD code = exception->ExceptionRecord->ExceptionCode;
-    if (code != EXCEPTION_ACCESS_VIOLATION && code != EXCEPTION_ILLEGAL_INSTRUCTION && code != EXCEPTION_INT_DIVIDE_BY_ZERO &&
-        code != EXCEPTION_STACK_OVERFLOW && code != 0xC0000374 /* a broken heap */)
+    if (code != EXCEPTION_ACCESS_VIOLATION && code != EXCEPTION_ILLEGAL_INSTRUCTION &&
+        code != EXCEPTION_INT_DIVIDE_BY_ZERO && code != EXCEPTION_STACK_OVERFLOW &&
+        code != 0xC0000374 /* a broken heap */)
         return EXCEPTION_CONTINUE_SEARCH;
     std::printf("crash 0x%08lx at\n", code);
     if (code != EXCEPTION_STACK_OVERFLOW)
@@ -117,7 +119,8 @@ void watchForCrashes()
     ULONG reserve = 64 * 1024; // for the report of an overflow
     SetThreadStackGuarantee(&reserve);
     HANDLE thread = nullptr;
-    DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, 0, FALSE, DUPLICATE_SAME_ACCESS);
+    DuplicateHandle(GetCurrentProcess(), GetCurrentThread(), GetCurrentProcess(), &thread, 0, FALSE,
+                    DUPLICATE_SAME_ACCESS);
     if (const HANDLE watcher = CreateThread(nullptr, 0, &watchProgress, thread, 0, nullptr))
         CloseHandle(watcher);
 }
@@ -150,7 +153,10 @@ void logDetail(const std::string& what)
         log.steps[(log.next - 1) % kKept] += "; " + what;
 }
 
-void logEverything() { theLog().isLoud = true; }
+void logEverything()
+{
+    theLog().isLoud = true;
+}
 
 void printLastSteps()
 {

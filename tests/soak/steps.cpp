@@ -11,12 +11,16 @@ namespace {
 
 using Step = void (*)(World&);
 
-LPARAM somePoint(Random& random) { return MAKELPARAM(random.between(-20, 620), random.between(-20, 460)); }
+LPARAM somePoint(Random& random)
+{
+    return MAKELPARAM(random.between(-20, 620), random.between(-20, 460));
+}
 
 void pointerStep(World& world)
 {
-    static constexpr UINT kMessages[] = {WM_MOUSEMOVE, WM_MOUSEMOVE, WM_LBUTTONDOWN, WM_LBUTTONUP, WM_LBUTTONDBLCLK, WM_RBUTTONDOWN,
-                                         WM_RBUTTONUP, WM_MBUTTONDOWN, WM_MBUTTONUP, WM_MOUSELEAVE, WM_CAPTURECHANGED, WM_CANCELMODE};
+    static constexpr UINT kMessages[] = {WM_MOUSEMOVE,     WM_MOUSEMOVE,   WM_LBUTTONDOWN,    WM_LBUTTONUP,
+                                         WM_LBUTTONDBLCLK, WM_RBUTTONDOWN, WM_RBUTTONUP,      WM_MBUTTONDOWN,
+                                         WM_MBUTTONUP,     WM_MOUSELEAVE,  WM_CAPTURECHANGED, WM_CANCELMODE};
     Random& random = world.random();
     const UINT message = random.pick(kMessages);
     const LPARAM point = somePoint(random);
@@ -44,8 +48,9 @@ void wheelStep(World& world)
 
 void keyStep(World& world)
 {
-    static constexpr WPARAM kKeys[] = {VK_TAB, VK_TAB, VK_SPACE, VK_RETURN, VK_ESCAPE, VK_LEFT, VK_RIGHT, VK_UP, VK_DOWN, VK_HOME,
-                                       VK_END, VK_PRIOR, VK_NEXT, VK_DELETE, VK_BACK, 'A', 'Z', VK_F5, VK_SHIFT, VK_CONTROL};
+    static constexpr WPARAM kKeys[] = {VK_TAB,  VK_TAB,  VK_SPACE, VK_RETURN, VK_ESCAPE, VK_LEFT,   VK_RIGHT,
+                                       VK_UP,   VK_DOWN, VK_HOME,  VK_END,    VK_PRIOR,  VK_NEXT,   VK_DELETE,
+                                       VK_BACK, 'A',     'Z',      VK_F5,     VK_SHIFT,  VK_CONTROL};
     Random& random = world.random();
     const WPARAM key = random.pick(kKeys);
     logDetail("key " + std::to_string(key));
@@ -80,13 +85,23 @@ void windowStep(World& world)
     static constexpr long kScales[] = {100, 150, 200, 0, -1, 1000}; // few, so that the fonts made for them stay few
     switch (random.below(6)) {
     case 0:
-        SetWindowPos(window, nullptr, 40, 40, random.between(0, 900), random.between(0, 700), SWP_NOZORDER | SWP_NOACTIVATE);
+        SetWindowPos(window, nullptr, 40, 40, random.between(0, 900), random.between(0, 700),
+                     SWP_NOZORDER | SWP_NOACTIVATE);
         break;
-    case 1: ShowWindow(window, random.oneIn(5) ? SW_HIDE : SW_SHOWNOACTIVATE); break;
-    case 2: EnableWindow(window, !random.oneIn(5)); break;
-    case 3: AmbrelSetScale(world.root(), random.pick(kScales)); break;
-    case 4: world.root()->SetArabicMode(random.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE); break;
-    default: world.root()->FreezeUpdate(random.oneIn(5) ? VARIANT_TRUE : VARIANT_FALSE);
+    case 1:
+        ShowWindow(window, random.oneIn(5) ? SW_HIDE : SW_SHOWNOACTIVATE);
+        break;
+    case 2:
+        EnableWindow(window, !random.oneIn(5));
+        break;
+    case 3:
+        AmbrelSetScale(world.root(), random.pick(kScales));
+        break;
+    case 4:
+        world.root()->SetArabicMode(random.oneIn(2) ? VARIANT_TRUE : VARIANT_FALSE);
+        break;
+    default:
+        world.root()->FreezeUpdate(random.oneIn(5) ? VARIANT_TRUE : VARIANT_FALSE);
     }
 }
 
@@ -114,21 +129,36 @@ void setValue(World& world, IVexPropBase& property, enumPropType type)
     Random& random = world.random();
     const auto number = static_cast<long>(random.oddNumber());
     switch (type) {
-    case _PROPTYPE_BOOL: static_cast<BoolProperty&>(property).SetValue(static_cast<VARIANT_BOOL>(number)); break;
+    case _PROPTYPE_BOOL:
+        static_cast<BoolProperty&>(property).SetValue(static_cast<VARIANT_BOOL>(number));
+        break;
     case _PROPTYPE_INT:
-    case _PROPTYPE_LONG: static_cast<LongProperty&>(property).SetValue(number); break;
-    case _PROPTYPE_COMBO: static_cast<ComboProperty&>(property).SetSelection(number); break;
-    case _PROPTYPE_FLOAT: static_cast<FloatProperty&>(property).SetValue(static_cast<float>(number)); break;
-    case _PROPTYPE_COLOR: static_cast<ColorProperty&>(property).SetValue(static_cast<OLE_COLOR>(number)); break;
+    case _PROPTYPE_LONG:
+        static_cast<LongProperty&>(property).SetValue(number);
+        break;
+    case _PROPTYPE_COMBO:
+        static_cast<ComboProperty&>(property).SetSelection(number);
+        break;
+    case _PROPTYPE_FLOAT:
+        static_cast<FloatProperty&>(property).SetValue(static_cast<float>(number));
+        break;
+    case _PROPTYPE_COLOR:
+        static_cast<ColorProperty&>(property).SetValue(static_cast<OLE_COLOR>(number));
+        break;
     case _PROPTYPE_STRING: {
         static const std::wstring kLong(20'000, L'x');
         static const wchar_t* const kTexts[] = {nullptr, L"", L"Text", L"&Mnemonic &", L"line\r\nline", kLong.c_str()};
         static_cast<StringProperty&>(property).SetValue(random.pick(kTexts));
         break;
     }
-    case _PROPTYPE_TEXTSTYLE: static_cast<TextStyleProperty&>(property).SetTextStyle(nullptr); break;
-    case _PROPTYPE_FILLCOLOR: static_cast<FillColorProperty&>(property).SetRotation(number); break;
-    default: property.DoCallbackFunc();
+    case _PROPTYPE_TEXTSTYLE:
+        static_cast<TextStyleProperty&>(property).SetTextStyle(nullptr);
+        break;
+    case _PROPTYPE_FILLCOLOR:
+        static_cast<FillColorProperty&>(property).SetRotation(number);
+        break;
+    default:
+        property.DoCallbackFunc();
     }
 }
 
@@ -152,7 +182,10 @@ void notifyStep(World& world)
         notifyAnything(world, *control);
 }
 
-void callStep(World& world) { callAnything(world, world.anyMember()); }
+void callStep(World& world)
+{
+    callAnything(world, world.anyMember());
+}
 
 void rootStep(World& world)
 {
@@ -176,12 +209,23 @@ void stateStep(World& world)
     const VARIANT_BOOL on = random.oneIn(3) ? VARIANT_FALSE : VARIANT_TRUE;
     VARIANT_BOOL done = VARIANT_FALSE;
     switch (random.below(6)) {
-    case 0: control->EnableObject(on, VARIANT_TRUE, &done); break;
-    case 1: control->SetVisible(on, VARIANT_TRUE, VARIANT_FALSE); break;
-    case 2: control->SetOpacity(static_cast<short>(random.oddNumber())); break;
-    case 3: control->FinalCreate(on); break;
-    case 4: control->DesignStatusChanged(random.oneIn(4) ? VARIANT_TRUE : VARIANT_FALSE); break;
-    default: world.place(*control);
+    case 0:
+        control->EnableObject(on, VARIANT_TRUE, &done);
+        break;
+    case 1:
+        control->SetVisible(on, VARIANT_TRUE, VARIANT_FALSE);
+        break;
+    case 2:
+        control->SetOpacity(static_cast<short>(random.oddNumber()));
+        break;
+    case 3:
+        control->FinalCreate(on);
+        break;
+    case 4:
+        control->DesignStatusChanged(random.oneIn(4) ? VARIANT_TRUE : VARIANT_FALSE);
+        break;
+    default:
+        world.place(*control);
     }
 }
 
@@ -191,28 +235,46 @@ void skinStep(World& world)
         world.changeSkin(*control);
 }
 
-void addStep(World& world) { world.addControl(); }
-void addItemStep(World& world) { world.addItem(); }
-void removeStep(World& world) { world.removeSomething(); }
-void forgetStep(World& world) { world.forgetSomething(); }
-void endWindowStep(World& world) { world.destroyWindow(); }
+void addStep(World& world)
+{
+    world.addControl();
+}
+void addItemStep(World& world)
+{
+    world.addItem();
+}
+void removeStep(World& world)
+{
+    world.removeSomething();
+}
+void forgetStep(World& world)
+{
+    world.forgetSomething();
+}
+void endWindowStep(World& world)
+{
+    world.destroyWindow();
+}
 
 struct Weighted {
     const char* name;
     Step run;
-    int weight; // how often, in relation to the others
+    int weight;       // how often, in relation to the others
     int weightInside; // the same from inside a callback
 };
 
 constexpr Weighted kSteps[] = {
-    {"pointer", &pointerStep, 200, 10}, {"click", &clickStep, 60, 0},       {"wheel", &wheelStep, 10, 0},
-    {"key", &keyStep, 60, 10},          {"focus", &focusStep, 20, 10},      {"timer", &timerStep, 30, 0},
-    {"window", &windowStep, 15, 5},     {"paint", &paintStep, 12, 2},       {"render", &renderStep, 6, 0},
-    {"tip", &tipStep, 10, 2},           {"property", &propertyStep, 80, 20}, {"notify", &notifyStep, 150, 20},
-    {"root", &rootStep, 40, 5},         {"property call", &propertyCallStep, 40, 5},
-    {"call", &callStep, 250, 40},       {"state", &stateStep, 60, 20},      {"skin", &skinStep, 8, 4},
-    {"add", &addStep, 25, 5},           {"item", &addItemStep, 3, 0},       {"remove", &removeStep, 14, 40},
-    {"forget", &forgetStep, 12, 30},    {"end of the window", &endWindowStep, 1, 3},
+    {"pointer", &pointerStep, 200, 10},  {"click", &clickStep, 60, 0},
+    {"wheel", &wheelStep, 10, 0},        {"key", &keyStep, 60, 10},
+    {"focus", &focusStep, 20, 10},       {"timer", &timerStep, 30, 0},
+    {"window", &windowStep, 15, 5},      {"paint", &paintStep, 12, 2},
+    {"render", &renderStep, 6, 0},       {"tip", &tipStep, 10, 2},
+    {"property", &propertyStep, 80, 20}, {"notify", &notifyStep, 150, 20},
+    {"root", &rootStep, 40, 5},          {"property call", &propertyCallStep, 40, 5},
+    {"call", &callStep, 250, 40},        {"state", &stateStep, 60, 20},
+    {"skin", &skinStep, 8, 4},           {"add", &addStep, 25, 5},
+    {"item", &addItemStep, 3, 0},        {"remove", &removeStep, 14, 40},
+    {"forget", &forgetStep, 12, 30},     {"end of the window", &endWindowStep, 1, 3},
 };
 
 const Weighted& choose(Random& random, int Weighted::*weight)

@@ -110,14 +110,15 @@ void World::addControl()
     ISkinObjResBase* const above = parent ? static_cast<ISkinObjResBase*>(parent.get()) : m_root.get();
     hyper created = 0;
     m_members.push_back({control.as<IDispatch>(), type});
-    control->CreateObj(reinterpret_cast<hyper>(m_res.get()), reinterpret_cast<hyper>(above), VEXOBJTYPE_PLUGIN, VARIANT_FALSE,
-                       &created);
+    control->CreateObj(reinterpret_cast<hyper>(m_res.get()), reinterpret_cast<hyper>(above), VEXOBJTYPE_PLUGIN,
+                       VARIANT_FALSE, &created);
     control->SetName(Bstr(L"Object" + std::to_wstring(++m_lastName)).get());
     place(*control);
     if (!m_random.oneIn(4))
         changeSkin(*control);
     VARIANT_BOOL done = VARIANT_FALSE;
-    static constexpr long kMessages[] = {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_MOUSEENTER, VEXSM_MOUSELEAVE, VEXSM_LBUTTONDBCLICK};
+    static constexpr long kMessages[] = {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_MOUSEENTER, VEXSM_MOUSELEAVE,
+                                         VEXSM_LBUTTONDBCLICK};
     control->AddMsgCallback(m_random.pick(kMessages), callbackAddress(), reinterpret_cast<hyper>(this), &done);
     if (!m_random.oneIn(8))
         control->FinalCreate(VARIANT_TRUE);
@@ -226,8 +227,12 @@ void World::removeSomething()
     VARIANT_BOOL done = VARIANT_FALSE;
     ComPtr<ISkinObjResBase> parent;
     switch (m_random.below(5)) {
-    case 0: control->DelAllSubObjects(); break;
-    case 1: control->RemoveAllSubObjects(); break;
+    case 0:
+        control->DelAllSubObjects();
+        break;
+    case 1:
+        control->RemoveAllSubObjects();
+        break;
     case 2:
         control->GetParent(parent.put());
         if (parent)
@@ -237,7 +242,8 @@ void World::removeSomething()
         if (m_res)
             m_res->ReleasePluginResObject(control.get());
         break;
-    default: control->Remove(&done);
+    default:
+        control->Remove(&done);
     }
     if (m_random.oneIn(2))
         forgetSomething();
@@ -261,8 +267,8 @@ void World::destroyWindow()
 
 std::int64_t World::someWindow()
 {
-    const std::int64_t choices[] = {0, reinterpret_cast<std::int64_t>(m_window), reinterpret_cast<std::int64_t>(m_owner),
-                                    m_formerWindow, 0x12345};
+    const std::int64_t choices[] = {0, reinterpret_cast<std::int64_t>(m_window),
+                                    reinterpret_cast<std::int64_t>(m_owner), m_formerWindow, 0x12345};
     return m_random.pick(choices);
 }
 
@@ -272,7 +278,10 @@ std::int64_t World::someDeviceContext()
     return m_random.pick(choices);
 }
 
-std::int64_t World::callbackAddress() { return reinterpret_cast<std::int64_t>(&World::calledBack); }
+std::int64_t World::callbackAddress()
+{
+    return reinterpret_cast<std::int64_t>(&World::calledBack);
+}
 
 VARIANT_BOOL STDMETHODCALLTYPE World::calledBack(hyper, long message, hyper, hyper)
 {

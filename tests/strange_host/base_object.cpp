@@ -23,9 +23,18 @@ STDMETHODIMP BaseObject::GetName(BSTR* result)
     return S_OK;
 }
 
-STDMETHODIMP BaseObject::GetParent(ISkinObjResBase** result) { return give(result, ComPtr<ISkinObjResBase>(treeParent)); }
-STDMETHODIMP BaseObject::GetRoot(ISkinObjResBase** result) { return give(result, ComPtr<ISkinObjResBase>(treeRoot)); }
-STDMETHODIMP BaseObject::GetChildCount(short* result) { return answer(result, static_cast<short>(children.size())); }
+STDMETHODIMP BaseObject::GetParent(ISkinObjResBase** result)
+{
+    return give(result, ComPtr<ISkinObjResBase>(treeParent));
+}
+STDMETHODIMP BaseObject::GetRoot(ISkinObjResBase** result)
+{
+    return give(result, ComPtr<ISkinObjResBase>(treeRoot));
+}
+STDMETHODIMP BaseObject::GetChildCount(short* result)
+{
+    return answer(result, static_cast<short>(children.size()));
+}
 
 STDMETHODIMP BaseObject::GetSubObject(short index, ISkinObjResBase** result)
 {

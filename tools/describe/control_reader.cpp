@@ -29,7 +29,8 @@ std::wstring ask(IVexControlBase& control, VexMsgID question)
     return answer ? answer : L"";
 }
 
-// Properties ------------------------------------------------------------------------------------------------------------
+// Properties
+// ------------------------------------------------------------------------------------------------------------
 
 /// The value a property has before any skin or application sets it; null where it holds no resource.
 void writeInitial(JsonWriter& json, IVexPropBase& property)
@@ -41,13 +42,22 @@ void writeInitial(JsonWriter& json, IVexPropBase& property)
     case VT_BOOL:
         // Another number than the usual two is shown as it is.
         value.boolVal == VARIANT_TRUE || value.boolVal == VARIANT_FALSE ? json.value(value.boolVal != VARIANT_FALSE)
-                                                                       : json.value(std::int64_t{value.boolVal});
+                                                                        : json.value(std::int64_t{value.boolVal});
         break;
-    case VT_I2: json.value(std::int64_t{value.iVal}); break;
-    case VT_I4: json.value(std::int64_t{value.lVal}); break;
-    case VT_UI4: json.value(std::int64_t{value.ulVal}); break;
-    case VT_BSTR: json.value(morvane::viewOf(value.bstrVal)); break;
-    default: json.null();
+    case VT_I2:
+        json.value(std::int64_t{value.iVal});
+        break;
+    case VT_I4:
+        json.value(std::int64_t{value.lVal});
+        break;
+    case VT_UI4:
+        json.value(std::int64_t{value.ulVal});
+        break;
+    case VT_BSTR:
+        json.value(morvane::viewOf(value.bstrVal));
+        break;
+    default:
+        json.null();
     }
 }
 
@@ -97,7 +107,8 @@ void writeProperties(JsonWriter& json, IVexControlBase& control)
     json.endArray();
 }
 
-// Notifications -----------------------------------------------------------------------------------------------------------
+// Notifications
+// -----------------------------------------------------------------------------------------------------------
 
 /// What a control does while it is being notified, as the runtime's trace tells it.
 struct Observed {
@@ -133,11 +144,20 @@ struct Probe {
 
 /// Those an application meets; questions about the class and steps of its life are answered alike by all.
 constexpr std::array kProbes = {
-    Probe{VEXSM_LBUTTONDOWN, 0, 10, 10},    Probe{VEXSM_LBUTTONUP, 0, 10, 10},  Probe{VEXSM_LBUTTONDBCLICK, 0, 10, 10},
-    Probe{VEXSM_MOUSEENTER, 0, 10, 10},     Probe{VEXSM_MOUSEMOVE, 0, 10, 10},  Probe{VEXSM_MOUSELEAVE, 0, 10, 10},
-    Probe{VEXSM_ONSETFOCUS, 0, 0, 0},       Probe{VEXSM_ONKILLFOCUS, 0, 0, 0},  Probe{VEXSM_ENABLEOBJECT, 1, 1, 0},
-    Probe{VEXSM_SIZE, 0, 0, 0},             Probe{VEXSM_TIMER, 7, 0, 0},        Probe{VEXSM_DESIGNSTATUSCHANGED, 1, 0, 0},
-    Probe{VEXSM_AUTOLOADINIT, 0, 0, 0},     Probe{VEXSM_DISPOSEMOUSEMOVE, 0, 0, 0},
+    Probe{VEXSM_LBUTTONDOWN, 0, 10, 10},
+    Probe{VEXSM_LBUTTONUP, 0, 10, 10},
+    Probe{VEXSM_LBUTTONDBCLICK, 0, 10, 10},
+    Probe{VEXSM_MOUSEENTER, 0, 10, 10},
+    Probe{VEXSM_MOUSEMOVE, 0, 10, 10},
+    Probe{VEXSM_MOUSELEAVE, 0, 10, 10},
+    Probe{VEXSM_ONSETFOCUS, 0, 0, 0},
+    Probe{VEXSM_ONKILLFOCUS, 0, 0, 0},
+    Probe{VEXSM_ENABLEOBJECT, 1, 1, 0},
+    Probe{VEXSM_SIZE, 0, 0, 0},
+    Probe{VEXSM_TIMER, 7, 0, 0},
+    Probe{VEXSM_DESIGNSTATUSCHANGED, 1, 0, 0},
+    Probe{VEXSM_AUTOLOADINIT, 0, 0, 0},
+    Probe{VEXSM_DISPOSEMOUSEMOVE, 0, 0, 0},
 };
 
 void writeNumbers(JsonWriter& json, const char* key, const std::vector<long>& numbers)
@@ -171,7 +191,8 @@ Workshop::~Workshop()
 bool Workshop::isControl(REFCLSID classId)
 {
     ComPtr<IVexControlBase> control;
-    return SUCCEEDED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid()));
+    return SUCCEEDED(
+        CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid()));
 }
 
 ComPtr<IVexControlBase> Workshop::create(REFCLSID classId)
@@ -180,13 +201,14 @@ ComPtr<IVexControlBase> Workshop::create(REFCLSID classId)
     hyper attached = 0;
     SkinRect place{20, 20, 140, 50};
     long changed = 0;
-    if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(), control.putVoid())))
+    if (FAILED(CoCreateInstance(classId, nullptr, CLSCTX_INPROC_SERVER, morvane::iidOf<IVexControlBase>(),
+                                control.putVoid())))
         throw std::runtime_error("a control could not be created");
     // Before it is attached: radio groups take members in by their names.
     control->SetName(Bstr(L"Described" + std::to_wstring(++m_created)).get());
     if (FAILED(control->CreateObj(reinterpret_cast<hyper>(m_resources.get()),
-                                  reinterpret_cast<hyper>(static_cast<ISkinObjResBase*>(m_root.get())), VEXOBJTYPE_PLUGIN,
-                                  VARIANT_FALSE, &attached)))
+                                  reinterpret_cast<hyper>(static_cast<ISkinObjResBase*>(m_root.get())),
+                                  VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &attached)))
         throw std::runtime_error("a control could not be attached");
     control->Resize(&place, &changed);
     control->FinalCreate(VARIANT_TRUE);

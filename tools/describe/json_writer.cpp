@@ -64,8 +64,14 @@ JsonWriter& JsonWriter::key(std::string_view name)
     return *this;
 }
 
-JsonWriter& JsonWriter::key(std::wstring_view name) { return key(std::string_view(utf8Of(name))); }
+JsonWriter& JsonWriter::key(std::wstring_view name)
+{
+    return key(std::string_view(utf8Of(name)));
+}
 
-void JsonWriter::value(std::wstring_view text) { quoted(utf8Of(text)); }
+void JsonWriter::value(std::wstring_view text)
+{
+    quoted(utf8Of(text));
+}
 
 } // namespace describe

@@ -50,11 +50,16 @@ ComPtr<ITypeInfo> referenced(ITypeInfo& info, HREFTYPE reference)
 std::wstring typeText(ITypeInfo& info, const TYPEDESC& type)
 {
     static const std::map<VARTYPE, const wchar_t*> kNames = {
-        {VT_BSTR, L"BSTR"},          {VT_BOOL, L"VARIANT_BOOL"},   {VT_I2, L"short"},         {VT_I4, L"long"},
-        {VT_INT, L"int"},            {VT_I8, L"hyper"},            {VT_R4, L"float"},         {VT_R8, L"double"},
-        {VT_UI1, L"byte"},           {VT_UI2, L"unsigned short"},  {VT_UI4, L"unsigned long"}, {VT_UINT, L"unsigned int"},
-        {VT_VARIANT, L"VARIANT"},    {VT_DISPATCH, L"IDispatch*"}, {VT_UNKNOWN, L"IUnknown*"}, {VT_VOID, L"void"},
-        {VT_HRESULT, L"HRESULT"},    {VT_ERROR, L"SCODE"},         {VT_CY, L"CURRENCY"},      {VT_DATE, L"DATE"},
+        {VT_BSTR, L"BSTR"},         {VT_BOOL, L"VARIANT_BOOL"},
+        {VT_I2, L"short"},          {VT_I4, L"long"},
+        {VT_INT, L"int"},           {VT_I8, L"hyper"},
+        {VT_R4, L"float"},          {VT_R8, L"double"},
+        {VT_UI1, L"byte"},          {VT_UI2, L"unsigned short"},
+        {VT_UI4, L"unsigned long"}, {VT_UINT, L"unsigned int"},
+        {VT_VARIANT, L"VARIANT"},   {VT_DISPATCH, L"IDispatch*"},
+        {VT_UNKNOWN, L"IUnknown*"}, {VT_VOID, L"void"},
+        {VT_HRESULT, L"HRESULT"},   {VT_ERROR, L"SCODE"},
+        {VT_CY, L"CURRENCY"},       {VT_DATE, L"DATE"},
     };
     if (type.vt == VT_PTR)
         return typeText(info, *type.lptdesc) + L"*";
@@ -72,7 +77,8 @@ ComPtr<ITypeInfo> callable(ITypeInfo& info)
     TypeRecord type(info);
     info.GetTypeAttr(type.put());
     HREFTYPE reference = 0;
-    if (type && type->typekind == TKIND_DISPATCH && SUCCEEDED(info.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)))
+    if (type && type->typekind == TKIND_DISPATCH &&
+        SUCCEEDED(info.GetRefTypeOfImplType(static_cast<UINT>(-1), &reference)))
         if (auto other = referenced(info, reference))
             return other;
     return ComPtr<ITypeInfo>(&info);
@@ -146,7 +152,8 @@ std::vector<ClassEntry> classesOf(ITypeLib& library)
             HREFTYPE reference = 0;
             info->GetImplTypeFlags(face, &flags);
             info->GetRefTypeOfImplType(face, &reference);
-            ((flags & IMPLTYPEFLAG_FSOURCE) != 0 ? entry.events : entry.defaultInterface) = referenced(*info, reference);
+            ((flags & IMPLTYPEFLAG_FSOURCE) != 0 ? entry.events : entry.defaultInterface) =
+                referenced(*info, reference);
         }
         classes.push_back(std::move(entry));
     }

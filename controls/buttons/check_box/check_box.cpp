@@ -6,8 +6,10 @@ namespace morvane {
 
 void CheckBoxProperties::declare(PropertyTable& table)
 {
-    static constexpr std::array<std::wstring_view, kCheckValueCount> kValues = {L"Unchecked", L"Checked", L"HalfChecked"};
-    static constexpr std::array<std::wstring_view, kCheckStateCount> kStates = {L"Normal", L"Hot", L"Press", L"Disabled"};
+    static constexpr std::array<std::wstring_view, kCheckValueCount> kValues = {L"Unchecked", L"Checked",
+                                                                                L"HalfChecked"};
+    static constexpr std::array<std::wstring_view, kCheckStateCount> kStates = {L"Normal", L"Hot", L"Press",
+                                                                                L"Disabled"};
     const auto declareLook = [](Look& look, const PropertyGroup& group) {
         group.style(look.image, L"Image");
         group.style(look.graphics, L"Graphics");
@@ -35,7 +37,7 @@ void CheckBoxProperties::declare(PropertyTable& table)
     autoSize.declare(table);
 
     const PropertyGroup misc = table.group(L"Misc");
-    misc.style(keepsValueOnClick, L"DisbaleAutoCheck"); // saved skins carry this spelling
+    misc.style(keepsValueOnClick, L"DisbaleAutoCheck");                     // saved skins carry this spelling
     misc.style(stepsThroughHalf, L"AutoChangeThreeState", VARIANT_BOOL{1}); // and this number, which counts as true
 }
 
@@ -168,7 +170,10 @@ STDMETHODIMP CVexCheckBox::SetThreeState(VARIANT_BOOL threeState) noexcept
     return status == S_OK ? guarded([&] { redrawOwnRect(); }) : status;
 }
 
-STDMETHODIMP CVexCheckBox::GetThreeState(VARIANT_BOOL* result) noexcept { return fetch(m_properties.threeState, result); }
+STDMETHODIMP CVexCheckBox::GetThreeState(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.threeState, result);
+}
 
 STDMETHODIMP CVexCheckBox::SetActive(VARIANT_BOOL active) noexcept
 {
@@ -208,10 +213,22 @@ STDMETHODIMP CVexCheckBox::SetText(BSTR text) noexcept
     });
 }
 
-STDMETHODIMP CVexCheckBox::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
-STDMETHODIMP CVexCheckBox::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
-STDMETHODIMP CVexCheckBox::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
-STDMETHODIMP CVexCheckBox::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
+STDMETHODIMP CVexCheckBox::GetText(BSTR* result) noexcept
+{
+    return fetch(m_properties.text, result);
+}
+STDMETHODIMP CVexCheckBox::SetTooltip(BSTR text) noexcept
+{
+    return store(m_properties.toolTip, text);
+}
+STDMETHODIMP CVexCheckBox::GetTooltip(BSTR* result) noexcept
+{
+    return fetch(m_properties.toolTip, result);
+}
+STDMETHODIMP CVexCheckBox::IsShowText(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.showText, result);
+}
 
 STDMETHODIMP CVexCheckBox::ShowText(VARIANT_BOOL show) noexcept
 {
@@ -297,7 +314,8 @@ STDMETHODIMP CVexCheckBox::SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX
     });
 }
 
-STDMETHODIMP CVexCheckBox::GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept
+STDMETHODIMP CVexCheckBox::GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value,
+                                            IVexImageBase** result) noexcept
 {
     const ImageProp* const graphics = graphicsAt(state, value);
     return graphics ? fetch(*graphics, result) : refused(result, S_FALSE);

@@ -36,7 +36,8 @@ public:
     STDMETHODIMP GetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept override;
     STDMETHODIMP SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section,
                                   VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept override;
+    STDMETHODIMP GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value,
+                                  IVexImageBase** result) noexcept override;
 
 protected:
     const ControlInfo& info() const noexcept override;
@@ -70,8 +71,8 @@ private:
     Look& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
     /// The look that is drawn: an inactive box has its own while it is in its normal state.
     Look& currentLook();
-    /// The graphic's property of an interface method's indexes; null for indexes that lead nowhere. States past the last one
-    /// lead on into the looks of the next value, as clients know from one array of them all.
+    /// The graphic's property of an interface method's indexes; null for indexes that lead nowhere. States past the
+    /// last one lead on into the looks of the next value, as clients know from one array of them all.
     ImageProp* graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value);
 
     void updateState();

@@ -31,8 +31,8 @@ Rect CVexCheckBox::textRect(const Rect& control)
     return textBesideBox(control, currentLook().image.sectionRect().width(), isMirrored());
 }
 
-/// The graphic of the unchecked value decides whether there is one and how large it is, so that it does not jump between
-/// values.
+/// The graphic of the unchecked value decides whether there is one and how large it is, so that it does not jump
+/// between values.
 Size CVexCheckBox::graphicSectionSize()
 {
     const ImageProp& graphics = lookOf(CheckValue::Unchecked).graphics;

@@ -11,8 +11,14 @@ inline constexpr int kCheckValueCount = 3;
 enum class CheckState { Normal, Hot, Press, Disable };
 inline constexpr int kCheckStateCount = 4;
 
-constexpr bool isCheckValue(int value) { return value >= 0 && value < kCheckValueCount; }
-constexpr bool isCheckState(int state) { return state >= 0 && state < kCheckStateCount; }
+constexpr bool isCheckValue(int value)
+{
+    return value >= 0 && value < kCheckValueCount;
+}
+constexpr bool isCheckState(int state)
+{
+    return state >= 0 && state < kCheckStateCount;
+}
 
 /// How clicks step through the values.
 struct CheckStepping {

@@ -12,8 +12,8 @@ void CommandButtonProperties::declare(PropertyTable& table)
         group.style(l.graphics, L"Graphics");
         group.style(l.textStyle, L"TextStyle");
     };
-    static constexpr std::array<std::wstring_view, kButtonStateCount> kStates = {L"Normal", L"Press", L"Disabled", L"Hot",
-                                                                                 L"Focus"};
+    static constexpr std::array<std::wstring_view, kButtonStateCount> kStates = {L"Normal", L"Press", L"Disabled",
+                                                                                 L"Hot", L"Focus"};
     for (std::size_t state = 0; state < kStates.size(); ++state)
         declareLook(look[state], kStates[state]);
     declareLook(inactive, L"Inactive");
@@ -102,9 +102,18 @@ STDMETHODIMP CCmdButton::SetText(BSTR text) noexcept
     });
 }
 
-STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
-STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
-STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
+STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept
+{
+    return fetch(m_properties.text, result);
+}
+STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept
+{
+    return store(m_properties.toolTip, text);
+}
+STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept
+{
+    return fetch(m_properties.toolTip, result);
+}
 
 STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
 {
@@ -117,7 +126,10 @@ STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
     });
 }
 
-STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
+STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.showText, result);
+}
 
 STDMETHODIMP CCmdButton::GetTextLength(short* result) noexcept
 {
@@ -168,7 +180,8 @@ STDMETHODIMP CCmdButton::IsActive(VARIANT_BOOL* result) noexcept
     return returning(result, [&] { return m_active.isActive(); });
 }
 
-// Background and text style ---------------------------------------------------------------------------------------------
+// Background and text style
+// ---------------------------------------------------------------------------------------------
 
 STDMETHODIMP CCmdButton::SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept
 {
@@ -190,7 +203,8 @@ STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle**
     return isButtonState(state) ? fetch(lookOf(state).textStyle, result) : refused(result);
 }
 
-// Size that follows the text ----------------------------------------------------------------------------------------------
+// Size that follows the text
+// ----------------------------------------------------------------------------------------------
 
 int CCmdButton::widthTakenByGraphic()
 {
@@ -230,14 +244,38 @@ HRESULT CCmdButton::setLimit(LongProp& limit, long value)
     });
 }
 
-STDMETHODIMP CCmdButton::SetMinWidth(long width) noexcept { return setLimit(m_properties.autoSize.minWidth(), width); }
-STDMETHODIMP CCmdButton::SetMaxWidth(long width) noexcept { return setLimit(m_properties.autoSize.maxWidth(), width); }
-STDMETHODIMP CCmdButton::SetMinHeight(long height) noexcept { return setLimit(m_properties.autoSize.minHeight(), height); }
-STDMETHODIMP CCmdButton::SetMaxHeight(long height) noexcept { return setLimit(m_properties.autoSize.maxHeight(), height); }
+STDMETHODIMP CCmdButton::SetMinWidth(long width) noexcept
+{
+    return setLimit(m_properties.autoSize.minWidth(), width);
+}
+STDMETHODIMP CCmdButton::SetMaxWidth(long width) noexcept
+{
+    return setLimit(m_properties.autoSize.maxWidth(), width);
+}
+STDMETHODIMP CCmdButton::SetMinHeight(long height) noexcept
+{
+    return setLimit(m_properties.autoSize.minHeight(), height);
+}
+STDMETHODIMP CCmdButton::SetMaxHeight(long height) noexcept
+{
+    return setLimit(m_properties.autoSize.maxHeight(), height);
+}
 
-STDMETHODIMP CCmdButton::GetMinWidth(long* result) noexcept { return fetch(m_properties.autoSize.minWidth(), result); }
-STDMETHODIMP CCmdButton::GetMaxWidth(long* result) noexcept { return fetch(m_properties.autoSize.maxWidth(), result); }
-STDMETHODIMP CCmdButton::GetMinHeight(long* result) noexcept { return fetch(m_properties.autoSize.minHeight(), result); }
-STDMETHODIMP CCmdButton::GetMaxHeight(long* result) noexcept { return fetch(m_properties.autoSize.maxHeight(), result); }
+STDMETHODIMP CCmdButton::GetMinWidth(long* result) noexcept
+{
+    return fetch(m_properties.autoSize.minWidth(), result);
+}
+STDMETHODIMP CCmdButton::GetMaxWidth(long* result) noexcept
+{
+    return fetch(m_properties.autoSize.maxWidth(), result);
+}
+STDMETHODIMP CCmdButton::GetMinHeight(long* result) noexcept
+{
+    return fetch(m_properties.autoSize.minHeight(), result);
+}
+STDMETHODIMP CCmdButton::GetMaxHeight(long* result) noexcept
+{
+    return fetch(m_properties.autoSize.maxHeight(), result);
+}
 
 } // namespace morvane

@@ -1,4 +1,5 @@
-// The push button: a picture per state, an optional graphic beside or above its text, and a size that can follow the text.
+// The push button: a picture per state, an optional graphic beside or above its text, and a size that can follow the
+// text.
 #pragma once
 
 #include "controls/buttons/command_button/command_button_properties.h"
@@ -20,7 +21,8 @@ public:
     STDMETHODIMP GetText(BSTR* result) noexcept override;
     STDMETHODIMP GetButtonState(VEX_BUTTONSTATE* result) noexcept override;
     STDMETHODIMP SetButtonState(VEX_BUTTONSTATE state) noexcept override;
-    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept override;
+    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count,
+                                     VARIANT_BOOL horizontal) noexcept override;
     STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
     STDMETHODIMP SetGraphicshIcon(std::int64_t icon, short x, short y) noexcept override;
     STDMETHODIMP GetGraphicshIcon(std::int64_t* result) noexcept override;
@@ -92,7 +94,10 @@ private:
     Look& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
     Look& lookOf(VEX_BUTTONSTATE checked) { return lookOf(static_cast<ButtonState>(checked)); }
     /// The look that is drawn: an inactive button has its own while it is in its normal state.
-    Look& currentLook() { return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state); }
+    Look& currentLook()
+    {
+        return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state);
+    }
 
     bool hasStrip() const { return m_strip && *m_strip; }
     void updateState();

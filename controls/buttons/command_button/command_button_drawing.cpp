@@ -105,7 +105,8 @@ void CCmdButton::drawText(IVexRenderDC& dc, const Rect& control, const GraphicPl
         return;
     // Only a button that fits itself to its text keeps the text clear of the graphic.
     const bool besideGraphic = m_properties.autoSize.isEnabled() && !placement.isStacked;
-    currentLook().textStyle.draw(dc, besideGraphic ? textBesideGraphic(placement, control, graphicWidth) : control, text);
+    currentLook().textStyle.draw(dc, besideGraphic ? textBesideGraphic(placement, control, graphicWidth) : control,
+                                 text);
 }
 
 } // namespace morvane

@@ -96,8 +96,14 @@ STDMETHODIMP CCmdButton::SetFileIcon(BSTR path) noexcept
     });
 }
 
-STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept { return store(m_properties.isStacked, stacked); }
-STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept { return fetch(m_properties.isStacked, result); }
+STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept
+{
+    return store(m_properties.isStacked, stacked);
+}
+STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.isStacked, result);
+}
 
 STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept
 {
@@ -172,7 +178,8 @@ STDMETHODIMP CCmdButton::GetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t* res
 }
 
 /// The skin's image section for a file, shared under a name made from the file's. A section of that name that exists
-/// already is used as it is. `loaded` tells whether the file could be read; what was added stays in the skin either way.
+/// already is used as it is. `loaded` tells whether the file could be read; what was added stays in the skin either
+/// way.
 ComPtr<IVexImageBase> CCmdButton::sectionForFile(BSTR path, bool& loaded)
 {
     IVexRes& res = *host().res;

@@ -9,7 +9,8 @@ ButtonStateDecision decideButtonState(const ButtonFacts& facts)
     if (facts.isLeftButtonDown)
         return {ButtonState::Press};
     if (facts.isMouseOver) {
-        // A cursor that is gone shows the normal look once, even with the focus: the mark is cleared for the next drawing.
+        // A cursor that is gone shows the normal look once, even with the focus: the mark is cleared for the next
+        // drawing.
         if (facts.isCursorInside)
             return {ButtonState::Hot, false, true};
         return {ButtonState::Normal, true, true};

@@ -7,7 +7,10 @@ namespace morvane {
 enum class ButtonState { Normal, Press, Disable, Hot, Focus };
 inline constexpr int kButtonStateCount = 5;
 
-constexpr bool isButtonState(int value) { return value >= 0 && value < kButtonStateCount; }
+constexpr bool isButtonState(int value)
+{
+    return value >= 0 && value < kButtonStateCount;
+}
 
 /// What decides the state of a button that is not pinned to one.
 struct ButtonFacts {

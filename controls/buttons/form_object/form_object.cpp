@@ -43,7 +43,10 @@ Handled CUIFormObj::onMouseEnter(const PointerNotice& notice)
     return Handled::No;
 }
 
-Handled CUIFormObj::onLeftButtonUp(const PointerNotice& notice) { return handledIf(raise(notice)); }
+Handled CUIFormObj::onLeftButtonUp(const PointerNotice& notice)
+{
+    return handledIf(raise(notice));
+}
 
 Handled CUIFormObj::onIsDragEnabled(VARIANT_BOOL& enabled)
 {
@@ -60,12 +63,25 @@ Handled CUIFormObj::onGetTabInfo(VARIANT_BOOL& takesTab, VARIANT_BOOL& drawsFocu
     return Handled::Yes;
 }
 
-// Background ------------------------------------------------------------------------------------------------------------
+// Background
+// ------------------------------------------------------------------------------------------------------------
 
-STDMETHODIMP CUIFormObj::SetDrawColor(VARIANT_BOOL drawColor) noexcept { return store(m_properties.drawsColor, drawColor); }
-STDMETHODIMP CUIFormObj::GetDrawColor(VARIANT_BOOL* result) noexcept { return fetch(m_properties.drawsColor, result); }
-STDMETHODIMP CUIFormObj::SetBackImageSec(IVexImageBase* section) noexcept { return store(m_properties.image, section); }
-STDMETHODIMP CUIFormObj::GetBackImageSec(IVexImageBase** result) noexcept { return fetch(m_properties.image, result); }
+STDMETHODIMP CUIFormObj::SetDrawColor(VARIANT_BOOL drawColor) noexcept
+{
+    return store(m_properties.drawsColor, drawColor);
+}
+STDMETHODIMP CUIFormObj::GetDrawColor(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.drawsColor, result);
+}
+STDMETHODIMP CUIFormObj::SetBackImageSec(IVexImageBase* section) noexcept
+{
+    return store(m_properties.image, section);
+}
+STDMETHODIMP CUIFormObj::GetBackImageSec(IVexImageBase** result) noexcept
+{
+    return fetch(m_properties.image, result);
+}
 
 STDMETHODIMP CUIFormObj::SetBackColor(IFillColor* fill) noexcept
 {
@@ -77,7 +93,8 @@ STDMETHODIMP CUIFormObj::GetBackColor(IFillColor** result) noexcept
     return returning(result, [&] { return m_properties.color.fill(); });
 }
 
-// Bitmap ----------------------------------------------------------------------------------------------------------------
+// Bitmap
+// ----------------------------------------------------------------------------------------------------------------
 
 STDMETHODIMP CUIFormObj::SetBackBitmapPath(BSTR path, VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept
 {
@@ -147,7 +164,8 @@ STDMETHODIMP CUIFormObj::DeleteBackBitmap() noexcept
     });
 }
 
-// Drawing ---------------------------------------------------------------------------------------------------------------
+// Drawing
+// ---------------------------------------------------------------------------------------------------------------
 
 void CUIFormObj::render(IVexRenderDC& dc)
 {

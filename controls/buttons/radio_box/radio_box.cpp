@@ -13,7 +13,8 @@ constexpr UINT kChildImageClicked = 3024;
 void RadioBoxProperties::declare(PropertyTable& table)
 {
     static constexpr std::array<std::wstring_view, 2> kValues = {L"Unchecked", L"Checked"};
-    static constexpr std::array<std::wstring_view, kRadioStateCount> kStates = {L"Normal", L"Hot", L"Press", L"Disabled"};
+    static constexpr std::array<std::wstring_view, kRadioStateCount> kStates = {L"Normal", L"Hot", L"Press",
+                                                                                L"Disabled"};
     table.group(L"DrawMode").style(drawsColor, L"DrawColor", false);
     for (std::size_t value = 0; value < kValues.size(); ++value) {
         const PropertyGroup group = table.group(kValues[value]);
@@ -67,8 +68,14 @@ void CRadioBox::releaseHostObjects()
 
 // Groups --------------------------------------------------------------------------------------------------------------
 
-void CRadioBox::enteredGroup(CVexRadioGroup& group) { m_memberships.push_back(&group); }
-void CRadioBox::leftGroup(CVexRadioGroup& group) { std::erase(m_memberships, &group); }
+void CRadioBox::enteredGroup(CVexRadioGroup& group)
+{
+    m_memberships.push_back(&group);
+}
+void CRadioBox::leftGroup(CVexRadioGroup& group)
+{
+    std::erase(m_memberships, &group);
+}
 
 void CRadioBox::leaveGroups()
 {
@@ -153,7 +160,10 @@ STDMETHODIMP CRadioBox::SetGroupID(long id, VARIANT_BOOL* result) noexcept
     });
 }
 
-STDMETHODIMP CRadioBox::GetGroupID(long* result) noexcept { return fetch(m_properties.groupId, result); }
+STDMETHODIMP CRadioBox::GetGroupID(long* result) noexcept
+{
+    return fetch(m_properties.groupId, result);
+}
 
 STDMETHODIMP CRadioBox::GetGroup(IVexRadioGroup** result) noexcept
 {
@@ -332,10 +342,22 @@ STDMETHODIMP CRadioBox::SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept
     });
 }
 
-STDMETHODIMP CRadioBox::GetText(BSTR* result) noexcept { return fetch(m_properties.text, result); }
-STDMETHODIMP CRadioBox::SetTooltip(BSTR text) noexcept { return store(m_properties.toolTip, text); }
-STDMETHODIMP CRadioBox::GetTooltip(BSTR* result) noexcept { return fetch(m_properties.toolTip, result); }
-STDMETHODIMP CRadioBox::IsShowText(VARIANT_BOOL* result) noexcept { return fetch(m_properties.showText, result); }
+STDMETHODIMP CRadioBox::GetText(BSTR* result) noexcept
+{
+    return fetch(m_properties.text, result);
+}
+STDMETHODIMP CRadioBox::SetTooltip(BSTR text) noexcept
+{
+    return store(m_properties.toolTip, text);
+}
+STDMETHODIMP CRadioBox::GetTooltip(BSTR* result) noexcept
+{
+    return fetch(m_properties.toolTip, result);
+}
+STDMETHODIMP CRadioBox::IsShowText(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.showText, result);
+}
 
 STDMETHODIMP CRadioBox::ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept
 {
@@ -368,7 +390,8 @@ STDMETHODIMP CRadioBox::GetData(std::int64_t* result) noexcept
     return returning(result, [&] { return m_data; });
 }
 
-// Blinking --------------------------------------------------------------------------------------------------------------
+// Blinking
+// --------------------------------------------------------------------------------------------------------------
 
 STDMETHODIMP CRadioBox::StartBlink(short timerId, short intervalMs) noexcept
 {

@@ -1,4 +1,5 @@
-// The radio box: one of a group, of which exactly one is checked. It can blink and carry a clickable picture at its edge.
+// The radio box: one of a group, of which exactly one is checked. It can blink and carry a clickable picture at its
+// edge.
 #pragma once
 
 #include "controls/buttons/radio_box/radio_box_properties.h"
@@ -20,7 +21,8 @@ public:
     STDMETHODIMP GetText(BSTR* result) noexcept override;
     STDMETHODIMP GetButtonState(VEX_RADIOBOXSTATE* result) noexcept override;
     STDMETHODIMP SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL redrawNow) noexcept override;
-    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept override;
+    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count,
+                                     VARIANT_BOOL horizontal) noexcept override;
     STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
     STDMETHODIMP SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow) noexcept override;
     STDMETHODIMP GetValue(VEXRADIOBOX_VALUE* result) noexcept override;
@@ -47,7 +49,8 @@ public:
     STDMETHODIMP GetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept override;
     STDMETHODIMP SetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
                                   VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept override;
+    STDMETHODIMP GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked,
+                                  IVexImageBase** result) noexcept override;
     STDMETHODIMP SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t bitmap,
                                 VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t* result) noexcept override;
@@ -58,7 +61,8 @@ public:
     STDMETHODIMP GetBackDrawColor(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP SetData(std::int64_t data) noexcept override;
     STDMETHODIMP GetData(std::int64_t* result) noexcept override;
-    STDMETHODIMP SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow,
+                                VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetGraphicSize(long* width, long* height) noexcept override;
     STDMETHODIMP SetGroupID(long id, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetGroupID(long* result) noexcept override;
@@ -150,7 +154,7 @@ private:
     RadioBoxProperties m_properties;
     RadioState m_state = RadioState::Normal;
     bool m_isChecked = false;
-    ComPtr<IVexRadioGroup> m_group; // the group the box joined
+    ComPtr<IVexRadioGroup> m_group;             // the group the box joined
     std::vector<CVexRadioGroup*> m_memberships; // every group that has it as a member
     bool m_isBlinkOn = false;
     WindowTimer m_blinkTimer;
@@ -158,7 +162,7 @@ private:
     ChildImage m_child;
     FrameStrip m_strip;
     std::array<GraphicBitmap, 2 * kRadioStateCount> m_bitmaps; // by radioLookIndex
-    std::int64_t m_data = 0; // the application's
+    std::int64_t m_data = 0;                                   // the application's
     FittedTo m_fitted;
 };
 

@@ -13,7 +13,10 @@ void CRadioBox::settleState()
         enterState(RadioState::Normal);
 }
 
-Size CRadioBox::boxSize() { return currentLook().box.sectionRect().size(); }
+Size CRadioBox::boxSize()
+{
+    return currentLook().box.sectionRect().size();
+}
 
 Rect CRadioBox::textRect(const Rect& control)
 {

@@ -98,8 +98,14 @@ STDMETHODIMP CRadioBox::GetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL check
     return fetchFrom(lookAt(state, checked), &Look::textStyle, result);
 }
 
-STDMETHODIMP CRadioBox::SetBackDrawColor(VARIANT_BOOL drawColor) noexcept { return store(m_properties.drawsColor, drawColor); }
-STDMETHODIMP CRadioBox::GetBackDrawColor(VARIANT_BOOL* result) noexcept { return fetch(m_properties.drawsColor, result); }
+STDMETHODIMP CRadioBox::SetBackDrawColor(VARIANT_BOOL drawColor) noexcept
+{
+    return store(m_properties.drawsColor, drawColor);
+}
+STDMETHODIMP CRadioBox::GetBackDrawColor(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.drawsColor, result);
+}
 
 STDMETHODIMP CRadioBox::SetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, std::int64_t bitmap,
                                        VARIANT_BOOL* result) noexcept
@@ -147,7 +153,10 @@ STDMETHODIMP CRadioBox::SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawN
     return status == S_OK ? guarded([&] { redrawIf(redrawNow); }) : status;
 }
 
-STDMETHODIMP CRadioBox::IsUpDownMode(VARIANT_BOOL* result) noexcept { return fetch(m_properties.isStacked, result); }
+STDMETHODIMP CRadioBox::IsUpDownMode(VARIANT_BOOL* result) noexcept
+{
+    return fetch(m_properties.isStacked, result);
+}
 
 STDMETHODIMP CRadioBox::SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept
 {

@@ -12,7 +12,10 @@ namespace morvane {
 enum class RadioState { Normal, Hot, Press, Disable };
 inline constexpr int kRadioStateCount = 4;
 
-constexpr bool isRadioState(int state) { return state >= 0 && state < kRadioStateCount; }
+constexpr bool isRadioState(int state)
+{
+    return state >= 0 && state < kRadioStateCount;
+}
 
 /// Where the look of a state and a value stands.
 constexpr std::size_t radioLookIndex(int state, bool isChecked)
@@ -28,7 +31,7 @@ struct RadioBoxProperties {
         ImageProp graphics;
         TextStyleProp textStyle;
     };
-    BoolProp drawsColor; // instead of the background image
+    BoolProp drawsColor;                          // instead of the background image
     std::array<Look, 2 * kRadioStateCount> looks; // by radioLookIndex
     StringProp text;
     BoolProp showText;
@@ -39,7 +42,7 @@ struct RadioBoxProperties {
     LongProp graphicY;
     LongProp graphicWidth; // 0: the graphic's own
     LongProp graphicHeight;
-    LongProp groupId; // 0: the boxes of one parent belong together
+    LongProp groupId;  // 0: the boxes of one parent belong together
     CursorProp cursor; // read by the framework
     AutoSize autoSize;
 

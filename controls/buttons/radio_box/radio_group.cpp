@@ -144,8 +144,8 @@ STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
             return S_OK;
         const ComPtr<IVexRadioGroup> hold(this); // the host may take boxes and group apart
         const auto isStillChosen = [&] { return m_members.current() == member.get(); };
-        // A box that is current already is unchecked and checked again, and the host hears of it again. A redraw may run
-        // code that chooses another box: the last choice stands.
+        // A box that is current already is unchecked and checked again, and the host hears of it again. A redraw may
+        // run code that chooses another box: the last choice stands.
         const ComPtr<RadioMember> former(m_members.makeCurrent(member.get()));
         if (former)
             former->changeValue(false);
@@ -155,7 +155,8 @@ STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
             return S_OK;
         if (!m_window)
             m_window = member->hostWindow();
-        SendMessageW(m_window, kGroupSelectionChanged, static_cast<WPARAM>(m_id), reinterpret_cast<LPARAM>(&member->box()));
+        SendMessageW(m_window, kGroupSelectionChanged, static_cast<WPARAM>(m_id),
+                     reinterpret_cast<LPARAM>(&member->box()));
         return S_OK;
     });
 }

@@ -13,8 +13,8 @@ class CVexRadioGroup;
 
 inline constexpr IID kRadioMemberIid = {0x6B1E3D0A, 0x64B1, 0x4C27, {0x9D, 0x4B, 0x3C, 0x3B, 0xD1, 0xA4, 0xA6, 0xF5}};
 
-/// What a group asks of its boxes: to change without calling back into it, and to say when they go (with forget). The boxes
-/// of this library offer it under kRadioMemberIid.
+/// What a group asks of its boxes: to change without calling back into it, and to say when they go (with forget). The
+/// boxes of this library offer it under kRadioMemberIid.
 class RadioMember : public IUnknown {
 public:
     virtual IRadioBox& box() = 0;
@@ -50,7 +50,7 @@ private:
 
     RadioMembers<RadioMember> m_members;
     long m_id = 0;
-    HWND m_window = nullptr; // of the first member that had one
+    HWND m_window = nullptr;    // of the first member that had one
     IUnknown* m_root = nullptr; // what the group is found by; never called
 };
 

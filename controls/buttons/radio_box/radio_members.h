@@ -14,7 +14,10 @@ public:
     /// The caller has seen to it that it is no member yet.
     void add(Member* member) { m_members.push_back(member); }
 
-    bool has(const Member* member) const { return std::find(m_members.begin(), m_members.end(), member) != m_members.end(); }
+    bool has(const Member* member) const
+    {
+        return std::find(m_members.begin(), m_members.end(), member) != m_members.end();
+    }
 
     /// The first that the predicate is true for, or null.
     template <class Predicate>
