@@ -1,5 +1,6 @@
-// One piece of code per control; the reference pages in docs/controls quote the pieces between "// [name]" and "// [end]".
-// Runs them all against a window that is not shown, prints what they find, and ends with 0 when it is what the pages say.
+// One piece of code per control; the reference pages in docs/controls quote the pieces between "// [name]" and "//
+// [end]". Runs them all against a window that is not shown, prints what they find, and ends with 0 when it is what the
+// pages say.
 #include "ambrel/ambrel.h"
 #include "controls/control_interfaces.h"
 #include "frame/com/bstr.h"
@@ -34,7 +35,8 @@ Window makeWindow(HINSTANCE controls)
 
 /// A new control with a name of its own, in a parent: the window's root or a form.
 template <class Interface>
-ComPtr<Interface> addControl(const Window& window, REFCLSID classId, ISkinObjResBase* parent, const wchar_t* name, SkinRect place)
+ComPtr<Interface> addControl(const Window& window, REFCLSID classId, ISkinObjResBase* parent, const wchar_t* name,
+                             SkinRect place)
 {
     wchar_t id[40] = L"";
     StringFromGUID2(classId, id, 40);
@@ -56,7 +58,8 @@ bool check(bool isSo, const char* what)
 /// A button that stays down while `isOn`, as in a tool bar.
 ComPtr<ICmdButton> addToggle(const Window& window, bool isOn)
 {
-    const auto button = addControl<ICmdButton>(window, __uuidof(CmdButton), window.root.get(), L"Bold", {10, 10, 90, 38});
+    const auto button =
+        addControl<ICmdButton>(window, __uuidof(CmdButton), window.root.get(), L"Bold", {10, 10, 90, 38});
     AmbrelApplySkin(window.resources.get(), button.get(), window.controls, 2080);
     button->SetText(Bstr(L"&Bold").get());
     button->SetTooltip(Bstr(L"Bold letters").get());
@@ -77,11 +80,13 @@ VARIANT_BOOL STDMETHODCALLTYPE onToggled(hyper context, long, hyper, hyper)
 
 ComPtr<IVexCheckBox> addUpdates(const Window& window)
 {
-    const auto box = addControl<IVexCheckBox>(window, __uuidof(VexCheckBox), window.root.get(), L"Updates", {10, 50, 200, 70});
+    const auto box =
+        addControl<IVexCheckBox>(window, __uuidof(VexCheckBox), window.root.get(), L"Updates", {10, 50, 200, 70});
     AmbrelApplySkin(window.resources.get(), box.get(), window.controls, 2092);
     box->SetText(Bstr(L"Look for &updates").get());
     VARIANT_BOOL added = VARIANT_FALSE;
-    box->AddMsgCallback(VEXSM_LBUTTONUP, reinterpret_cast<hyper>(&onToggled), reinterpret_cast<hyper>(box.get()), &added);
+    box->AddMsgCallback(VEXSM_LBUTTONUP, reinterpret_cast<hyper>(&onToggled), reinterpret_cast<hyper>(box.get()),
+                        &added);
     return box;
 }
 // [end]
@@ -90,9 +95,11 @@ ComPtr<IVexCheckBox> addUpdates(const Window& window)
 /// A plain surface of one colour that other controls are put into.
 ComPtr<IUIFormObj> addPanel(const Window& window, OLE_COLOR color)
 {
-    const auto form = addControl<IUIFormObj>(window, __uuidof(UIFormObj), window.root.get(), L"Panel", {0, 80, 400, 300});
+    const auto form =
+        addControl<IUIFormObj>(window, __uuidof(UIFormObj), window.root.get(), L"Panel", {0, 80, 400, 300});
     ComPtr<IVexObj> object;
-    window.resources->AddResObject(VEXOBJTYPE_GRADIENTCLR, nullptr, Bstr(L"Panel.Fill").get(), VARIANT_FALSE, object.put());
+    window.resources->AddResObject(VEXOBJTYPE_GRADIENTCLR, nullptr, Bstr(L"Panel.Fill").get(), VARIANT_FALSE,
+                                   object.put());
     const auto fill = object.as<IFillColor>();
     fill->put_clrStart(color);
     fill->put_clrEnd(color); // another one here would make it a gradient
@@ -145,7 +152,8 @@ bool runAll(HINSTANCE controls)
         group->GetRadio(chosen.put());
     if (chosen)
         chosen->GetName(name.put());
-    const bool right[] = {check(state == VEX_BTN_PRESS, "the toggle is down"), check(value == VEXCHECKBOX_CHECKED, "a click checks the box"),
+    const bool right[] = {check(state == VEX_BTN_PRESS, "the toggle is down"),
+                          check(value == VEXCHECKBOX_CHECKED, "a click checks the box"),
                           check(lightValue == VEXRADIOBOX_UNCHECKED, "the other radio box is unchecked"),
                           check(name.str() == L"Dark", "the group knows the checked one")};
     return right[0] && right[1] && right[2] && right[3];
@@ -157,6 +165,7 @@ int main()
 {
     if (FAILED(OleInitialize(nullptr)) || FAILED(AmbrelRegisterClasses()))
         return 1;
-    const gallery::ComponentLibrary library({__uuidof(CmdButton), __uuidof(VexCheckBox), __uuidof(RadioBox), __uuidof(UIFormObj)});
+    const gallery::ComponentLibrary library(
+        {__uuidof(CmdButton), __uuidof(VexCheckBox), __uuidof(RadioBox), __uuidof(UIFormObj)});
     return runAll(library.module()) ? 0 : 1;
 }

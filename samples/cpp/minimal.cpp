@@ -28,12 +28,13 @@ VARIANT_BOOL STDMETHODCALLTYPE onPressed(hyper context, long, hyper, hyper)
 /// Makes command buttons known to this process, in place of an entry in the registry.
 bool registerButtons(HMODULE controls)
 {
-    const auto classObject = reinterpret_cast<LPFNGETCLASSOBJECT>(
-        reinterpret_cast<void*>(GetProcAddress(controls, "DllGetClassObject")));
+    const auto classObject =
+        reinterpret_cast<LPFNGETCLASSOBJECT>(reinterpret_cast<void*>(GetProcAddress(controls, "DllGetClassObject")));
     ComPtr<IUnknown> factory;
     DWORD cookie = 0;
     return classObject && SUCCEEDED(classObject(__uuidof(CmdButton), IID_IClassFactory, factory.putVoid())) &&
-           SUCCEEDED(CoRegisterClassObject(__uuidof(CmdButton), factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie));
+           SUCCEEDED(CoRegisterClassObject(__uuidof(CmdButton), factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE,
+                                           &cookie));
 }
 
 int run(HMODULE controls)
@@ -58,7 +59,8 @@ int run(HMODULE controls)
     long changed = 0;
     button->Resize(&place, &changed);
     button->SetText(Bstr(L"Press me").get());
-    button->AddMsgCallback(VEXSM_LBUTTONUP, reinterpret_cast<hyper>(&onPressed), reinterpret_cast<hyper>(button.get()), &done);
+    button->AddMsgCallback(VEXSM_LBUTTONUP, reinterpret_cast<hyper>(&onPressed), reinterpret_cast<hyper>(button.get()),
+                           &done);
 
     const auto frame = reinterpret_cast<HWND>(handle);
     ShowWindow(frame, SW_SHOW);
