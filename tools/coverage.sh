@@ -33,7 +33,7 @@ for entry in summary["files"]:
         measured[os.path.relpath(entry["filename"], root)] = (lines["covered"], lines["count"])
 folders = {}
 for name, (covered, count) in measured.items():
-    total = folders.setdefault("/".join(name.split("/")[:2]), [0, 0])
+    total = folders.setdefault("/".join(name.split("/")[:-1][:2]), [0, 0])
     total[0] += covered
     total[1] += count
 print("lines reached by the native tests, by folder")
