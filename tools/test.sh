@@ -20,6 +20,7 @@ passed=0
 failed=0
 skipped=0
 failures=()
+watched= # the process that runs now
 step=0
 steps=0
 started=$SECONDS
@@ -47,6 +48,7 @@ watch()
     shift 2
     timeout --kill-after=10 "$limit" "$@" >"$log" 2>&1 </dev/null &
     pid=$!
+    watched=$pid
     while kill -0 "$pid" 2>/dev/null; do
         sleep 0.2
         if [ -t 1 ]; then
@@ -59,6 +61,9 @@ watch()
     done
     [ -t 1 ] && printf '\r\033[K'
     wait "$pid"
+    local status=$?
+    watched=
+    return $status
 }
 
 build()
@@ -217,6 +222,8 @@ done
 
 mkdir -p "$logs"
 trap end_wine EXIT
+# Who is interrupted leaves nothing running; timeout passes the signal on to all it started.
+trap '[ -n "$watched" ] && kill "$watched"; exit 130' INT TERM
 steps=${#planned_names[@]}
 for call in "${planned_calls[@]}"; do
     step=$((step + 1))
