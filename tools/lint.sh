@@ -27,7 +27,7 @@ root, wanted = sys.argv[1], {os.path.abspath(name) for name in sys.argv[2:]}
 for entry in json.load(open("build/native/compile_commands.json")):
     source = entry["file"]
     ours = source.startswith(root + "/") and not source.startswith(root + "/build/")
-    if ours and not source.endswith("_test.cpp") and os.path.exists(source) and (not wanted or source in wanted):
+    if ours and not source.endswith(("_test.cpp", "_tests_main.cpp")) and os.path.exists(source) and (not wanted or source in wanted):
         print(os.path.relpath(source, root))
 PYTHON
 )

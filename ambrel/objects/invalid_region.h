@@ -16,7 +16,7 @@ public:
     static constexpr std::size_t kMaxRects = 8;
 
     /// Empty rectangles add nothing.
-    void add(const morvane::Rect& rect) noexcept;
+    void add(const morvane::Rect& added) noexcept;
     void clear() noexcept { m_count = 0; }
     bool isEmpty() const noexcept { return m_count == 0; }
     /// Whether one of the rectangles held contains `rect`.

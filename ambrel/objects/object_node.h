@@ -164,6 +164,7 @@ public:
     explicit WeakNode(ObjectNode* node) noexcept { link(node); }
     WeakNode(const WeakNode& other) noexcept { link(other.m_node); }
     ~WeakNode() { unlink(); }
+    // NOLINTNEXTLINE(bugprone-unhandled-self-assignment): the node is read before the old link goes
     WeakNode& operator=(const WeakNode& other) noexcept
     {
         reset(other.m_node);

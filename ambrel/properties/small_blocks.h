@@ -17,6 +17,7 @@ std::size_t blockBytesInUse() noexcept;
 
 /// Objects of a derived class come from small blocks. The class must be deleted as its own type (be final).
 struct InSmallBlock {
+    // NOLINTNEXTLINE(misc-new-delete-overloads): the sized delete below is its match
     static void* operator new(std::size_t size) { return allocateBlock(size); }
     static void operator delete(void* block, std::size_t size) noexcept { releaseBlock(block, size); }
 };
