@@ -251,7 +251,6 @@ void Scene::onMessage(IVexControlBase& control, long message, std::function<void
 
 void Scene::onClick(IVexControlBase& control, std::function<void()> action)
 {
-    const ComPtr<IVexControlBase> shared(&control);
     onMessage(control, VEXSM_LBUTTONUP, [raw = &control, action = std::move(action)] {
         // A release outside is no click.
         ComPtr<IVexRect> object;
@@ -263,7 +262,7 @@ void Scene::onClick(IVexControlBase& control, std::function<void()> action)
             return;
         GetCursorPos(&cursor);
         ScreenToClient(reinterpret_cast<HWND>(window), &cursor);
-        ComPtr<ISkinObjResBase> focused; // pressed by the keyboard: the cursor may be anywhere
+        // Pressed by the keyboard, the cursor may be anywhere.
         VARIANT_BOOL hasFocus = VARIANT_FALSE;
         raw->IsFocus(&hasFocus);
         if (hasFocus ||
