@@ -1,5 +1,7 @@
 #include "ambrel/objects/object_node.h"
 
+#include "ambrel/objects/name_index.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -61,12 +63,16 @@ bool ObjectNode::insert(ObjectNode& child, std::size_t index)
     child.remove();
     insertAt(std::min(index, m_children.size()), child);
     child.m_parent = this;
+    if (NameIndex* names = root().m_owner.nameIndex())
+        names->added(child);
     return true;
 }
 
 void ObjectNode::remove() noexcept
 {
     if (ObjectNode* parent = m_parent) {
+        if (NameIndex* names = root().m_owner.nameIndex())
+            names->removed(*this);
         parent->eraseAt(static_cast<std::size_t>(parent->indexOf(*this)));
         m_parent = nullptr;
     }
@@ -83,6 +89,12 @@ bool ObjectNode::moveChild(ObjectNode& child, std::size_t index) noexcept
     eraseAt(static_cast<std::size_t>(present));
     insertAt(index, child); // within the capacity just given up: cannot fail
     return true;
+}
+
+void ObjectNode::nameChanged() noexcept
+{
+    if (NameIndex* names = m_parent ? root().m_owner.nameIndex() : nullptr)
+        names->renamed(*this);
 }
 
 void ObjectNode::eraseAt(std::size_t index) noexcept

@@ -7,10 +7,12 @@
 #include <cstddef>
 #include <cstdint>
 #include <span>
+#include <string_view>
 #include <vector>
 
 namespace ambrel {
 
+class NameIndex;
 class ObjectNode;
 class RootServices;
 
@@ -19,6 +21,13 @@ class NodeOwner {
 public:
     /// Non-null only for the owner of a window's root node.
     virtual RootServices* rootServices() noexcept { return nullptr; }
+    /// The same for the index of names that the tree keeps up to date.
+    virtual NameIndex* nameIndex() noexcept { return nullptr; }
+
+    /// Its name as searches see it; ObjectNode::nameChanged() says when it is another one.
+    virtual std::wstring_view name() const noexcept { return {}; }
+    /// Whether it is what a search for a name and a type (90000: any) looks for.
+    virtual bool answersTo(std::wstring_view name, long /*type*/) const noexcept { return name == this->name(); }
 
     /// Whether the object takes mouse moves over it itself; one that does not lets them through to what lies beneath.
     /// May run foreign code that changes the tree.
@@ -87,6 +96,8 @@ public:
     void remove() noexcept;
     /// Moves a direct child to `index` (clamped); false when it is there already.
     bool moveChild(ObjectNode& child, std::size_t index) noexcept;
+    /// The owner has another name.
+    void nameChanged() noexcept;
 
     /// The services of the window that this node stands in, null while it stands in none.
     RootServices* services() noexcept { return root().m_owner.rootServices(); }
@@ -111,6 +122,7 @@ public:
 
 private:
     friend class ChildIteration;
+    friend class NameIndex;
     friend class WeakNode;
     bool allHave(NodeFlag flag) const noexcept;
     void eraseAt(std::size_t index) noexcept;
@@ -129,6 +141,7 @@ private:
     Position m_position;
     std::uint32_t m_flags = kInitialFlags;
     std::uint8_t m_opacity = 255;
+    std::uint16_t m_nameKey = 0; // where the index of names has it
 };
 
 /// Walks over a node's children while what it calls may add, move or remove any of them, or end the node itself: each

@@ -1,5 +1,6 @@
 #include "ambrel/objects/skin_object_core.h"
 
+#include "ambrel/objects/name_index.h"
 #include "ambrel/trace/trace.h"
 
 #include <algorithm>
@@ -149,16 +150,10 @@ bool SkinObjectCore::moveChild(SkinObjectCore& child, std::size_t index)
     return true;
 }
 
-SkinObjectCore* SkinObjectCore::findByName(std::wstring_view wanted, long type, bool deep) noexcept
+SkinObjectCore* SkinObjectCore::findByName(std::wstring_view name, long type, bool deep) noexcept
 {
-    for (ObjectNode* node : m_node.children()) {
-        SkinObjectCore& child = coreOf(*node);
-        if ((type == VEXOBJTYPE_PLUGIN || type == child.m_type) && child.name() == wanted)
-            return &child;
-        if (SkinObjectCore* found = deep ? child.findByName(wanted, type, true) : nullptr)
-            return found;
-    }
-    return nullptr;
+    ObjectNode* const found = ambrel::findByName(m_node, {name, type, deep});
+    return found ? &coreOf(*found) : nullptr;
 }
 
 HRESULT SkinObjectCore::setParent(ISkinObjResBase* parent)
@@ -180,14 +175,10 @@ short SkinObjectCore::childCountForCaller() const noexcept
 
 ComPtr<ISkinObjResBase> SkinObjectCore::childByCaption(std::wstring_view caption, short* index) noexcept
 {
-    for (std::size_t i = 0; i < m_node.childCount(); ++i) {
-        if (coreOf(*m_node.childAt(i)).name() == caption) {
-            if (index)
-                *index = static_cast<short>(i);
-            return faceOf(m_node.childAt(i));
-        }
-    }
-    return nullptr;
+    ObjectNode* const found = ambrel::findByName(m_node, {caption, VEXOBJTYPE_PLUGIN, false});
+    if (found && index)
+        *index = static_cast<short>(m_node.indexOf(*found));
+    return faceOf(found);
 }
 
 ComPtr<ISkinObjResBase> SkinObjectCore::childHolding(ISkinObjResBase* object, short* index) noexcept
@@ -456,6 +447,12 @@ std::wstring_view SkinObjectCore::name() const noexcept
 void SkinObjectCore::setName(std::wstring_view name)
 {
     extras().name = name;
+    m_node.nameChanged();
+}
+
+bool SkinObjectCore::answersTo(std::wstring_view wanted, long type) const noexcept
+{
+    return (type == VEXOBJTYPE_PLUGIN || type == m_type) && name() == wanted;
 }
 
 Bstr SkinObjectCore::objectId()

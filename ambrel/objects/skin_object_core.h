@@ -77,7 +77,8 @@ public:
     void invalidate(const Rect* part = nullptr);
 
     // Names and belongings.
-    std::wstring_view name() const noexcept;
+    std::wstring_view name() const noexcept override;
+    bool answersTo(std::wstring_view name, long type) const noexcept override;
     void setName(std::wstring_view name);
     void setObjectId(std::wstring_view id) { extras().objectId = id; }
     VexObjType type() const noexcept { return m_type; }

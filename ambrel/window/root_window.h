@@ -1,6 +1,7 @@
 // The root of a window's object tree, as the outside sees it.
 #pragma once
 
+#include "ambrel/objects/name_index.h"
 #include "ambrel/objects/skin_object.h"
 #include "ambrel/window/window_core.h"
 
@@ -35,6 +36,7 @@ public:
     ISkinObjResBase* face() noexcept override { return this; }
     bool notify(VexNotify&) override { return false; }
     RootServices* rootServices() noexcept override { return &m_core; }
+    NameIndex* nameIndex() noexcept override { return &m_names; }
 
     // ISkinObjResBase, where the root differs
     STDMETHODIMP SetVisible(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept override;
@@ -143,6 +145,7 @@ private:
     HRESULT onWindow(VARIANT_BOOL* result, Body&& body) noexcept;
     HRESULT setTrait(bool& trait, VARIANT_BOOL on) noexcept;
 
+    NameIndex m_names;
     WindowCore m_core;
     ComPtr<IDropTarget> m_dropTarget;
     VexPosition m_dragPosition{};
