@@ -1,5 +1,6 @@
 #include "frame/parts/auto_size.h"
 
+#include "base/rounding.h"
 #include "frame/parts/auto_size_logic.h"
 #include "frame/platform/handles.h"
 #include "host/geometry.h"
@@ -95,7 +96,7 @@ void AutoSize::apply(IVexControlBase& inner, const Rect& control, const Bstr& te
     request.storedHeight = static_cast<int>(record.vertPos.nWidth_Height);
     request.textLength = static_cast<int>(text.view().size());
     request.hasTextStyle = style != nullptr;
-    request.besideText = besideText + (style ? alignedOffset(*style) : 0);
+    request.besideText = saturatingAdd(besideText, style ? alignedOffset(*style) : 0);
 
     NoMeasure nothing;
     std::optional<AutoSizeResult> result;

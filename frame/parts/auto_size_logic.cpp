@@ -3,6 +3,7 @@
 #include "base/rounding.h"
 
 #include <algorithm>
+#include <cstdint>
 
 namespace morvane {
 
@@ -20,7 +21,7 @@ std::optional<Size> textSize(const AutoSizeRequest& request, int maxWidth, TextM
     if (!free)
         return std::nullopt;
     if (maxWidth >= free->width)
-        return Size{free->width + kRoomBesideText, free->height};
+        return Size{saturatingAdd(free->width, kRoomBesideText), free->height};
     const std::optional<Size> wrapped = text.measure({maxWidth, kMeasureExtent});
     if (!wrapped)
         return std::nullopt;
@@ -50,13 +51,14 @@ std::optional<AutoSizeResult> autoSize(const AutoSizeRequest& request, TextMeasu
 
     // The text alone is compared with the whole control, so a fixed width is stored again at every forced run while
     // something stands beside the text. Positions travel as 16-bit numbers here.
-    const int widthChange = request.widthIsFixed ? narrowed16(size.width - request.current.width) : 0;
+    const std::int64_t difference = static_cast<std::int64_t>(size.width) - request.current.width;
+    const int widthChange = request.widthIsFixed ? narrowed16(static_cast<int>(difference & 0xFFFF)) : 0;
     if (narrowed16(size.height) == narrowed16(request.storedHeight) && widthChange == 0)
         return std::nullopt;
 
     AutoSizeResult result{size.height, std::nullopt};
     if (request.storesWidth)
-        result.width = size.width + kRoomBesideEverything + request.besideText;
+        result.width = saturatingAdd(saturatingAdd(size.width, kRoomBesideEverything), request.besideText);
     return result;
 }
 

@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 using namespace morvane;
 
 namespace {
@@ -85,6 +87,21 @@ TEST(AutoSizeTest, LimitsHoldTheHeightAndZeroMeansNone)
     request.limits.minHeight = 40;
     request.limits.maxHeight = 0;
     EXPECT_EQ(autoSize(request, text)->height, 40);
+}
+
+TEST(AutoSizeTest, LimitsAtTheEndsOfTheNumbersAreTakenAsTheyAre)
+{
+    constexpr int kMost = std::numeric_limits<int>::max();
+    constexpr int kLeast = std::numeric_limits<int>::min();
+    AutoSizeRequest request = fixedWidthRequest();
+    request.limits.minWidth = kMost;
+    request.current.width = -7;
+    FakeText text(50);
+    EXPECT_EQ(autoSize(request, text)->width, kMost) << "no room is left for what stands beside it";
+    request.limits = {kLeast, kLeast, kMost, kLeast};
+    request.textLength = 0;
+    request.besideText = kLeast;
+    EXPECT_EQ(autoSize(request, text), (AutoSizeResult{kLeast, kLeast}));
 }
 
 TEST(AutoSizeTest, AFailedMeasurementChangesNothing)
