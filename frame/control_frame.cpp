@@ -4,7 +4,7 @@
 #include "host/geometry.h"
 
 #include <algorithm>
-#include <iterator>
+#include <utility>
 
 namespace morvane {
 
@@ -27,7 +27,7 @@ void ControlFrame::constructInnerObjects()
 
 void ControlFrame::releaseHostObjects()
 {
-    unregisterWindowMessages();
+    unregisterWindowMessages(ComPtr<IAmbrel>(m_host.root).get());
     m_host.clear();
     m_objectDraw.reset();
     if (m_inner)
@@ -81,8 +81,8 @@ bool ControlFrame::isMirrored() const
 bool ControlFrame::isDesignTime() const
 {
     VARIANT_BOOL design = VARIANT_FALSE;
-    if (m_host.res)
-        m_host.res->IsDesignStatus(&design);
+    if (const ComPtr<IVexRes> res = m_host.res)
+        res->IsDesignStatus(&design);
     return design != VARIANT_FALSE;
 }
 
@@ -95,8 +95,8 @@ void ControlFrame::setMouseOver(bool over)
 bool ControlFrame::isFocusObject()
 {
     ComPtr<ISkinObjResBase> focused;
-    if (m_host.root)
-        m_host.root->GetCurrentFocusObject(focused.put());
+    if (const ComPtr<IAmbrel> root = m_host.root)
+        root->GetCurrentFocusObject(focused.put());
     return focused && isSameObject(focused.get(), &self());
 }
 
@@ -122,6 +122,12 @@ void ControlFrame::redrawOwnRect()
         return;
     SkinRect rect = toSkinRect(ownRect());
     m_inner->DirectRedraw(&rect);
+}
+
+void ControlFrame::redrawIf(VARIANT_BOOL asked)
+{
+    if (asked != VARIANT_FALSE)
+        redraw();
 }
 
 void ControlFrame::drawFocusMark(IVexRenderDC& dc)
@@ -161,6 +167,8 @@ LRESULT ControlFrame::sendControlToHost(UINT message, LPARAM lParam)
 
 void ControlFrame::sendToolTip()
 {
+    if (!m_host.window)
+        m_host.refreshWindow();
     // The copy lives until the host has answered; an empty text hides the tip.
     Bstr text = toolTipText();
     if (!text.get())
@@ -170,23 +178,20 @@ void ControlFrame::sendToolTip()
 
 void ControlFrame::registerWindowMessage(UINT message)
 {
-    if (!m_host.root || std::find(std::begin(m_registered), std::end(m_registered), message) != std::end(m_registered))
+    const ComPtr<IAmbrel> root = m_host.root;
+    if (!root || std::find(m_registered.begin(), m_registered.end(), message) != m_registered.end())
         return;
-    const auto place = std::find(std::begin(m_registered), std::end(m_registered), 0u);
-    if (place == std::end(m_registered))
-        return;
-    *place = message;
+    m_registered.push_back(message);
     VARIANT_BOOL done = VARIANT_FALSE;
-    m_host.root->RegisterMessage(message, &self(), VARIANT_FALSE, &done);
+    root->RegisterMessage(message, &self(), VARIANT_FALSE, &done);
 }
 
-void ControlFrame::unregisterWindowMessages()
+void ControlFrame::unregisterWindowMessages(IAmbrel* root)
 {
-    for (UINT& message : m_registered) {
-        const UINT registered = std::exchange(message, 0u);
+    for (const UINT message : std::exchange(m_registered, {})) {
         VARIANT_BOOL done = VARIANT_FALSE;
-        if (registered != 0 && m_host.root)
-            m_host.root->UnRegisterMessage(registered, &self(), &done);
+        if (root)
+            root->UnRegisterMessage(message, &self(), &done);
     }
 }
 
@@ -211,14 +216,10 @@ void ControlFrame::fillHostCache()
 /// A root keeps no reference on those it delivers to, so a control that has left one must not stay registered there.
 void ControlFrame::moveRegistrations(IAmbrel* before)
 {
-    for (UINT& message : m_registered) {
-        const UINT registered = std::exchange(message, 0u);
-        VARIANT_BOOL done = VARIANT_FALSE;
-        if (registered != 0 && before)
-            before->UnRegisterMessage(registered, &self(), &done);
-        if (registered != 0)
-            registerWindowMessage(registered);
-    }
+    const std::vector<UINT> messages = m_registered;
+    unregisterWindowMessages(before);
+    for (const UINT message : messages)
+        registerWindowMessage(message);
 }
 
 Handled ControlFrame::onInitObject()
@@ -230,7 +231,7 @@ Handled ControlFrame::onInitObject()
 
 Handled ControlFrame::onDestroying()
 {
-    unregisterWindowMessages();
+    unregisterWindowMessages(ComPtr<IAmbrel>(m_host.root).get());
     return Handled::No;
 }
 
@@ -262,8 +263,6 @@ Handled ControlFrame::onImportConfig(const ImportRequest& request)
 Handled ControlFrame::onMouseEnter(const PointerNotice& notice)
 {
     redraw();
-    if (!m_host.window)
-        m_host.refreshWindow();
     sendToolTip();
     raise(notice);
     sendControlToHost(static_cast<UINT>(notice.id), notice.packed());
@@ -302,6 +301,27 @@ Handled ControlFrame::onLeftDoubleClick(const PointerNotice& notice)
     redraw();
     raise(notice);
     return Handled::Yes;
+}
+
+Handled ControlFrame::onSetFocus()
+{
+    m_hasFocus = true;
+    redraw();
+    return Handled::No;
+}
+
+Handled ControlFrame::onKillFocus()
+{
+    m_hasFocus = false;
+    redraw();
+    return Handled::No;
+}
+
+Handled ControlFrame::onWindowMessage(const WindowMessageNotice& notice)
+{
+    if (notice.message == WM_RBUTTONUP)
+        reportRightButtonUp(notice);
+    return Handled::No; // other registered objects hear of it too
 }
 
 Handled ControlFrame::onDrawPreview()

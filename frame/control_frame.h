@@ -8,7 +8,7 @@
 #include "frame/notices.h"
 #include "frame/properties.h"
 
-#include <optional>
+#include <vector>
 
 namespace morvane {
 
@@ -66,8 +66,8 @@ protected:
     virtual Handled onLeftDoubleClick(const PointerNotice&);
     virtual Handled onDisposeMouseMove() { return Handled::No; }
 
-    virtual Handled onSetFocus() { return Handled::No; }
-    virtual Handled onKillFocus() { return Handled::No; }
+    virtual Handled onSetFocus();
+    virtual Handled onKillFocus();
     virtual Handled onSize() { return Handled::No; }
     virtual Handled onTimer(UINT_PTR) { return Handled::No; }
     virtual Handled onPropertyChanged(IVexPropBase*) { return Handled::No; }
@@ -78,8 +78,8 @@ protected:
     virtual Handled onIsDragEnabled(VARIANT_BOOL& enabled);
     virtual Handled onGetTabInfo(VARIANT_BOOL& takesTab, VARIANT_BOOL& drawsFocus);
 
-    /// A window message the control registered for.
-    virtual Handled onWindowMessage(const WindowMessageNotice&) { return Handled::No; }
+    /// A window message the control registered for. A right-button release inside the control is reported to the host.
+    virtual Handled onWindowMessage(const WindowMessageNotice&);
     /// A notification without a handler of its own: drag and drop, hooks, language and skin changes.
     virtual Handled onOther(const VexNotify&) { return Handled::No; }
 
@@ -104,9 +104,15 @@ protected:
     /// Whether the root's current focus object is this control.
     bool isFocusObject();
 
+    /// Whether the framework gave the control the focus and has not taken it since; the control may forget it.
+    bool hasFocus() const noexcept { return m_hasFocus; }
+    void forgetFocus() noexcept { m_hasFocus = false; }
+
     /// Asks the framework to paint the whole control, or just its present rectangle.
     void redraw();
     void redrawOwnRect();
+    /// Paints the whole control where an interface method's argument asks for it: any value but false does.
+    void redrawIf(VARIANT_BOOL asked);
 
     /// Draws the focus mark; every control does so last.
     void drawFocusMark(IVexRenderDC& dc);
@@ -121,7 +127,7 @@ protected:
     /// The same with the real-control pointer in wParam, as most messages have it.
     LRESULT sendControlToHost(UINT message, LPARAM lParam);
 
-    /// Gives the host the control's tool-tip text.
+    /// Gives the host window the control's tool-tip text; a window that was not there before is asked for.
     void sendToolTip();
 
     /// Asks for window messages to arrive at onWindowMessage; undone when the control is destroyed.
@@ -144,7 +150,7 @@ private:
     friend struct NotificationTable;
 
     void fillHostCache();
-    void unregisterWindowMessages();
+    void unregisterWindowMessages(IAmbrel* root);
     void moveRegistrations(IAmbrel* before);
     Handled answerTypeName(const VexNotify&);
     Handled answerCategory(const VexNotify&);
@@ -156,7 +162,8 @@ private:
     ComPtr<IVexControlBase> m_inner;
     ComPtr<IVexObjectDraw> m_objectDraw;
     HostCache m_host;
-    UINT m_registered[2]{}; // window messages; no control wants more than these
+    std::vector<UINT> m_registered; // window messages, in the order of their registration
+    bool m_hasFocus = false;
 };
 
 } // namespace morvane

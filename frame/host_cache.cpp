@@ -12,38 +12,49 @@ ComPtr<Interface> interfaceOf(IVexControlBase& inner)
     return found.as<Interface>();
 }
 
+ComPtr<IAmbrel> rootOf(IVexControlBase& inner)
+{
+    ComPtr<IDispatch> found;
+    inner.GetAmbrel(found.put());
+    return found.as<IAmbrel>();
+}
+
+HWND windowOf(IAmbrel& root)
+{
+    std::int64_t handle = 0;
+    root.GetWindowHandle(&handle);
+    return reinterpret_cast<HWND>(handle);
+}
+
 } // namespace
 
 bool HostCache::ensureRoot(IVexControlBase& inner)
 {
-    if (!root) {
-        ComPtr<IDispatch> found;
-        inner.GetAmbrel(found.put());
-        root = found.as<IAmbrel>();
-    }
+    if (!root)
+        root = rootOf(inner);
     return static_cast<bool>(root);
 }
 
 void HostCache::refreshWindow()
 {
-    if (!root)
-        return;
-    std::int64_t handle = 0;
-    root->GetWindowHandle(&handle);
-    window = reinterpret_cast<HWND>(handle);
+    if (const ComPtr<IAmbrel> asked = root)
+        window = windowOf(*asked);
 }
 
 void HostCache::fill(IVexControlBase& inner)
 {
-    clear(); // the control may have moved to another window or skin
-    object = interfaceOf<IVexObj>(inner);
-    skinObject = interfaceOf<ISkinObjResBase>(inner);
-    inner.GetVexRes(res.put());
-    inner.GetXMLNode(&configNode);
-    if (ensureRoot(inner)) {
-        refreshWindow();
-        root->GetRenderDevice(&renderDevice);
+    // Made aside: any of these calls may come back in and use or fill the cache.
+    HostCache now; // from nothing: the control may have moved to another window or skin
+    now.object = interfaceOf<IVexObj>(inner);
+    now.skinObject = interfaceOf<ISkinObjResBase>(inner);
+    inner.GetVexRes(now.res.put());
+    inner.GetXMLNode(&now.configNode);
+    now.root = rootOf(inner);
+    if (now.root) {
+        now.window = windowOf(*now.root);
+        now.root->GetRenderDevice(&now.renderDevice);
     }
+    *this = std::move(now);
 }
 
 } // namespace morvane

@@ -8,8 +8,8 @@
 
 namespace morvane {
 
-/// Filled when the framework says the control is configured or finally created, dropped when it says the control is
-/// being destroyed; every pointer may be null at any time.
+/// Filled anew whenever the framework says that the control is configured or finally created, dropped with the control;
+/// every pointer may be null at any time, and any call out may replace them all: who calls through one holds it.
 struct HostCache {
     ComPtr<IVexObj> object;             // the control's own object, as the inner base object hands it out
     ComPtr<ISkinObjResBase> skinObject; // the same as a member of the object tree

@@ -13,6 +13,9 @@ int alignedOffset(IVexTextStyle& style);
 /// The extent of a text in a text style, measured on the screen; nothing when the style cannot measure it.
 std::optional<Size> measureText(IVexTextStyle& style, const Bstr& text, Size within);
 
+/// When a control fits itself: at once, or only where something has changed that its size depends on.
+enum class Fit { Always, WhereChanged };
+
 /// The "AutoResize" group of a control's property table and what it does.
 class AutoSize {
 public:

@@ -10,18 +10,19 @@ inline constexpr int kGapBesideBox = 2; // pixels
 /// The box at the near edge (the far one when mirrored), centred vertically.
 constexpr Rect placeBox(const Rect& control, Size box, bool isMirrored)
 {
-    const int left = isMirrored ? control.right - box.width : control.left;
-    return Rect::at({left, control.top + (control.height() - box.height) / 2}, box);
+    const int left = isMirrored ? saturatingSubtract(control.right, box.width) : control.left;
+    return Rect::at({left, centredIn(control, box).top}, box);
 }
 
 /// What remains for the text beside a box of the given width.
 constexpr Rect textBesideBox(const Rect& control, int boxWidth, bool isMirrored)
 {
     Rect text = control;
+    const int taken = saturatingAdd(kGapBesideBox, boxWidth);
     if (isMirrored)
-        text.right -= kGapBesideBox + boxWidth;
+        text.right = saturatingSubtract(text.right, taken);
     else
-        text.left += kGapBesideBox + boxWidth;
+        text.left = saturatingAdd(text.left, taken);
     return text;
 }
 

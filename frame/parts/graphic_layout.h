@@ -17,25 +17,25 @@ struct GraphicPlacement {
 ///     stacked           |       [graphic]        |     top edge, then shifted by x and y
 constexpr Rect placeGraphic(const GraphicPlacement& placement, const Rect& control, Size graphic)
 {
-    if (placement.isStacked) {
-        const Point origin{control.left + (control.width() - graphic.width) / 2, control.top};
-        return Rect::at(origin, graphic).shifted(placement.x, placement.y);
+    const Rect centred = centredIn(control, graphic);
+    if (placement.isStacked)
+        return Rect::at({centred.left, control.top}, graphic).shifted(placement.x, placement.y);
+    if (placement.isRightAligned) {
+        const int right = saturatingSubtract(control.right, placement.x);
+        return Rect::at({saturatingSubtract(right, graphic.width), centred.top}, graphic);
     }
-    const int middle = control.top + (control.height() - graphic.height) / 2;
-    if (placement.isRightAligned)
-        return Rect::at({control.right - placement.x - graphic.width, middle}, graphic);
-    return Rect::at({control.left + placement.x, middle + placement.y}, graphic);
+    return Rect::at({control.left, centred.top}, graphic).shifted(placement.x, placement.y);
 }
 
 /// What remains for the text beside a graphic of the given width; 0 where there is no graphic.
 constexpr Rect textBesideGraphic(const GraphicPlacement& placement, const Rect& control, int graphicWidth)
 {
     Rect text = control;
-    const int taken = graphicWidth == 0 ? 0 : graphicWidth + placement.x;
+    const int taken = graphicWidth == 0 ? 0 : saturatingAdd(graphicWidth, placement.x);
     if (placement.isRightAligned)
-        text.right -= taken;
+        text.right = saturatingSubtract(text.right, taken);
     else
-        text.left += taken;
+        text.left = saturatingAdd(text.left, taken);
     return text;
 }
 

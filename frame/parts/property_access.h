@@ -15,6 +15,19 @@ inline HRESULT store(BoolProp& property, VARIANT_BOOL value) noexcept
     });
 }
 
+/// Writes a Boolean property, then does what follows from it; S_FALSE and nothing done while it does not exist.
+template <class Then>
+HRESULT storeThen(BoolProp& property, VARIANT_BOOL value, Then then) noexcept
+{
+    return guarded([&] {
+        if (!property)
+            return S_FALSE;
+        property.set(value);
+        then();
+        return S_OK;
+    });
+}
+
 /// Reads a Boolean property's bits; S_FALSE and false while it does not exist.
 inline HRESULT fetch(const BoolProp& property, VARIANT_BOOL* result) noexcept
 {
@@ -36,6 +49,22 @@ inline HRESULT fetch(const StringProp& property, BSTR* result) noexcept
 
 template <enumPropType Type>
 HRESULT fetch(const NumberProp<Type>& property, long* result) noexcept
+{
+    return returning(result, [&] { return property.value(); });
+}
+
+/// Reads two numbers that belong together.
+inline HRESULT fetch(const LongProp& first, const LongProp& second, long* firstResult, long* secondResult) noexcept
+{
+    if (!firstResult || !secondResult)
+        return E_POINTER;
+    return guarded([&] {
+        *firstResult = first.value();
+        *secondResult = second.value();
+    });
+}
+
+inline HRESULT fetch(const ColorProp& property, OLE_COLOR* result) noexcept
 {
     return returning(result, [&] { return property.value(); });
 }
@@ -69,6 +98,33 @@ HRESULT refused(Out* result, HRESULT status = E_INVALIDARG) noexcept
         return E_POINTER;
     *result = Out{};
     return status;
+}
+
+// Methods that reach a property through the index of a state: the look is null where the index leads nowhere.
+
+template <class Look, class Property, class Value>
+HRESULT storeIn(Look* look, Property Look::*property, Value* value) noexcept
+{
+    return look ? store(look->*property, value) : E_INVALIDARG;
+}
+
+/// The same for methods that also say whether they did it.
+template <class Look, class Property, class Set>
+HRESULT storeIn(Look* look, Property Look::*property, VARIANT_BOOL* result, Set set) noexcept
+{
+    return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
+        if (!look)
+            return E_INVALIDARG;
+        set(look->*property);
+        done = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
+template <class Look, class Property, class Out>
+HRESULT fetchFrom(Look* look, Property Look::*property, Out* result, HRESULT otherwise = E_INVALIDARG) noexcept
+{
+    return look ? fetch(look->*property, result) : refused(result, otherwise);
 }
 
 } // namespace morvane

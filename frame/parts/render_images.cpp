@@ -28,34 +28,43 @@ std::int64_t currentDevice(IAmbrel& root)
 void RenderImageSlot::makeFromHandle(const HostCache& host, std::int64_t handle, VEX_PICTURE_TYPE type)
 {
     destroy(host);
-    if (!host.res || !host.root || handle == 0)
+    const ComPtr<IVexRes> res = host.res;
+    const ComPtr<IAmbrel> root = host.root;
+    if (!res || !root || handle == 0)
         return;
     const Bstr name = nameOfHandle(handle);
-    host.res->CreateImageByHandle(currentDevice(*host.root), name.get(), handle, type, m_image.put());
+    ComPtr<IVexRenderImage> made;
+    res->CreateImageByHandle(currentDevice(*root), name.get(), handle, type, made.put());
+    destroy(host); // one that was made in the meantime
+    m_image = std::move(made);
 }
 
 void RenderImageSlot::makeFromFile(const HostCache& host, BSTR path)
 {
-    m_image.reset();
-    if (host.res && host.root)
-        host.res->CreateImageByPath(currentDevice(*host.root), path, m_image.put());
+    const ComPtr<IVexRes> res = host.res;
+    const ComPtr<IAmbrel> root = host.root;
+    ComPtr<IVexRenderImage> made;
+    if (res && root)
+        res->CreateImageByPath(currentDevice(*root), path, made.put());
+    m_image = std::move(made);
 }
 
 void RenderImageSlot::destroy(const HostCache& host)
 {
     const ComPtr<IVexRenderImage> old = std::move(m_image);
+    const ComPtr<IVexRes> res = host.res;
     VARIANT_BOOL done = VARIANT_FALSE;
-    if (old && host.res)
-        host.res->DestroyImage(old.get(), &done);
+    if (old && res)
+        res->DestroyImage(old.get(), &done);
 }
 
 Size RenderImageSlot::size() const
 {
     long width = 0;
     long height = 0;
-    if (m_image) {
-        m_image->GetWidth(&width);
-        m_image->GetHeight(&height);
+    if (const ComPtr<IVexRenderImage> image = m_image) { // a call out may replace it
+        image->GetWidth(&width);
+        image->GetHeight(&height);
     }
     return {static_cast<int>(width), static_cast<int>(height)};
 }
@@ -63,15 +72,15 @@ Size RenderImageSlot::size() const
 void RenderImageSlot::draw(IVexRenderDC& dc, const Rect& rect) const
 {
     VARIANT_BOOL drawn = VARIANT_FALSE;
-    if (m_image)
-        m_image->Draw(&dc, toSkinRect(rect), toSkinRect(Rect::at({}, size())), VARIANT_TRUE, 0, &drawn);
+    if (const ComPtr<IVexRenderImage> image = m_image)
+        image->Draw(&dc, toSkinRect(rect), toSkinRect(Rect::at({}, size())), VARIANT_TRUE, 0, &drawn);
 }
 
 void RenderImageSlot::drawAll(IVexRenderDC& dc, const Rect& rect) const
 {
     VARIANT_BOOL drawn = VARIANT_FALSE;
-    if (m_image)
-        m_image->DrawAll(&dc, toSkinRect(rect), VARIANT_TRUE, 0, &drawn);
+    if (const ComPtr<IVexRenderImage> image = m_image)
+        image->DrawAll(&dc, toSkinRect(rect), VARIANT_TRUE, 0, &drawn);
 }
 
 } // namespace morvane

@@ -10,21 +10,16 @@ void CheckBoxProperties::declare(PropertyTable& table)
                                                                                 L"HalfChecked"};
     static constexpr std::array<std::wstring_view, kCheckStateCount> kStates = {L"Normal", L"Hot", L"Press",
                                                                                 L"Disabled"};
-    const auto declareLook = [](Look& look, const PropertyGroup& group) {
-        group.style(look.image, L"Image");
-        group.style(look.graphics, L"Graphics");
-        group.style(look.textStyle, L"TextStyle");
-    };
     for (std::size_t value = 0; value < kValues.size(); ++value) {
         const PropertyGroup group = table.group(kValues[value]);
         for (std::size_t state = 0; state < kStates.size(); ++state)
-            declareLook(values[value].states[state], group.group(kStates[state]));
-        declareLook(values[value].inactive, group.group(L"Inactive"));
+            values[value].states[state].declare(group.group(kStates[state]));
+        values[value].inactive.declare(group.group(L"Inactive"));
     }
 
     const PropertyGroup textGroup = table.group(L"Text");
-    textGroup.content(text, L"Text", L"CheckBox");
-    textGroup.content(showText, L"ShowText", true);
+    textGroup.content(caption.text, L"Text", L"CheckBox");
+    textGroup.content(caption.isShown, L"ShowText", true);
     table.group(L"Tooltip").content(toolTip, L"Tooltip");
     table.group(L"ThreeState").content(threeState, L"ThreeState");
     table.group(L"Cursor").style(cursor, L"Cursor");
@@ -63,8 +58,6 @@ Handled CVexCheckBox::onAutoLoadInit()
 
 Handled CVexCheckBox::onMouseEnter(const PointerNotice&)
 {
-    if (!host().window)
-        host().refreshWindow();
     sendToolTip();
     redrawOwnRect();
     return Handled::Yes;
@@ -115,8 +108,7 @@ Handled CVexCheckBox::onLeftDoubleClick(const PointerNotice&)
 
 Handled CVexCheckBox::onSize()
 {
-    if (m_properties.autoSize.isEnabled())
-        fitToText(false);
+    fitToText(Fit::WhereChanged);
     return Handled::No;
 }
 
@@ -166,8 +158,7 @@ STDMETHODIMP CVexCheckBox::SetButtonState(VEX_CHECKBOXSTATE state) noexcept
 
 STDMETHODIMP CVexCheckBox::SetThreeState(VARIANT_BOOL threeState) noexcept
 {
-    const HRESULT status = store(m_properties.threeState, threeState);
-    return status == S_OK ? guarded([&] { redrawOwnRect(); }) : status;
+    return storeThen(m_properties.threeState, threeState, [this] { redrawOwnRect(); });
 }
 
 STDMETHODIMP CVexCheckBox::GetThreeState(VARIANT_BOOL* result) noexcept
@@ -206,16 +197,15 @@ STDMETHODIMP CVexCheckBox::GetData(std::int64_t* result) noexcept
 STDMETHODIMP CVexCheckBox::SetText(BSTR text) noexcept
 {
     return guarded([&] {
-        m_properties.text.set(text);
-        if (m_properties.autoSize.isEnabled())
-            fitToText(true);
+        m_properties.caption.text.set(text);
+        fitToText();
         redrawOwnRect();
     });
 }
 
 STDMETHODIMP CVexCheckBox::GetText(BSTR* result) noexcept
 {
-    return fetch(m_properties.text, result);
+    return fetch(m_properties.caption.text, result);
 }
 STDMETHODIMP CVexCheckBox::SetTooltip(BSTR text) noexcept
 {
@@ -227,13 +217,12 @@ STDMETHODIMP CVexCheckBox::GetTooltip(BSTR* result) noexcept
 }
 STDMETHODIMP CVexCheckBox::IsShowText(VARIANT_BOOL* result) noexcept
 {
-    return fetch(m_properties.showText, result);
+    return fetch(m_properties.caption.isShown, result);
 }
 
 STDMETHODIMP CVexCheckBox::ShowText(VARIANT_BOOL show) noexcept
 {
-    const HRESULT status = store(m_properties.showText, show);
-    return status == S_OK ? guarded([&] { redrawOwnRect(); }) : status;
+    return storeThen(m_properties.caption.isShown, show, [this] { redrawOwnRect(); });
 }
 
 STDMETHODIMP CVexCheckBox::SetPushButtonLike(VARIANT_BOOL pushButtonLike) noexcept
@@ -246,15 +235,15 @@ STDMETHODIMP CVexCheckBox::IsPushButtonLike(VARIANT_BOOL* result) noexcept
     return fetch(m_properties.looksLikePushButton, result);
 }
 
-void CVexCheckBox::fitToText(bool forced)
+void CVexCheckBox::fitToText(Fit when)
 {
     IVexControlBase* const inner = innerBase();
-    if (!inner)
+    if (!inner || !m_properties.autoSize.isEnabled())
         return;
     const Rect control = ownRect();
-    const Bstr text = m_properties.text.value();
+    const Bstr text = m_properties.caption.text.value();
     const FittedTo now{control.size(), static_cast<int>(text.view().size())};
-    if (!forced && now == m_fitted)
+    if (when == Fit::WhereChanged && now == m_fitted)
         return;
     m_fitted = now;
     const ComPtr<IVexTextStyle> style = lookOf(CheckValue::Unchecked).textStyle.style();
@@ -266,13 +255,13 @@ void CVexCheckBox::fitToText(bool forced)
 
 // Graphics ------------------------------------------------------------------------------------------------------------
 
-ImageProp* CVexCheckBox::graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value)
+StateLook* CVexCheckBox::lookAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value)
 {
     const std::int64_t index = std::int64_t{value} * kCheckStateCount + state;
     if (state < 0 || value < 0 || index >= kCheckValueCount * kCheckStateCount)
         return nullptr;
     ValueLooks& looks = m_properties.values[static_cast<std::size_t>(index / kCheckStateCount)];
-    return &looks.states[static_cast<std::size_t>(index % kCheckStateCount)].graphics;
+    return &looks.states[static_cast<std::size_t>(index % kCheckStateCount)];
 }
 
 STDMETHODIMP CVexCheckBox::SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon) noexcept
@@ -289,26 +278,23 @@ STDMETHODIMP CVexCheckBox::SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon)
 
 STDMETHODIMP CVexCheckBox::SetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section) noexcept
 {
-    ImageProp* const graphics = graphicsAt(state, value);
-    return graphics ? store(*graphics, section) : E_INVALIDARG;
+    return storeIn(lookAt(state, value), &StateLook::graphics, section);
 }
 
 STDMETHODIMP CVexCheckBox::GetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept
 {
-    const ImageProp* const graphics = graphicsAt(state, value);
-    return graphics ? fetch(*graphics, result) : refused(result);
+    return fetchFrom(lookAt(state, value), &StateLook::graphics, result);
 }
 
 STDMETHODIMP CVexCheckBox::SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section,
                                             VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& done) {
-        ImageProp* const graphics = graphicsAt(state, value);
-        if (!graphics)
+        StateLook* const look = lookAt(state, value);
+        if (!look)
             return S_FALSE;
-        graphics->setSection(section);
-        if (redrawNow != VARIANT_FALSE)
-            redraw();
+        look->graphics.setSection(section);
+        redrawIf(redrawNow);
         done = VARIANT_TRUE;
         return S_OK;
     });
@@ -317,8 +303,7 @@ STDMETHODIMP CVexCheckBox::SetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX
 STDMETHODIMP CVexCheckBox::GetGraphicsImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value,
                                             IVexImageBase** result) noexcept
 {
-    const ImageProp* const graphics = graphicsAt(state, value);
-    return graphics ? fetch(*graphics, result) : refused(result, S_FALSE);
+    return fetchFrom(lookAt(state, value), &StateLook::graphics, result, S_FALSE);
 }
 
 } // namespace morvane

@@ -7,8 +7,6 @@
 #include "frame/parts/active_flag.h"
 #include "frame/parts/render_images.h"
 
-#include <optional>
-
 namespace morvane {
 
 class CVexCheckBox : public Control<IVexCheckBox> {
@@ -54,11 +52,12 @@ protected:
     Handled onLeftButtonDown(const PointerNotice& notice) override;
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice& notice) override;
+    Handled onSetFocus() override { return Handled::No; }
+    Handled onKillFocus() override { return Handled::No; }
     Handled onDrawPreview() override { return Handled::No; }
     Handled onSize() override;
 
 private:
-    using Look = CheckBoxProperties::Look;
     using ValueLooks = CheckBoxProperties::ValueLooks;
 
     struct FittedTo {
@@ -68,16 +67,16 @@ private:
     };
 
     ValueLooks& looksOf(CheckValue value) { return m_properties.values[static_cast<std::size_t>(value)]; }
-    Look& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
+    StateLook& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
     /// The look that is drawn: an inactive box has its own while it is in its normal state.
-    Look& currentLook();
-    /// The graphic's property of an interface method's indexes; null for indexes that lead nowhere. States past the
-    /// last one lead on into the looks of the next value, as clients know from one array of them all.
-    ImageProp* graphicsAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value);
+    StateLook& currentLook();
+    /// The look of an interface method's indexes; null for indexes that lead nowhere. States past the last one lead on
+    /// into the looks of the next value, as clients know from one array of them all.
+    StateLook* lookAt(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value);
 
     void updateState();
     void step();
-    void fitToText(bool forced);
+    void fitToText(Fit when = Fit::Always);
 
     Rect boxRect(const Rect& control);
     Rect textRect(const Rect& control);

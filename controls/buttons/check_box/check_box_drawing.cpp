@@ -12,7 +12,7 @@ void CVexCheckBox::updateState()
         m_state = checkStateOf({isEnabled(), isLeftButtonDown(), isMouseOver()});
 }
 
-CVexCheckBox::Look& CVexCheckBox::currentLook()
+StateLook& CVexCheckBox::currentLook()
 {
     return !m_active.isActive() && m_state == CheckState::Normal ? looksOf(m_value).inactive : lookOf(m_value);
 }
@@ -63,8 +63,8 @@ void CVexCheckBox::render(IVexRenderDC& dc)
         graphic().draw(dc, Rect::at({left, control.top}, size));
     }
 
-    const Bstr text = m_properties.text.value();
-    if (!text.empty() && m_properties.showText.isSet())
+    const Bstr text = m_properties.caption.shown();
+    if (!text.empty())
         currentLook().textStyle.draw(dc, textRect(control), text);
 
     const Size section = graphicSectionSize();
@@ -93,9 +93,9 @@ HRESULT CVexCheckBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
             painter.drawAlphaBitmap(reinterpret_cast<HBITMAP>(m_graphicHandle), control, isMirrored());
     }
 
-    const Bstr text = m_properties.text.value();
+    const Bstr text = m_properties.caption.shown();
     const ComPtr<IVexTextStyle> style = currentLook().textStyle.style();
-    if (style && !text.empty() && m_properties.showText.isSet())
+    if (style && !text.empty())
         painter.drawText(*style, text, textRect(control));
 
     const ComPtr<IVexImageBase> graphics = currentLook().graphics.section();

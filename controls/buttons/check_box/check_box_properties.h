@@ -3,6 +3,8 @@
 
 #include "controls/buttons/check_box/check_box_logic.h"
 #include "frame/parts/auto_size.h"
+#include "frame/parts/caption.h"
+#include "frame/parts/state_look.h"
 #include "frame/properties.h"
 
 #include <array>
@@ -10,18 +12,12 @@
 namespace morvane {
 
 struct CheckBoxProperties {
-    struct Look {
-        ImageProp image; // the box
-        ImageProp graphics;
-        TextStyleProp textStyle;
-    };
     struct ValueLooks {
-        std::array<Look, kCheckStateCount> states; // by CheckState
-        Look inactive;
+        std::array<StateLook, kCheckStateCount> states; // by CheckState; the image is the box
+        StateLook inactive;
     };
     std::array<ValueLooks, kCheckValueCount> values; // by CheckValue
-    StringProp text;
-    BoolProp showText;
+    CaptionProps caption;
     StringProp toolTip;
     BoolProp threeState;
     CursorProp cursor; // read by the framework

@@ -6,28 +6,22 @@ namespace morvane {
 
 void CommandButtonProperties::declare(PropertyTable& table)
 {
-    const auto declareLook = [&](Look& l, std::wstring_view name) {
-        const PropertyGroup group = table.group(name);
-        group.style(l.image, L"Image");
-        group.style(l.graphics, L"Graphics");
-        group.style(l.textStyle, L"TextStyle");
-    };
     static constexpr std::array<std::wstring_view, kButtonStateCount> kStates = {L"Normal", L"Press", L"Disabled",
                                                                                  L"Hot", L"Focus"};
     for (std::size_t state = 0; state < kStates.size(); ++state)
-        declareLook(look[state], kStates[state]);
-    declareLook(inactive, L"Inactive");
+        look[state].declare(table.group(kStates[state]));
+    inactive.declare(table.group(L"Inactive"));
 
     const PropertyGroup textGroup = table.group(L"Text");
-    textGroup.content(text, L"Text", L"PushButton");
-    textGroup.content(showText, L"ShowText", true);
+    textGroup.content(caption.text, L"Text", L"PushButton");
+    textGroup.content(caption.isShown, L"ShowText", true);
     table.group(L"Tooltip").content(toolTip, L"Tooltip", L"");
 
     const PropertyGroup graphics = table.group(L"Graphics");
-    graphics.style(isStacked, L"UpDownMode");
-    graphics.style(isRightAligned, L"RightAlign");
-    graphics.style(graphicX, L"x", 0);
-    graphics.style(graphicY, L"y", 0);
+    graphics.style(graphic.isStacked, L"UpDownMode");
+    graphics.style(graphic.isRightAligned, L"RightAlign");
+    graphics.style(graphic.x, L"x", 0);
+    graphics.style(graphic.y, L"y", 0);
 
     autoSize.declare(table);
 
@@ -63,31 +57,9 @@ Handled CCmdButton::onFinalCreate()
     return Handled::Yes;
 }
 
-Handled CCmdButton::onWindowMessage(const WindowMessageNotice& notice)
-{
-    if (notice.message == WM_RBUTTONUP)
-        reportRightButtonUp(notice);
-    return Handled::No; // other registered objects hear of it too
-}
-
-Handled CCmdButton::onSetFocus()
-{
-    m_hasFocus = true;
-    redraw();
-    return Handled::No;
-}
-
-Handled CCmdButton::onKillFocus()
-{
-    m_hasFocus = false;
-    redraw();
-    return Handled::No;
-}
-
 Handled CCmdButton::onSize()
 {
-    if (m_properties.autoSize.isEnabled())
-        fitToText(false);
+    fitToText(Fit::WhereChanged);
     return Handled::No;
 }
 
@@ -96,15 +68,15 @@ Handled CCmdButton::onSize()
 STDMETHODIMP CCmdButton::SetText(BSTR text) noexcept
 {
     return guarded([&] {
-        m_properties.text.set(text);
-        fitIfEnabled();
+        m_properties.caption.text.set(text);
+        fitToText();
         redraw();
     });
 }
 
 STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept
 {
-    return fetch(m_properties.text, result);
+    return fetch(m_properties.caption.text, result);
 }
 STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept
 {
@@ -117,24 +89,18 @@ STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept
 
 STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
 {
-    return guarded([&] {
-        if (!m_properties.showText)
-            return S_FALSE;
-        m_properties.showText.set(show);
-        redraw();
-        return S_OK;
-    });
+    return storeThen(m_properties.caption.isShown, show, [this] { redraw(); });
 }
 
 STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept
 {
-    return fetch(m_properties.showText, result);
+    return fetch(m_properties.caption.isShown, result);
 }
 
 STDMETHODIMP CCmdButton::GetTextLength(short* result) noexcept
 {
     return filling(result, [&](short& length) {
-        const Bstr text = m_properties.text.value();
+        const Bstr text = m_properties.caption.text.value();
         const ComPtr<IVexTextStyle> style = lookOf(m_state).textStyle.style();
         if (!text.get() || !style)
             return S_FALSE;
@@ -159,7 +125,7 @@ STDMETHODIMP CCmdButton::SetButtonState(VEX_BUTTONSTATE state) noexcept
         m_state = static_cast<ButtonState>(state);
         m_isStateForced = m_state != ButtonState::Normal;
         if (!m_isStateForced)
-            m_hasFocus = false;
+            forgetFocus();
         redraw();
     });
 }
@@ -169,7 +135,7 @@ STDMETHODIMP CCmdButton::SetActive(VARIANT_BOOL active) noexcept
     return guarded([&] {
         if (!m_active.set(active))
             return S_FALSE;
-        m_hasFocus = false;
+        forgetFocus();
         redraw();
         return S_OK;
     });
@@ -185,22 +151,22 @@ STDMETHODIMP CCmdButton::IsActive(VARIANT_BOOL* result) noexcept
 
 STDMETHODIMP CCmdButton::SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept
 {
-    return isButtonState(state) ? store(lookOf(state).image, section) : E_INVALIDARG;
+    return storeIn(lookAt(state), &StateLook::image, section);
 }
 
 STDMETHODIMP CCmdButton::GetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
 {
-    return isButtonState(state) ? fetch(lookOf(state).image, result) : refused(result);
+    return fetchFrom(lookAt(state), &StateLook::image, result);
 }
 
 STDMETHODIMP CCmdButton::SetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle* style) noexcept
 {
-    return isButtonState(state) ? store(lookOf(state).textStyle, style) : E_INVALIDARG;
+    return storeIn(lookAt(state), &StateLook::textStyle, style);
 }
 
 STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle** result) noexcept
 {
-    return isButtonState(state) ? fetch(lookOf(state).textStyle, result) : refused(result);
+    return fetchFrom(lookAt(state), &StateLook::textStyle, result);
 }
 
 // Size that follows the text
@@ -212,24 +178,18 @@ int CCmdButton::widthTakenByGraphic()
     return hasStrip() ? m_strip->fullWidth() : graphicSize(graphicSource()).width;
 }
 
-void CCmdButton::fitToText(bool forced)
+void CCmdButton::fitToText(Fit when)
 {
     IVexControlBase* const inner = innerBase();
-    if (!inner)
+    if (!inner || !m_properties.autoSize.isEnabled())
         return;
-    const Bstr text = m_properties.text.value();
-    const FittedTo now{static_cast<int>(text.view().size()), widthTakenByGraphic(), m_properties.graphicX.value()};
-    if (!forced && now == m_fitted)
+    const Bstr text = m_properties.caption.text.value();
+    const FittedTo now{static_cast<int>(text.view().size()), widthTakenByGraphic(), m_properties.graphic.x.value()};
+    if (when == Fit::WhereChanged && now == m_fitted)
         return;
     m_fitted = now;
     const ComPtr<IVexTextStyle> style = lookOf(m_state).textStyle.style();
-    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), now.graphicWidth + now.x);
-}
-
-void CCmdButton::fitIfEnabled()
-{
-    if (m_properties.autoSize.isEnabled())
-        fitToText(true);
+    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), saturatingAdd(now.graphicWidth, now.x));
 }
 
 HRESULT CCmdButton::setLimit(LongProp& limit, long value)
@@ -238,7 +198,7 @@ HRESULT CCmdButton::setLimit(LongProp& limit, long value)
         if (limit.value() == value)
             return S_FALSE;
         limit.set(static_cast<int>(value));
-        fitIfEnabled();
+        fitToText();
         redraw();
         return S_OK;
     });

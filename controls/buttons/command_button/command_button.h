@@ -7,7 +7,6 @@
 #include "frame/control.h"
 #include "frame/parts/active_flag.h"
 #include "frame/parts/frame_strip.h"
-#include "frame/parts/graphic_layout.h"
 #include "frame/parts/render_images.h"
 #include "frame/platform/handles.h"
 
@@ -67,14 +66,9 @@ protected:
 
     Bstr toolTipText() const override { return m_properties.toolTip.value(); }
     Handled onFinalCreate() override;
-    Handled onSetFocus() override;
-    Handled onKillFocus() override;
     Handled onSize() override;
-    Handled onWindowMessage(const WindowMessageNotice& notice) override;
 
 private:
-    using Look = CommandButtonProperties::Look;
-
     /// Where the graphic comes from, in the order of preference.
     enum class GraphicSource { None, Strip, Image, Section };
 
@@ -91,10 +85,14 @@ private:
         friend bool operator==(const FittedTo&, const FittedTo&) = default;
     };
 
-    Look& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
-    Look& lookOf(VEX_BUTTONSTATE checked) { return lookOf(static_cast<ButtonState>(checked)); }
+    StateLook& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
+    /// The look of an interface method's index; null where that leads nowhere.
+    StateLook* lookAt(VEX_BUTTONSTATE state)
+    {
+        return isButtonState(state) ? &lookOf(static_cast<ButtonState>(state)) : nullptr;
+    }
     /// The look that is drawn: an inactive button has its own while it is in its normal state.
-    Look& currentLook()
+    StateLook& currentLook()
     {
         return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state);
     }
@@ -105,21 +103,17 @@ private:
     void drawBackground(IVexRenderDC& dc, const Rect& control);
     int drawGraphic(IVexRenderDC& dc, const Rect& control, const GraphicPlacement& placement);
     void drawText(IVexRenderDC& dc, const Rect& control, const GraphicPlacement& placement, int graphicWidth);
-    GraphicPlacement graphicPlacement() const;
     GraphicSource graphicSource();
     Size graphicSize(GraphicSource source);
 
-    /// Fits the size to the text; unforced, only when what it depends on has changed.
-    void fitToText(bool forced);
-    void fitIfEnabled();
+    /// Fits the size to the text where the skin asks for it.
+    void fitToText(Fit when = Fit::Always);
     int widthTakenByGraphic();
     HRESULT setLimit(LongProp& limit, long value);
-    ComPtr<IVexImageBase> sectionForFile(BSTR path, bool& loaded);
 
     CommandButtonProperties m_properties;
     ButtonState m_state = ButtonState::Normal;
     bool m_isStateForced = false;
-    bool m_hasFocus = false;
     ActiveFlag m_active;
     std::unique_ptr<FrameStrip> m_strip; // made when the first file is given
     RenderImageSlot m_graphic;

@@ -17,7 +17,7 @@ void CCmdButton::updateState()
     if (!isDesignTime() && !m_isStateForced) {
         ButtonFacts facts;
         facts.isEnabled = isEnabledNow;
-        facts.wasGivenFocus = m_hasFocus;
+        facts.wasGivenFocus = hasFocus();
         facts.isFocusObject = isFocusObject();
         facts.isLeftButtonDown = isLeftButtonDown();
         facts.isMouseOver = isMouseOver();
@@ -38,7 +38,7 @@ void CCmdButton::render(IVexRenderDC& dc)
     updateState();
     const Rect control = ownRect();
     drawBackground(dc, control);
-    const GraphicPlacement placement = graphicPlacement();
+    const GraphicPlacement placement = m_properties.graphic.placement();
     const int graphicWidth = drawGraphic(dc, control, placement);
     drawText(dc, control, placement, graphicWidth);
     drawFocusMark(dc);
@@ -51,12 +51,6 @@ void CCmdButton::drawBackground(IVexRenderDC& dc, const Rect& control)
         back->image.draw(dc, control);
     else
         currentLook().image.draw(dc, control);
-}
-
-GraphicPlacement CCmdButton::graphicPlacement() const
-{
-    return {m_properties.isStacked.isSet(), m_properties.isRightAligned.isSet(), m_properties.graphicX.value(),
-            m_properties.graphicY.value()};
 }
 
 CCmdButton::GraphicSource CCmdButton::graphicSource()
@@ -100,8 +94,8 @@ int CCmdButton::drawGraphic(IVexRenderDC& dc, const Rect& control, const Graphic
 
 void CCmdButton::drawText(IVexRenderDC& dc, const Rect& control, const GraphicPlacement& placement, int graphicWidth)
 {
-    const Bstr text = m_properties.text.value();
-    if (text.empty() || !m_properties.showText.isSet())
+    const Bstr text = m_properties.caption.shown();
+    if (text.empty())
         return;
     // Only a button that fits itself to its text keeps the text clear of the graphic.
     const bool besideGraphic = m_properties.autoSize.isEnabled() && !placement.isStacked;

@@ -29,6 +29,32 @@ ComPtr<Interface> sharedResource(IVexRes& res, VexObjType type, std::wstring_vie
     return object.as<Interface>();
 }
 
+/// The skin's image section for a file, shared under a name made from the file's. A section of that name that exists
+/// already is used as it is. `loaded` tells whether the file could be read; what was added stays in the skin either
+/// way.
+ComPtr<IVexImageBase> sectionForFile(IVexRes& res, BSTR path, bool& loaded)
+{
+    const std::wstring name(baseName(viewOf(path)));
+    loaded = true;
+    bool existed = false;
+    const auto section = sharedResource<IVexImageBase>(res, VEXOBJTYPE_IMAGEBASE, L"CmdButton" + name, existed);
+    if (!section || existed)
+        return section;
+
+    bool pictureExisted = false;
+    const auto picture = sharedResource<IVexPicture>(res, VEXOBJTYPE_IMAGE, name, pictureExisted);
+    VARIANT_BOOL imported = VARIANT_FALSE;
+    loaded = picture && SUCCEEDED(picture->ImportFile(path, &imported)) && imported != VARIANT_FALSE;
+    if (!loaded)
+        return section;
+    SkinRect whole = toSkinRect(Rect::at({}, pictureSize(picture.get())));
+    section->put_ImageObj(picture.get());
+    section->BuildPerPixImage();
+    section->StretchAll(VARIANT_TRUE);
+    section->put_rect(&whole);
+    return section;
+}
+
 } // namespace
 
 STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
@@ -38,9 +64,9 @@ STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short 
             m_strip = std::make_unique<FrameStrip>();
         if (!m_strip->load(path, count, horizontal == VARIANT_TRUE))
             return S_FALSE;
-        m_properties.graphicX.set(x);
-        m_properties.graphicY.set(y);
-        fitIfEnabled();
+        m_properties.graphic.x.set(x);
+        m_properties.graphic.y.set(y);
+        fitToText();
         redraw();
         return S_OK;
     });
@@ -57,7 +83,7 @@ STDMETHODIMP CCmdButton::SetGraphicshIcon(std::int64_t icon, short, short) noexc
         m_graphic.makeFromHandle(host(), icon, VEX_PT_ICO);
         m_fileBitmap.reset(); // after the image that was made from it
         m_graphicHandle = icon;
-        fitIfEnabled();
+        fitToText();
     });
 }
 
@@ -70,7 +96,7 @@ STDMETHODIMP CCmdButton::SetGraphicshBitmap(std::int64_t bitmap, VARIANT_BOOL re
 {
     return guarded([&] {
         m_graphic.makeFromHandle(host(), bitmap, VEX_PT_BMP);
-        fitIfEnabled();
+        fitToText();
         if (redrawNow != VARIANT_FALSE)
             redrawOwnRect();
     });
@@ -98,21 +124,21 @@ STDMETHODIMP CCmdButton::SetFileIcon(BSTR path) noexcept
 
 STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept
 {
-    return store(m_properties.isStacked, stacked);
+    return store(m_properties.graphic.isStacked, stacked);
 }
 STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept
 {
-    return fetch(m_properties.isStacked, result);
+    return fetch(m_properties.graphic.isStacked, result);
 }
 
 STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept
 {
     return guarded([&] {
-        if (!m_properties.graphicX || !m_properties.graphicY)
+        if (!m_properties.graphic.x || !m_properties.graphic.y)
             return S_FALSE;
-        m_properties.graphicX.set(static_cast<int>(x));
-        m_properties.graphicY.set(static_cast<int>(y));
-        fitIfEnabled();
+        m_properties.graphic.x.set(static_cast<int>(x));
+        m_properties.graphic.y.set(static_cast<int>(y));
+        fitToText();
         redraw();
         return S_OK;
     });
@@ -120,25 +146,20 @@ STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept
 
 STDMETHODIMP CCmdButton::GetGraphicOffset(long* x, long* y) noexcept
 {
-    if (!x || !y)
-        return E_POINTER;
-    return guarded([&] {
-        *x = m_properties.graphicX.value();
-        *y = m_properties.graphicY.value();
-        return m_properties.graphicX && m_properties.graphicY ? S_OK : S_FALSE;
-    });
+    const HRESULT status = fetch(m_properties.graphic.x, m_properties.graphic.y, x, y);
+    return status == S_OK && !(m_properties.graphic.x && m_properties.graphic.y) ? S_FALSE : status;
 }
 
 STDMETHODIMP CCmdButton::SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* section, VARIANT_BOOL redrawNow,
                                           VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& done) {
-        if (!isButtonState(state))
+        StateLook* const look = lookAt(state);
+        if (!look)
             return S_FALSE;
-        lookOf(state).graphics.setSection(section);
-        fitIfEnabled();
-        if (redrawNow != VARIANT_FALSE)
-            redraw();
+        look->graphics.setSection(section);
+        fitToText();
+        redrawIf(redrawNow);
         done = VARIANT_TRUE;
         return S_OK;
     });
@@ -146,7 +167,7 @@ STDMETHODIMP CCmdButton::SetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase* 
 
 STDMETHODIMP CCmdButton::GetGraphicsImage(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept
 {
-    return isButtonState(state) ? fetch(lookOf(state).graphics, result) : refused(result, S_FALSE);
+    return fetchFrom(lookAt(state), &StateLook::graphics, result, S_FALSE);
 }
 
 STDMETHODIMP CCmdButton::SetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t bitmap, VARIANT_BOOL*) noexcept
@@ -177,47 +198,22 @@ STDMETHODIMP CCmdButton::GetBackhBitmap(VEX_BUTTONSTATE state, std::int64_t* res
     return S_OK;
 }
 
-/// The skin's image section for a file, shared under a name made from the file's. A section of that name that exists
-/// already is used as it is. `loaded` tells whether the file could be read; what was added stays in the skin either
-/// way.
-ComPtr<IVexImageBase> CCmdButton::sectionForFile(BSTR path, bool& loaded)
-{
-    IVexRes& res = *host().res;
-    const std::wstring name(baseName(viewOf(path)));
-    loaded = true;
-    bool existed = false;
-    const auto section = sharedResource<IVexImageBase>(res, VEXOBJTYPE_IMAGEBASE, L"CmdButton" + name, existed);
-    if (!section || existed)
-        return section;
-
-    bool pictureExisted = false;
-    const auto picture = sharedResource<IVexPicture>(res, VEXOBJTYPE_IMAGE, name, pictureExisted);
-    VARIANT_BOOL imported = VARIANT_FALSE;
-    loaded = picture && SUCCEEDED(picture->ImportFile(path, &imported)) && imported != VARIANT_FALSE;
-    if (!loaded)
-        return section;
-    SkinRect whole = toSkinRect(Rect::at({}, pictureSize(picture.get())));
-    section->put_ImageObj(picture.get());
-    section->BuildPerPixImage();
-    section->StretchAll(VARIANT_TRUE);
-    section->put_rect(&whole);
-    return section;
-}
-
 STDMETHODIMP CCmdButton::SetBackImageFile(VEX_BUTTONSTATE state, BSTR path, VARIANT_BOOL* result) noexcept
 {
     if (result)
         *result = VARIANT_FALSE;
-    if (!isButtonState(state))
+    StateLook* const look = lookAt(state);
+    if (!look)
         return E_INVALIDARG;
     return filling(result, [&](VARIANT_BOOL& done) {
-        if (!host().res)
+        const ComPtr<IVexRes> res = host().res;
+        if (!res)
             return S_OK; // no skin to hold the picture
         bool loaded = false;
-        const ComPtr<IVexImageBase> section = sectionForFile(path, loaded);
+        const ComPtr<IVexImageBase> section = sectionForFile(*res, path, loaded);
         if (!section || !loaded)
             return S_OK;
-        lookOf(state).image.setSection(section.get());
+        look->image.setSection(section.get());
         redraw();
         done = VARIANT_TRUE;
         return S_OK;

@@ -3,6 +3,9 @@
 
 #include "controls/buttons/command_button/command_button_logic.h"
 #include "frame/parts/auto_size.h"
+#include "frame/parts/caption.h"
+#include "frame/parts/graphic_properties.h"
+#include "frame/parts/state_look.h"
 #include "frame/properties.h"
 
 #include <array>
@@ -10,20 +13,11 @@
 namespace morvane {
 
 struct CommandButtonProperties {
-    struct Look {
-        ImageProp image;
-        ImageProp graphics;
-        TextStyleProp textStyle;
-    };
-    std::array<Look, kButtonStateCount> look; // by ButtonState
-    Look inactive;
-    StringProp text;
-    BoolProp showText;
+    std::array<StateLook, kButtonStateCount> look; // by ButtonState
+    StateLook inactive;
+    CaptionProps caption;
     StringProp toolTip;
-    BoolProp isStacked;
-    BoolProp isRightAligned;
-    LongProp graphicX; // pixels
-    LongProp graphicY;
+    GraphicProps graphic;
     AutoSize autoSize;
     std::array<HotkeyProp, 2> hotkeys; // these and the cursor are read by the framework
     BoolProp activatedByBackspace;

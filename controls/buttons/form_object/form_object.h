@@ -49,6 +49,8 @@ protected:
     Handled onLeftButtonDown(const PointerNotice&) override { return Handled::No; }
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice&) override { return Handled::No; }
+    Handled onSetFocus() override { return Handled::No; }
+    Handled onKillFocus() override { return Handled::No; }
     Handled onDisposeMouseMove() override { return handledIf(m_properties.takesMouseMoves.isSet()); }
     Handled onDrawPreview() override { return Handled::No; }
     Handled onIsDragEnabled(VARIANT_BOOL& enabled) override;

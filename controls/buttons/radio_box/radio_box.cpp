@@ -29,15 +29,15 @@ void RadioBoxProperties::declare(PropertyTable& table)
         }
     }
     const PropertyGroup textGroup = table.group(L"Text");
-    textGroup.style(text, L"Text", L"RadioBox");
-    textGroup.style(showText, L"ShowText", true);
+    textGroup.style(caption.text, L"Text", L"RadioBox");
+    textGroup.style(caption.isShown, L"ShowText", true);
     table.group(L"Tooltip").style(toolTip, L"Tooltip");
 
     const PropertyGroup graphics = table.group(L"Graphics");
-    graphics.style(isStacked, L"UpDownMode");
-    graphics.style(isRightAligned, L"RightAlign");
-    graphics.style(graphicX, L"x");
-    graphics.style(graphicY, L"y");
+    graphics.style(graphic.isStacked, L"UpDownMode");
+    graphics.style(graphic.isRightAligned, L"RightAlign");
+    graphics.style(graphic.x, L"x");
+    graphics.style(graphic.y, L"y");
     graphics.style(graphicWidth, L"width");
     graphics.style(graphicHeight, L"height");
 
@@ -247,8 +247,6 @@ Handled CRadioBox::onMouseEnter(const PointerNotice& notice)
 {
     trackChildImage(notice.point);
     enterState(RadioState::Hot);
-    if (!host().window)
-        host().refreshWindow();
     sendToolTip();
     redraw();
     return Handled::Yes;
@@ -292,8 +290,7 @@ Handled CRadioBox::onLeftDoubleClick(const PointerNotice&)
 
 Handled CRadioBox::onSize()
 {
-    if (m_properties.autoSize.isEnabled())
-        fitToText(false);
+    fitToText(Fit::WhereChanged);
     return Handled::No;
 }
 
@@ -307,12 +304,6 @@ Handled CRadioBox::onTimer(UINT_PTR id)
 }
 
 // State and text ------------------------------------------------------------------------------------------------------
-
-void CRadioBox::redrawIf(VARIANT_BOOL asked)
-{
-    if (asked != VARIANT_FALSE)
-        redraw();
-}
 
 STDMETHODIMP CRadioBox::GetButtonState(VEX_RADIOBOXSTATE* result) noexcept
 {
@@ -335,16 +326,15 @@ STDMETHODIMP CRadioBox::SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL red
 STDMETHODIMP CRadioBox::SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept
 {
     return guarded([&] {
-        m_properties.text.set(text);
-        if (m_properties.autoSize.isEnabled())
-            fitToText(true);
+        m_properties.caption.text.set(text);
+        fitToText();
         redrawIf(redrawNow);
     });
 }
 
 STDMETHODIMP CRadioBox::GetText(BSTR* result) noexcept
 {
-    return fetch(m_properties.text, result);
+    return fetch(m_properties.caption.text, result);
 }
 STDMETHODIMP CRadioBox::SetTooltip(BSTR text) noexcept
 {
@@ -356,23 +346,22 @@ STDMETHODIMP CRadioBox::GetTooltip(BSTR* result) noexcept
 }
 STDMETHODIMP CRadioBox::IsShowText(VARIANT_BOOL* result) noexcept
 {
-    return fetch(m_properties.showText, result);
+    return fetch(m_properties.caption.isShown, result);
 }
 
 STDMETHODIMP CRadioBox::ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept
 {
-    const HRESULT status = store(m_properties.showText, show);
-    return status == S_OK ? guarded([&] { redrawIf(redrawNow); }) : status;
+    return storeThen(m_properties.caption.isShown, show, [&] { redrawIf(redrawNow); });
 }
 
-void CRadioBox::fitToText(bool forced)
+void CRadioBox::fitToText(Fit when)
 {
     IVexControlBase* const inner = innerBase();
-    if (!inner)
+    if (!inner || !m_properties.autoSize.isEnabled())
         return;
-    const Bstr text = m_properties.text.value();
+    const Bstr text = m_properties.caption.text.value();
     const FittedTo now{static_cast<int>(text.view().size()), boxSize().width};
-    if (!forced && now == m_fitted)
+    if (when == Fit::WhereChanged && now == m_fitted)
         return;
     m_fitted = now;
     const ComPtr<IVexTextStyle> style = currentLook().textStyle.style();

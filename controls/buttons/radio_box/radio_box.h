@@ -6,7 +6,6 @@
 #include "controls/buttons/radio_box/radio_group.h"
 #include "frame/control.h"
 #include "frame/parts/frame_strip.h"
-#include "frame/parts/graphic_layout.h"
 #include "frame/parts/render_images.h"
 #include "frame/platform/window_timer.h"
 
@@ -96,6 +95,8 @@ protected:
     Handled onLeftButtonDown(const PointerNotice& notice) override;
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice& notice) override;
+    Handled onSetFocus() override { return Handled::No; }
+    Handled onKillFocus() override { return Handled::No; }
     Handled onSize() override;
     Handled onTimer(UINT_PTR id) override;
 
@@ -131,12 +132,11 @@ private:
     Look* lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked);
 
     void enterState(RadioState state);
-    void redrawIf(VARIANT_BOOL asked);
     void joinGroup();
     ComPtr<IVexRadioGroup> groupOfSiblings(ISkinObjResBase& parent, long id);
     void leaveOwnGroup();
     void leaveGroups();
-    void fitToText(bool forced);
+    void fitToText(Fit when = Fit::Always);
     Rect childImageRect(const Rect& control) const;
     /// Whether the pointer is on the clickable picture.
     void trackChildImage(Point pointer);
@@ -146,7 +146,6 @@ private:
     Size boxSize();
     Rect textRect(const Rect& control);
     Rect graphicRect(const Rect& control, Size natural) const;
-    GraphicPlacement graphicPlacement() const;
     void drawBackground(IVexRenderDC& dc, const Rect& control);
     void drawGraphic(IVexRenderDC& dc, const Rect& control);
     void drawGraphic(const DcPainter& painter, const Rect& control);

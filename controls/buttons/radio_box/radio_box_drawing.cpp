@@ -20,19 +20,13 @@ Size CRadioBox::boxSize()
 
 Rect CRadioBox::textRect(const Rect& control)
 {
-    return m_properties.isStacked.isSet() ? control : textBesideBox(control, boxSize().width, isMirrored());
-}
-
-GraphicPlacement CRadioBox::graphicPlacement() const
-{
-    return {m_properties.isStacked.isSet(), m_properties.isRightAligned.isSet(), m_properties.graphicX.value(),
-            m_properties.graphicY.value()};
+    return m_properties.graphic.isStacked.isSet() ? control : textBesideBox(control, boxSize().width, isMirrored());
 }
 
 Rect CRadioBox::graphicRect(const Rect& control, Size natural) const
 {
     const Size wanted{m_properties.graphicWidth.value(), m_properties.graphicHeight.value()};
-    return placeGraphic(graphicPlacement(), control, wanted.isEmpty() ? natural : wanted);
+    return placeGraphic(m_properties.graphic.placement(), control, wanted.isEmpty() ? natural : wanted);
 }
 
 Rect CRadioBox::childImageRect(const Rect& control) const
@@ -76,8 +70,8 @@ void CRadioBox::render(IVexRenderDC& dc)
     drawBackground(dc, control);
     currentLook().box.draw(dc, placeBox(control, boxSize(), isMirrored()));
     drawGraphic(dc, control);
-    const Bstr text = m_properties.text.value();
-    if (!text.empty() && m_properties.showText.isSet())
+    const Bstr text = m_properties.caption.shown();
+    if (!text.empty())
         currentLook().textStyle.draw(dc, textRect(control), text);
     if (m_child.isSet && m_child.picture)
         TemporarySection(*m_child.picture).draw(dc, childImageRect(control));
@@ -92,8 +86,8 @@ void CRadioBox::drawGraphic(const DcPainter& painter, const Rect& control)
         m_strip.draw(painter, graphicRect(control, m_strip.frameSize()), static_cast<int>(m_state));
     else if (bitmap)
         painter.drawAlphaBitmap(bitmap, graphicRect(control, bitmapSize(bitmap)));
-    else if (section.hasPicture())
-        painter.drawSection(*section.section(), graphicRect(control, section.imageSize()));
+    else if (const ComPtr<IVexImageBase> image = section.section(); image && section.hasPicture())
+        painter.drawSection(*image, graphicRect(control, section.imageSize()));
 }
 
 HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
@@ -117,9 +111,9 @@ HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
         painter.drawSection(*box, placeBox(control, boxSize(), isMirrored()));
 
     drawGraphic(painter, control);
-    const Bstr text = m_properties.text.value();
+    const Bstr text = m_properties.caption.shown();
     const ComPtr<IVexTextStyle> style = look.textStyle.style();
-    if (style && !text.empty() && m_properties.showText.isSet())
+    if (style && !text.empty())
         painter.drawText(*style, text, textRect(control));
     if (m_child.isSet && m_child.picture)
         TemporarySection(*m_child.picture).draw(painter, childImageRect(control));

@@ -19,29 +19,6 @@ CRadioBox::Look* CRadioBox::lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked
     return index ? &m_properties.looks[*index] : nullptr;
 }
 
-namespace {
-
-/// Stores a value in one property of a look; E_INVALIDARG and false without one.
-template <class Look, class Property, class Set>
-HRESULT storeIn(Look* look, Property Look::*property, VARIANT_BOOL* result, Set set) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
-        if (!look)
-            return E_INVALIDARG;
-        set(look->*property);
-        done = VARIANT_TRUE;
-        return S_OK;
-    });
-}
-
-template <class Look, class Property, class Out>
-HRESULT fetchFrom(Look* look, Property Look::*property, Out* result) noexcept
-{
-    return look ? fetch(look->*property, result) : refused(result);
-}
-
-} // namespace
-
 STDMETHODIMP CRadioBox::SetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
                                      VARIANT_BOOL* result) noexcept
 {
@@ -61,8 +38,7 @@ STDMETHODIMP CRadioBox::SetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL check
 
 STDMETHODIMP CRadioBox::GetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR* result) noexcept
 {
-    const Look* const look = lookAt(state, checked);
-    return look ? returning(result, [&] { return look->color.value(); }) : refused(result);
+    return fetchFrom(lookAt(state, checked), &Look::color, result);
 }
 
 STDMETHODIMP CRadioBox::SetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
@@ -133,10 +109,9 @@ STDMETHODIMP CRadioBox::SetGraphicsFilePath(BSTR path, short x, short y, short c
     return guarded([&] {
         if (!m_strip.load(path, count, horizontal == VARIANT_TRUE))
             return S_FALSE;
-        m_properties.graphicX.set(x);
-        m_properties.graphicY.set(y);
-        if (m_properties.autoSize.isEnabled())
-            fitToText(true);
+        m_properties.graphic.x.set(x);
+        m_properties.graphic.y.set(y);
+        fitToText();
         redraw();
         return S_OK;
     });
@@ -149,30 +124,26 @@ STDMETHODIMP CRadioBox::GetGraphicsFilePath(BSTR* result) noexcept
 
 STDMETHODIMP CRadioBox::SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawNow) noexcept
 {
-    const HRESULT status = store(m_properties.isStacked, stacked);
-    return status == S_OK ? guarded([&] { redrawIf(redrawNow); }) : status;
+    return storeThen(m_properties.graphic.isStacked, stacked, [&] { redrawIf(redrawNow); });
 }
 
 STDMETHODIMP CRadioBox::IsUpDownMode(VARIANT_BOOL* result) noexcept
 {
-    return fetch(m_properties.isStacked, result);
+    return fetch(m_properties.graphic.isStacked, result);
 }
 
 STDMETHODIMP CRadioBox::SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept
 {
     return guarded([&] {
-        m_properties.graphicX.set(static_cast<int>(x));
-        m_properties.graphicY.set(static_cast<int>(y));
+        m_properties.graphic.x.set(static_cast<int>(x));
+        m_properties.graphic.y.set(static_cast<int>(y));
         redrawIf(redrawNow);
     });
 }
 
 STDMETHODIMP CRadioBox::GetGraphicOffset(long* x, long* y) noexcept
 {
-    if (!x || !y)
-        return E_POINTER;
-    fetch(m_properties.graphicX, x);
-    return fetch(m_properties.graphicY, y);
+    return fetch(m_properties.graphic.x, m_properties.graphic.y, x, y);
 }
 
 STDMETHODIMP CRadioBox::SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow, VARIANT_BOOL* result) noexcept
@@ -188,10 +159,7 @@ STDMETHODIMP CRadioBox::SetGraphicSize(long width, long height, VARIANT_BOOL red
 
 STDMETHODIMP CRadioBox::GetGraphicSize(long* width, long* height) noexcept
 {
-    if (!width || !height)
-        return E_POINTER;
-    fetch(m_properties.graphicWidth, width);
-    return fetch(m_properties.graphicHeight, height);
+    return fetch(m_properties.graphicWidth, m_properties.graphicHeight, width, height);
 }
 
 STDMETHODIMP CRadioBox::SetChildWndImage(BSTR path, short rightSpace, short offsetY) noexcept

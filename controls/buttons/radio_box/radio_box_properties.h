@@ -2,6 +2,8 @@
 #pragma once
 
 #include "frame/parts/auto_size.h"
+#include "frame/parts/caption.h"
+#include "frame/parts/graphic_properties.h"
 #include "frame/properties.h"
 
 #include <array>
@@ -33,14 +35,10 @@ struct RadioBoxProperties {
     };
     BoolProp drawsColor;                          // instead of the background image
     std::array<Look, 2 * kRadioStateCount> looks; // by radioLookIndex
-    StringProp text;
-    BoolProp showText;
+    CaptionProps caption;
     StringProp toolTip;
-    BoolProp isStacked;
-    BoolProp isRightAligned;
-    LongProp graphicX; // pixels
-    LongProp graphicY;
-    LongProp graphicWidth; // 0: the graphic's own
+    GraphicProps graphic;
+    LongProp graphicWidth; // pixels; 0: the graphic's own
     LongProp graphicHeight;
     LongProp groupId;  // 0: the boxes of one parent belong together
     CursorProp cursor; // read by the framework
