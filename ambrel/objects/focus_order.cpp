@@ -1,5 +1,8 @@
 #include "ambrel/objects/focus_order.h"
 
+#include <algorithm>
+#include <vector>
+
 namespace ambrel {
 
 namespace {
@@ -15,54 +18,75 @@ bool isOpen(const ObjectNode& node) noexcept
     return node.has(NodeFlag::Visible) && node.has(NodeFlag::Enabled);
 }
 
-/// Walks the open part of a tree in tree order, remembering what the search asks for.
-struct Search {
-    const ObjectNode* from;
-    bool forward;
-    ObjectNode* first = nullptr;
-    ObjectNode* last = nullptr;
-    ObjectNode* before = nullptr; // the last stop met before `from`
-    ObjectNode* after = nullptr;  // the first stop met after `from`
-    bool passed = false;
+/// The stops in the open part of a tree but `from`, in the order in which they are met on the way round from there.
+class Round {
+public:
+    Round(ObjectNode& root, const ObjectNode* from, bool forward) : m_from(from)
+    {
+        visit(root, true);
+        if (!m_passed)
+            m_place = 0;
+        std::rotate(m_stops.begin(), m_stops.begin() + static_cast<std::ptrdiff_t>(m_place), m_stops.end());
+        if (!forward)
+            std::reverse(m_stops.begin(), m_stops.end());
+    }
 
-    void visit(ObjectNode& node, bool parentOpen) noexcept
+    const std::vector<ObjectNode*>& stops() const noexcept { return m_stops; }
+
+    template <class Predicate>
+    ObjectNode* first(Predicate isIt) const
+    {
+        const auto found = std::find_if(m_stops.begin(), m_stops.end(), isIt);
+        return found == m_stops.end() ? nullptr : *found;
+    }
+
+private:
+    void visit(ObjectNode& node, bool parentOpen)
     {
         const bool open = parentOpen && isOpen(node);
-        if (&node == from) {
-            passed = true;
+        if (&node == m_from) {
+            m_passed = true;
+            m_place = m_stops.size();
         } else if (open && isStop(node)) {
-            if (!first)
-                first = &node;
-            last = &node;
-            if (!passed)
-                before = &node;
-            else if (!after)
-                after = &node;
+            m_stops.push_back(&node);
         }
         // A focused node in a part that was just closed still marks the place where the walk goes on.
-        if (!open && !(from && node.holds(*from)))
+        if (!open && !(m_from && node.holds(*m_from)))
             return;
         for (ObjectNode* child : node.children())
             visit(*child, open);
     }
 
-    ObjectNode* result() const noexcept
-    {
-        if (!passed)
-            return forward ? first : last;
-        if (forward)
-            return after ? after : first;
-        return before ? before : last;
-    }
+    const ObjectNode* m_from;
+    std::vector<ObjectNode*> m_stops;
+    std::size_t m_place = 0; // of the first stop after `from`
+    bool m_passed = false;
 };
 
 } // namespace
 
-ObjectNode* nextTabStop(ObjectNode& root, ObjectNode* from, bool forward) noexcept
+ObjectNode* nextTabStop(ObjectNode& root, ObjectNode* from, bool forward, const FocusGroups* groups)
 {
-    Search search{from, forward};
-    search.visit(root, true);
-    return search.result();
+    const Round round(root, from, forward);
+    if (!groups)
+        return round.first([](ObjectNode*) { return true; });
+    const std::optional<FocusGroup> left = from ? groups->groupOf(*from) : std::nullopt;
+    return round.first([&](ObjectNode* stop) {
+        const std::optional<FocusGroup> group = groups->groupOf(*stop);
+        if (!group || groups->isChosen(*stop))
+            return !group || group != left;
+        return group != left && !round.first([&](ObjectNode* other) {
+            return groups->isChosen(*other) && groups->groupOf(*other) == group;
+        });
+    });
+}
+
+ObjectNode* nextInGroup(ObjectNode& root, ObjectNode& from, bool forward, const FocusGroups& groups)
+{
+    const std::optional<FocusGroup> group = groups.groupOf(from);
+    if (!group)
+        return nullptr;
+    return Round(root, &from, forward).first([&](ObjectNode* stop) { return groups.groupOf(*stop) == group; });
 }
 
 } // namespace ambrel

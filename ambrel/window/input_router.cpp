@@ -15,6 +15,11 @@ constexpr int kKeyTab = 0x09;
 constexpr int kKeyReturn = 0x0D;
 constexpr int kKeyEscape = 0x1B;
 constexpr int kKeySpace = 0x20;
+constexpr int kKeyLeft = 0x25;
+constexpr int kKeyRight = 0x27;
+constexpr int kKeyDown = 0x28;
+constexpr int kKeyF1 = 0x70;
+constexpr int kKeyF24 = 0x87;
 
 /// Stands in for a scene that has gone.
 class EmptyScene final : public InputScene {
@@ -25,11 +30,14 @@ public:
     bool takesFocus(InputTarget) override { return false; }
     bool isDraggable(InputTarget) override { return false; }
     InputTarget nextInTabOrder(InputTarget, bool) override { return 0; }
+    InputTarget nextInGroup(InputTarget, bool) override { return 0; }
     InputTarget hotKeyOwner(const KeyFact&) override { return 0; }
+    std::vector<InputTarget> accessKeyOwners(wchar_t, InputTarget) override { return {}; }
     InputTarget enterOwner() override { return 0; }
     InputTarget backspaceOwner() override { return 0; }
     bool keepsTab(InputTarget) override { return false; }
-    bool isPressedByKeyboard(InputTarget) override { return false; }
+    bool takesKeys(InputTarget) override { return false; }
+    bool isPressedByEnter(InputTarget) override { return false; }
     void deliver(const InputAction&) override {}
     void setPointerCapture(bool) override {}
 };
@@ -43,6 +51,12 @@ EmptyScene& emptyScene() noexcept
 bool isWithin(Point a, Point b, int distance) noexcept
 {
     return std::abs(a.x - b.x) <= distance && std::abs(a.y - b.y) <= distance;
+}
+
+/// Combinations that write nothing: as hot keys they work whatever has the focus.
+bool isCommand(const KeyFact& key) noexcept
+{
+    return key.control || key.alt || key.key == kKeyEscape || (key.key >= kKeyF1 && key.key <= kKeyF24);
 }
 
 } // namespace
@@ -294,19 +308,26 @@ bool InputRouter::keyDown(const KeyFact& key, bool alreadyHandled)
         return true;
     if (alreadyHandled)
         return false;
-    if (const InputTarget owner = m_scene->hotKeyOwner(key))
-        return activate(owner);
+    const bool writes = takesText() && (!isCommand(key) || key.makesText);
+    if (isCommand(key) && !writes && pressByHotKey(key))
+        return true;
     if (key.control || key.alt)
         return false;
     if (key.key == kKeyTab && !(m_focused && m_scene->keepsTab(m_focused)))
         return shiftFocus(!key.shift);
-    return pressByKey(key);
+    if (key.key >= kKeyLeft && key.key <= kKeyDown && !writes && moveInGroup(key))
+        return true;
+    return pressByKey(key) || (!isCommand(key) && !writes && pressByHotKey(key));
+}
+
+bool InputRouter::isFocusPressedByKeyboard()
+{
+    return m_focused && m_scene->isEnabled(m_focused) && !m_scene->takesKeys(m_focused);
 }
 
 bool InputRouter::pressByKey(const KeyFact& key)
 {
-    const bool focusedIsPressed = m_focused && m_scene->isEnabled(m_focused) && m_scene->isPressedByKeyboard(m_focused);
-    if (key.key == kKeySpace && focusedIsPressed) {
+    if (key.key == kKeySpace && isFocusPressedByKeyboard()) {
         // Held like a button: pressed now, released with the key.
         if (m_keyPressed != m_focused) {
             m_keyPressed = m_focused;
@@ -315,12 +336,73 @@ bool InputRouter::pressByKey(const KeyFact& key)
         return true;
     }
     if (key.repeated)
-        return false; // held down, Enter would activate again and again
-    if (key.key == kKeyReturn && focusedIsPressed)
-        return activate(m_focused);
+        return false; // held down, it would activate again and again
     if (key.key == kKeyReturn)
-        return activate(m_scene->enterOwner());
-    return key.key == kKeyBackspace && activate(m_scene->backspaceOwner());
+        return pressByEnter();
+    return key.key == kKeyBackspace && !takesText() && activate(m_scene->backspaceOwner());
+}
+
+bool InputRouter::pressByEnter()
+{
+    const InputTarget focused = isFocusPressedByKeyboard() ? m_focused : 0;
+    if (focused && m_scene->isPressedByEnter(focused))
+        return activate(focused);
+    const InputTarget owner = m_scene->enterOwner();
+    return activate(owner ? owner : focused);
+}
+
+bool InputRouter::pressByHotKey(const KeyFact& key)
+{
+    const InputTarget owner = m_scene->hotKeyOwner(key);
+    if (owner && !key.repeated)
+        m_scene->deliver({.kind = InputKind::HotKey, .target = owner, .point = {}, .byKeyboard = true, .key = key});
+    return owner != 0;
+}
+
+bool InputRouter::moveInGroup(const KeyFact& key)
+{
+    const bool forward = key.key == kKeyDown || key.key == kKeyRight;
+    const Watched next(*this, m_focused ? m_scene->nextInGroup(m_focused, forward) : 0);
+    if (!next.get())
+        return false;
+    // It is chosen when it has got the focus, not when that went elsewhere.
+    if (setFocus(next.get()) && m_scene->isEnabled(next.get()))
+        activate(next.get());
+    return true;
+}
+
+bool InputRouter::character(const CharacterFact& fact, bool alreadyHandled)
+{
+    constexpr wchar_t kLastControlCharacter = 0x20; // the space among them: it cannot be marked
+    if (alreadyHandled || fact.character <= kLastControlCharacter || (!fact.alt && takesText()))
+        return false;
+    const std::vector<InputTarget> owners = m_scene->accessKeyOwners(fact.character, m_focused);
+    if (owners.empty() || fact.repeated)
+        return !owners.empty();
+    if (owners.size() > 1)
+        return focusNextOwner(fact.character, owners.size());
+    const Watched owner(*this, owners.front());
+    if (m_scene->takesFocus(owner.get()))
+        setFocus(owner.get());
+    if (owner.get() && m_scene->isEnabled(owner.get()) && !m_scene->takesKeys(owner.get()))
+        activate(owner.get());
+    return true;
+}
+
+/// It is not clear which of several owners of an access key is meant: the focus goes round, and Space decides.
+bool InputRouter::focusNextOwner(wchar_t accessKey, std::size_t count)
+{
+    InputTarget from = m_focused;
+    for (; count > 0; --count) {
+        const std::vector<InputTarget> owners = m_scene->accessKeyOwners(accessKey, from);
+        const Watched next(*this, owners.empty() ? 0 : owners.front());
+        if (next.get() && m_scene->takesFocus(next.get())) {
+            setFocus(next.get());
+            break;
+        }
+        from = next.get();
+    }
+    return true;
 }
 
 bool InputRouter::keyUp(const KeyFact& key)

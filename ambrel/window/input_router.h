@@ -27,6 +27,13 @@ struct KeyFact {
     bool control = false;
     bool alt = false;
     bool shift = false;
+    bool repeated = false;  // held down
+    bool makesText = false; // Ctrl and Alt together stand for AltGr, which writes characters
+};
+
+struct CharacterFact {
+    wchar_t character = 0; // as the user's keyboard makes it
+    bool alt = false;
     bool repeated = false;
 };
 
@@ -44,6 +51,7 @@ enum class InputKind {
     FocusGained,
     FocusLost,
     Activate, // a press and release by the keyboard
+    HotKey,   // its combination was pressed
     DragStart,
     DragMove,
     DragEnd,    // released; the point tells where
@@ -58,6 +66,7 @@ struct InputAction {
     int wheelDelta = 0;
     bool byKeyboard = false; // a press or release by a key: the point means nothing
     bool isPressed = false;  // the left button went down on the target and is still held
+    KeyFact key = {};        // of a HotKey
 };
 
 /// What the router asks of the objects. Calls to `deliver` may do anything: change the tree, move the focus, take
@@ -77,15 +86,24 @@ public:
     virtual bool isDraggable(InputTarget) = 0;
     /// The next object in tab order that can take the focus; from 0 the first (or last). 0 when there is none.
     virtual InputTarget nextInTabOrder(InputTarget from, bool forward) = 0;
+    /// The next (previous) object that can take the focus among those of which one is chosen, wrapping round. 0 when
+    /// there is none, or when the object is not of such a group.
+    virtual InputTarget nextInGroup(InputTarget from, bool forward) = 0;
     /// The enabled, visible object that a key combination activates from anywhere in the window; 0 for none.
     virtual InputTarget hotKeyOwner(const KeyFact&) = 0;
+    /// The enabled, visible objects that show this character as their access key, whatever its case; in tree order,
+    /// beginning after `from`.
+    virtual std::vector<InputTarget> accessKeyOwners(wchar_t character, InputTarget from) = 0;
     /// The object that Enter or Backspace activates from anywhere, when it is enabled and visible; 0 for none.
     virtual InputTarget enterOwner() = 0;
     virtual InputTarget backspaceOwner() = 0;
     /// Whether the focused object keeps Tab for itself.
     virtual bool keepsTab(InputTarget) = 0;
-    /// Whether Space and Enter press the object while it has the focus.
-    virtual bool isPressedByKeyboard(InputTarget) = 0;
+    /// Whether the object acts on keys by itself while it has the focus, as one that takes text does. Space and Enter
+    /// press the others.
+    virtual bool takesKeys(InputTarget) = 0;
+    /// Whether Enter presses the focused object even when another one is pressed by Enter from anywhere.
+    virtual bool isPressedByEnter(InputTarget) = 0;
 
     virtual void deliver(const InputAction&) = 0;
     /// The pointer must (or need no longer) be followed outside the window.
@@ -125,6 +143,9 @@ public:
     /// `alreadyHandled`: the focused object answered the raw key message itself. True when the router used the key.
     bool keyDown(const KeyFact&, bool alreadyHandled);
     bool keyUp(const KeyFact&);
+    /// The character that a key made which nobody used: an access key. With Alt it works from anywhere, alone only
+    /// while the focused object takes no keys. True when it was one.
+    bool character(const CharacterFact&, bool alreadyHandled);
 
     void windowFocused(bool focused);
     /// Moves the keyboard focus; 0 takes it from everybody. False when the target cannot have it or lost it again at
@@ -175,7 +196,13 @@ private:
     void updatePointerCapture();
     bool cancelByEscape();
     bool pressByKey(const KeyFact&);
+    bool pressByEnter();
+    bool pressByHotKey(const KeyFact&);
+    bool moveInGroup(const KeyFact&);
+    bool focusNextOwner(wchar_t accessKey, std::size_t count);
     bool activate(InputTarget);
+    bool takesText() { return m_focused && m_scene->takesKeys(m_focused); }
+    bool isFocusPressedByKeyboard();
 
     InputScene* m_scene; // after shutDown one that answers nothing
     InputSettings m_settings;

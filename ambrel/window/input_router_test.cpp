@@ -19,7 +19,12 @@ using Log = std::vector<std::string>;
 constexpr int kTab = 0x09;
 constexpr int kEnter = 0x0D;
 constexpr int kEscape = 0x1B;
+constexpr int kBackspace = 0x08;
 constexpr int kSpace = 0x20;
+constexpr int kLeft = 0x25;
+constexpr int kUp = 0x26;
+constexpr int kRight = 0x27;
+constexpr int kDown = 0x28;
 
 /// Objects in a row, later ones above earlier ones; everything delivered is written down.
 class FakeScene final : public InputScene {
@@ -28,7 +33,10 @@ public:
         Rect rect;
         bool enabled = true;
         bool draggable = false;
-        bool pressedByKeyboard = true;
+        bool takesKeys = false;
+        bool pressedByEnter = true;
+        wchar_t accessKey = 0;
+        bool inGroup = false;
     };
 
     InputTarget hitTest(Point point) override
@@ -54,11 +62,30 @@ public:
         }
         return 0;
     }
-    InputTarget hotKeyOwner(const KeyFact& key) override { return key.control && key.key == 'S' ? 3 : 0; }
+    InputTarget nextInGroup(InputTarget from, bool forward) override
+    {
+        InputTarget next = from;
+        do {
+            next = nextInTabOrder(next, forward);
+        } while (next != from && !objects.at(next).inGroup);
+        return objects.at(from).inGroup && next != from ? next : 0;
+    }
+    InputTarget hotKeyOwner(const KeyFact& key) override { return key.key == hotKey ? 3 : 0; }
+    std::vector<InputTarget> accessKeyOwners(wchar_t character, InputTarget from) override
+    {
+        std::vector<InputTarget> owners;
+        for (InputTarget i = 1; i <= objects.size(); ++i) {
+            const InputTarget each = (from + i - 1) % objects.size() + 1;
+            if (isEnabled(each) && objects.at(each).accessKey == character)
+                owners.push_back(each);
+        }
+        return owners;
+    }
     InputTarget enterOwner() override { return defaultButton; }
-    InputTarget backspaceOwner() override { return 0; }
+    InputTarget backspaceOwner() override { return defaultButton; }
     bool keepsTab(InputTarget) override { return false; }
-    bool isPressedByKeyboard(InputTarget target) override { return objects.at(target).pressedByKeyboard; }
+    bool takesKeys(InputTarget target) override { return objects.at(target).takesKeys; }
+    bool isPressedByEnter(InputTarget target) override { return objects.at(target).pressedByEnter; }
 
     void deliver(const InputAction& action) override
     {
@@ -75,6 +102,7 @@ public:
                                                                {InputKind::FocusGained, "focus"},
                                                                {InputKind::FocusLost, "blur"},
                                                                {InputKind::Activate, "activate"},
+                                                               {InputKind::HotKey, "hotkey"},
                                                                {InputKind::DragStart, "dragstart"},
                                                                {InputKind::DragMove, "drag"},
                                                                {InputKind::DragEnd, "drop"},
@@ -89,6 +117,7 @@ public:
     std::map<InputTarget, Object> objects;
     std::map<std::string, std::function<void()>> hooks; // what an object does when it is told
     InputTarget defaultButton = 0;
+    int hotKey = 'S'; // of object 3, with whatever modifiers
     Log log;
 };
 
@@ -277,20 +306,134 @@ TEST_F(InputRouterTest, SpaceHoldsTheFocusedObjectLikeAButtonAndEscapeLetsGo)
     EXPECT_EQ(taken(), Log({"down1", "cancel1", "blur1", "focus2"}));
 }
 
-TEST_F(InputRouterTest, EnterPressesTheFocusedObjectElseTheDefaultOneAndHotKeysReachTheirOwner)
+TEST_F(InputRouterTest, EnterPressesAFocusedButtonElseTheDefaultOneElseWhateverHasTheFocus)
 {
-    scene.objects[2].pressedByKeyboard = false;
-    scene.defaultButton = 3;
+    scene.objects[2].pressedByEnter = false;
     router.setFocus(1);
     taken();
+    scene.defaultButton = 3;
     EXPECT_TRUE(key(kEnter));
+    EXPECT_EQ(taken(), Log({"activate1"}));
     router.setFocus(2);
     taken();
     EXPECT_TRUE(key(kEnter));
     EXPECT_FALSE(router.keyDown({.key = kEnter, .repeated = true}, false));
     EXPECT_FALSE(router.keyDown({.key = kEnter}, true)); // the object answered the key itself
+    EXPECT_EQ(taken(), Log({"activate3"}));
+    scene.defaultButton = 0;
+    EXPECT_TRUE(key(kEnter));
+    EXPECT_EQ(taken(), Log({"activate2"}));
+}
+
+TEST_F(InputRouterTest, AnObjectThatTakesTextKeepsPlainKeysButNotEnterAndCommands)
+{
+    scene.objects[1].takesKeys = true;
+    scene.defaultButton = 2;
+    router.setFocus(1);
+    taken();
+    EXPECT_FALSE(key('S'));
+    EXPECT_FALSE(router.keyDown({.key = 'S', .control = true, .alt = true, .makesText = true}, false));
+    EXPECT_FALSE(key(kBackspace));
+    EXPECT_FALSE(key(kSpace));
+    EXPECT_EQ(taken(), Log());
+    EXPECT_TRUE(key(kEnter));
     EXPECT_TRUE(router.keyDown({.key = 'S', .control = true}, false));
-    EXPECT_EQ(taken(), Log({"activate3", "activate3"}));
+    scene.hotKey = kEscape;
+    EXPECT_TRUE(key(kEscape));
+    EXPECT_EQ(taken(), Log({"activate2", "hotkey3", "hotkey3"}));
+}
+
+TEST_F(InputRouterTest, AHotKeyIsPressedOnceHoweverLongItIsHeldAndComesAfterTheFocusedObjectsOwnKeys)
+{
+    router.setFocus(1);
+    taken();
+    EXPECT_TRUE(key('S'));
+    EXPECT_TRUE(router.keyDown({.key = 'S', .repeated = true}, false));
+    EXPECT_FALSE(key('T'));
+    EXPECT_EQ(taken(), Log({"hotkey3"}));
+    scene.hotKey = kEnter;
+    EXPECT_TRUE(key(kEnter));
+    EXPECT_EQ(taken(), Log({"activate1"}));
+    scene.hotKey = kEscape;
+    key(kSpace);
+    EXPECT_TRUE(key(kEscape)); // lets go of what is held before it means anything else
+    EXPECT_EQ(taken(), Log({"down1", "cancel1"}));
+}
+
+TEST_F(InputRouterTest, ArrowsChooseTheNextOfAGroupAndTheFocusGoesWithThem)
+{
+    scene.objects[1].inGroup = scene.objects[3].inGroup = true;
+    router.setFocus(1);
+    taken();
+    EXPECT_TRUE(key(kDown));
+    EXPECT_TRUE(key(kRight));
+    EXPECT_TRUE(key(kUp));
+    EXPECT_EQ(taken(),
+              Log({"blur1", "focus3", "activate3", "blur3", "focus1", "activate1", "blur1", "focus3", "activate3"}));
+    EXPECT_FALSE(router.keyDown({.key = kDown, .control = true}, false));
+    router.setFocus(2);
+    EXPECT_FALSE(key(kDown));
+    router.setFocus(3);
+    scene.objects[3].takesKeys = true; // it does what it likes with arrows
+    EXPECT_FALSE(key(kLeft));
+    EXPECT_EQ(router.focused(), 3u);
+}
+
+TEST_F(InputRouterTest, AMemberThatGoesOrPassesTheFocusOnIsNotChosen)
+{
+    scene.objects[1].inGroup = scene.objects[2].inGroup = true;
+    router.setFocus(1);
+    taken();
+    scene.hooks["focus2"] = [&] { router.setFocus(3); };
+    EXPECT_TRUE(key(kDown));
+    EXPECT_EQ(taken(), Log({"blur1", "focus2", "blur2", "focus3"}));
+    router.setFocus(1);
+    taken();
+    scene.hooks["focus2"] = [&] { remove(2); };
+    EXPECT_TRUE(key(kDown));
+    EXPECT_EQ(taken(), Log({"blur1", "focus2"}));
+}
+
+TEST_F(InputRouterTest, AnAccessKeyFocusesAndPressesItsOnlyOwner)
+{
+    scene.objects[2].accessKey = L'b';
+    router.setFocus(1);
+    taken();
+    EXPECT_TRUE(router.character({L'b', true}, false));
+    EXPECT_TRUE(router.character({L'b', true, true}, false)); // held
+    EXPECT_FALSE(router.character({L'x', true}, false));
+    EXPECT_FALSE(router.character({L'b', true}, true));
+    EXPECT_EQ(taken(), Log({"blur1", "focus2", "activate2"}));
+
+    scene.objects[1].takesKeys = true;
+    scene.objects[1].accessKey = L'a';
+    router.setFocus(1);
+    taken();
+    EXPECT_FALSE(router.character({L'b'}, false)); // it is being written
+    EXPECT_TRUE(router.character({L'b', true}, false));
+    EXPECT_TRUE(router.character({L'a'}, false)); // one that takes keys is not pressed
+    EXPECT_EQ(taken(), Log({"blur1", "focus2", "activate2", "blur2", "focus1"}));
+}
+
+TEST_F(InputRouterTest, AnAccessKeyOfSeveralPutsTheFocusOnOneAfterTheOther)
+{
+    scene.objects[1].accessKey = scene.objects[3].accessKey = L'x';
+    EXPECT_TRUE(router.character({L'x'}, false));
+    EXPECT_TRUE(router.character({L'x'}, false));
+    EXPECT_TRUE(router.character({L'x', true}, false));
+    EXPECT_EQ(taken(), Log({"focus1", "blur1", "focus3", "blur3", "focus1"}));
+    router.setFocus(2);
+    taken();
+    EXPECT_TRUE(router.character({L'x'}, false));
+    EXPECT_EQ(router.focused(), 3u);
+}
+
+TEST_F(InputRouterTest, TheOwnerOfAnAccessKeyMayGoWhenItGetsTheFocus)
+{
+    scene.objects[2].accessKey = L'b';
+    scene.hooks["focus2"] = [&] { remove(2); };
+    EXPECT_TRUE(router.character({L'b', true}, false));
+    EXPECT_EQ(taken(), Log({"focus2"}));
 }
 
 TEST_F(InputRouterTest, ADragStartsBeyondTheThresholdAndEndsTheClick)

@@ -11,40 +11,33 @@ namespace ambrel {
 
 namespace {
 
-// Bits of IVexHotkey's modifiers; those of the platform's hot-key control.
-constexpr long kHotkeyShift = 1;
-constexpr long kHotkeyControl = 2;
-constexpr long kHotkeyAlt = 4;
-
 short toShort(int value) noexcept
 {
     return static_cast<short>(
         std::clamp<int>(value, std::numeric_limits<short>::min(), std::numeric_limits<short>::max()));
 }
 
-bool isFunctionKey(int key) noexcept
-{
-    return key >= VK_F1 && key <= VK_F24;
-}
-
-bool matches(IVexHotkey* hotkey, const KeyFact& key) noexcept
-{
-    if (!hotkey)
-        return false;
-    long code = 0;
-    long modifiers = 0;
-    hotkey->get_wVirtualKeyCode(&code);
-    hotkey->get_wModifiers(&modifiers);
-    return code != 0 && code == key.key && ((modifiers & kHotkeyControl) != 0) == key.control &&
-           ((modifiers & kHotkeyAlt) != 0) == key.alt && ((modifiers & kHotkeyShift) != 0) == key.shift;
-}
-
-bool hasHotKey(IVexControlBase& control, const KeyFact& key)
+/// Given by the application, or by the object's own properties.
+bool hasHotKey(SkinObjectCore& core, IVexControlBase& control, const KeyFact& key)
 {
     ComPtr<IVexHotkey> first;
     ComPtr<IVexHotkey> second;
     control.GetHotkeyPtr(first.put(), second.put());
-    return matches(first.get(), key) || matches(second.get(), key);
+    return isHotKey(first.get(), key) || isHotKey(second.get(), key) || hasHotKeyProperty(core, key);
+}
+
+bool isPressedBy(SkinObjectCore& core, IVexControlBase& control, PlainKey key)
+{
+    VARIANT_BOOL backspace = VARIANT_FALSE;
+    VARIANT_BOOL enter = VARIANT_FALSE;
+    control.GetBackEnterHotkey(&backspace, &enter);
+    return (key == PlainKey::Enter ? enter : backspace) != VARIANT_FALSE || isPressedByProperty(core, key);
+}
+
+/// As IVexHotkey has them.
+hyper modifiersOf(const KeyFact& key) noexcept
+{
+    return (key.shift ? 1 : 0) | (key.control ? 2 : 0) | (key.alt ? 4 : 0);
 }
 
 Point centreOf(const ObjectNode& node) noexcept
@@ -109,59 +102,99 @@ bool TreeScene::isDraggable(InputTarget)
 
 InputTarget TreeScene::nextInTabOrder(InputTarget from, bool forward)
 {
-    return targetOf(nextTabStop(m_root, nodeOf(from), forward));
+    return targetOf(nextTabStop(m_root, nodeOf(from), forward, this));
+}
+
+InputTarget TreeScene::nextInGroup(InputTarget from, bool forward)
+{
+    return targetOf(ambrel::nextInGroup(m_root, *nodeOf(from), forward, *this));
+}
+
+bool TreeScene::isChosen(const ObjectNode& node) const
+{
+    return std::any_of(m_chosen.begin(), m_chosen.end(), [&](const WeakNode& each) { return each.get() == &node; });
+}
+
+void TreeScene::chosen(const void* control)
+{
+    ObjectNode* found = nullptr;
+    walkBeneath(m_root, [&](ObjectNode& node) {
+        if (coreOf(node).control() == control)
+            found = &node;
+        return found != nullptr;
+    });
+    const std::optional<FocusGroup> group = found ? groupOf(*found) : std::nullopt;
+    if (!group)
+        return;
+    std::erase_if(m_chosen, [&](const WeakNode& each) { return !each || groupOf(*each.get()) == group; });
+    m_chosen.emplace_back(found);
+}
+
+template <class Predicate>
+InputTarget TreeScene::firstUsable(Predicate isIt)
+{
+    ObjectNode* first = nullptr;
+    walkBeneath(m_root, [&](ObjectNode& node) {
+        if (!node.isShown() || !node.isUsable())
+            return false;
+        const ComPtr<IVexControlBase> control(coreOf(node).control());
+        if (control && isIt(coreOf(node), *control.get()))
+            first = &node;
+        return first != nullptr;
+    });
+    return targetOf(first);
 }
 
 InputTarget TreeScene::hotKeyOwner(const KeyFact& key)
 {
-    if (!m_window.usesHotKeys() || !(key.control || key.alt || isFunctionKey(key.key)))
+    if (!m_window.usesHotKeys())
         return 0;
-    ObjectNode* owner = nullptr;
-    walkBeneath(m_root, [&](ObjectNode& node) {
-        if (!node.isShown() || !node.isUsable())
-            return false;
-        const ComPtr<IVexControlBase> control(coreOf(node).control());
-        if (control && hasHotKey(*control.get(), key))
-            owner = &node;
-        return owner != nullptr;
-    });
-    return targetOf(owner);
-}
-
-InputTarget TreeScene::enterOwner()
-{
-    return plainKeyOwner(PlainKey::Enter);
-}
-InputTarget TreeScene::backspaceOwner()
-{
-    return plainKeyOwner(PlainKey::Backspace);
+    return firstUsable([&](SkinObjectCore& core, IVexControlBase& control) { return hasHotKey(core, control, key); });
 }
 
 InputTarget TreeScene::plainKeyOwner(PlainKey key)
 {
-    ObjectNode* owner = nullptr;
-    walkBeneath(m_root, [&](ObjectNode& node) {
-        if (!node.isShown() || !node.isUsable())
-            return false;
-        const ComPtr<IVexControlBase> control(coreOf(node).control());
-        if (!control)
-            return false;
-        VARIANT_BOOL backspace = VARIANT_FALSE;
-        VARIANT_BOOL enter = VARIANT_FALSE;
-        control->GetBackEnterHotkey(&backspace, &enter);
-        if ((key == PlainKey::Enter ? enter : backspace) != VARIANT_FALSE)
-            owner = &node;
-        return owner != nullptr;
-    });
-    return targetOf(owner);
+    return firstUsable([&](SkinObjectCore& core, IVexControlBase& control) { return isPressedBy(core, control, key); });
 }
 
-bool TreeScene::isPressedByKeyboard(InputTarget target)
+std::vector<InputTarget> TreeScene::accessKeyOwners(wchar_t character, InputTarget from)
 {
-    // An object that asked for the keys themselves acts on them in its own way.
+    std::vector<InputTarget> owners;
+    std::ptrdiff_t before = 0; // how many of them
+    const wchar_t wanted = upperCase(character);
+    walkBeneath(m_root, [&](ObjectNode& node) {
+        if (node.isShown() && node.isUsable() && coreOf(node).control() && shownAccessKey(coreOf(node)) == wanted)
+            owners.push_back(targetOf(&node));
+        if (targetOf(&node) == from)
+            before = static_cast<std::ptrdiff_t>(owners.size());
+        return false;
+    });
+    std::rotate(owners.begin(), owners.begin() + before, owners.end());
+    return owners;
+}
+
+bool TreeScene::takesKeys(InputTarget target)
+{
     const ObjectNode& node = *nodeOf(target);
-    return node.has(NodeFlag::TabStop) && !m_registry.isRegistered(WM_KEYDOWN, node) &&
-           !m_registry.isRegistered(WM_CHAR, node);
+    return m_registry.isRegistered(WM_KEYDOWN, node) || m_registry.isRegistered(WM_CHAR, node);
+}
+
+bool TreeScene::isPressedByEnter(InputTarget target)
+{
+    return offersEnter(coreOf(*nodeOf(target)));
+}
+
+void TreeScene::pressByHotKey(SkinObjectCore& core, const WeakNode& node, const KeyFact& key)
+{
+    VexNotify notice{};
+    notice.eVexMsgId = VEXSM_AMBRELHOTKEY;
+    notice.lParam1 = key.key;
+    notice.lParam2 = modifiersOf(key);
+    if (core.notify(notice) || !node || !node->isUsable())
+        return;
+    const ComPtr<IVexControlBase> control(core.control());
+    if (control)
+        press(*control.get(), node);
 }
 
 void TreeScene::press(IVexControlBase& control, const WeakNode& node)
@@ -221,6 +254,9 @@ void TreeScene::deliver(const InputAction& action)
         break;
     case InputKind::Activate:
         press(*control.get(), node);
+        break;
+    case InputKind::HotKey:
+        pressByHotKey(core, node, action.key);
         break;
     case InputKind::DragStart:
     case InputKind::DragMove:

@@ -3,7 +3,10 @@
 
 #include "ambrel/objects/skin_object_core.h"
 #include "ambrel/window/input_router.h"
+#include "ambrel/window/keyboard_properties.h"
 #include "ambrel/window/message_registry.h"
+
+#include <vector>
 
 namespace ambrel {
 
@@ -26,7 +29,7 @@ InputTarget targetOf(ObjectNode* node) noexcept;
 ObjectNode* nodeOf(InputTarget target) noexcept;
 
 /// Answers the router from the tree and tells controls what concerns them through their On... operations.
-class TreeScene final : public InputScene {
+class TreeScene final : public InputScene, private FocusGroups {
 public:
     TreeScene(ObjectNode& root, const MessageRegistry& registry, SceneWindow& window) noexcept
         : m_root(root), m_registry(registry), m_window(window)
@@ -39,22 +42,37 @@ public:
     bool takesFocus(InputTarget target) override;
     bool isDraggable(InputTarget target) override;
     InputTarget nextInTabOrder(InputTarget from, bool forward) override;
+    InputTarget nextInGroup(InputTarget from, bool forward) override;
     InputTarget hotKeyOwner(const KeyFact& key) override;
-    InputTarget enterOwner() override;
-    InputTarget backspaceOwner() override;
+    std::vector<InputTarget> accessKeyOwners(wchar_t character, InputTarget from) override;
+    InputTarget enterOwner() override { return plainKeyOwner(PlainKey::Enter); }
+    InputTarget backspaceOwner() override { return plainKeyOwner(PlainKey::Backspace); }
     bool keepsTab(InputTarget) override { return false; }
-    bool isPressedByKeyboard(InputTarget target) override;
+    bool takesKeys(InputTarget target) override;
+    bool isPressedByEnter(InputTarget target) override;
     void deliver(const InputAction& action) override;
     void setPointerCapture(bool captured) override { m_window.setPointerCapture(captured); }
 
+    /// A group told the window that this object is now the chosen one of it. Objects that are not in the tree are
+    /// ignored.
+    void chosen(const void* control);
+
 private:
-    enum class PlainKey { Enter, Backspace };
+    // FocusGroups
+    std::optional<FocusGroup> groupOf(ObjectNode& node) const override { return focusGroupOf(coreOf(node)); }
+    bool isChosen(const ObjectNode& node) const override;
+
+    /// The first shown and usable object, in tree order, that the predicate is true for.
+    template <class Predicate>
+    InputTarget firstUsable(Predicate isIt);
     InputTarget plainKeyOwner(PlainKey key);
     static void press(IVexControlBase& control, const WeakNode& node);
+    static void pressByHotKey(SkinObjectCore& core, const WeakNode& node, const KeyFact& key);
 
     ObjectNode& m_root;
     const MessageRegistry& m_registry;
     SceneWindow& m_window;
+    std::vector<WeakNode> m_chosen; // of each group
 };
 
 } // namespace ambrel

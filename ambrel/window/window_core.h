@@ -150,6 +150,11 @@ private:
     bool onCaptureChanged(WPARAM, LPARAM, LRESULT&);
     bool onKeyDown(WPARAM, LPARAM, LRESULT&);
     bool onKeyUp(WPARAM, LPARAM, LRESULT&);
+    bool onCharacter(WPARAM, LPARAM, LRESULT&);
+    bool onSystemCharacter(WPARAM, LPARAM, LRESULT&);
+    bool character(const CharacterFact& fact);
+    bool onSystemCommand(WPARAM, LPARAM, LRESULT&);
+    bool onGroupChoice(WPARAM, LPARAM, LRESULT&);
     bool onSetFocus(WPARAM, LPARAM, LRESULT&);
     bool onKillFocus(WPARAM, LPARAM, LRESULT&);
     bool onSetCursor(WPARAM, LPARAM, LRESULT&);
@@ -185,6 +190,8 @@ private:
     bool m_dragArmed = false;
     Point m_dragPress;
     bool m_keyHandledByFocus = false; // the raw key message, by the object that has the focus
+    bool m_keyUsed = false;           // the last key pressed: the character it makes is nobody's any more
+    bool m_altUsed = false;           // with another key, since it was pressed
     bool m_trackingLeave = false;
     bool m_keyboardCues = false;
     bool m_hotKeys = true;

@@ -9,17 +9,25 @@ namespace ambrel {
 
 namespace {
 
+constexpr LPARAM kWasDownBefore = 1 << 30; // of a key message: the key is held
+constexpr WPARAM kSystemCommandBits = 0xFFF0;
 constexpr WPARAM kMoveByCaption = SC_MOVE | HTCAPTION; // the system command for dragging a window by its caption
 
 KeyFact keyOf(WPARAM wParam, LPARAM lParam) noexcept
 {
     const auto isDown = [](int key) { return GetKeyState(key) < 0; };
-    return {static_cast<int>(wParam), isDown(VK_CONTROL), isDown(VK_MENU), isDown(VK_SHIFT), (lParam & (1 << 30)) != 0};
+    const bool isAltGr = isDown(VK_CONTROL) && isDown(VK_RMENU);
+    return {static_cast<int>(wParam),
+            isDown(VK_CONTROL),
+            isDown(VK_MENU),
+            isDown(VK_SHIFT),
+            (lParam & kWasDownBefore) != 0,
+            isAltGr};
 }
 
 bool showsCues(int key) noexcept
 {
-    return key == VK_TAB || (key >= VK_PRIOR && key <= VK_DOWN);
+    return key == VK_TAB || key == VK_MENU || key == VK_F10 || (key >= VK_PRIOR && key <= VK_DOWN);
 }
 
 } // namespace
@@ -146,11 +154,48 @@ bool WindowCore::onKeyDown(WPARAM wParam, LPARAM lParam, LRESULT&)
     m_tip.dismiss(Clock::instance().nowMs());
     if (showsCues(key.key))
         setKeyboardCues(true);
-    return m_router.keyDown(key, handled);
+    if (key.key == VK_MENU && !key.repeated)
+        m_altUsed = false;
+    m_keyUsed = true; // also in a message loop that runs before the router comes back
+    m_keyUsed = m_router.keyDown(key, handled);
+    m_altUsed |= m_keyUsed && key.alt;
+    return m_keyUsed;
+}
+
+bool WindowCore::onCharacter(WPARAM wParam, LPARAM lParam, LRESULT&)
+{
+    return character({static_cast<wchar_t>(wParam), false, (lParam & kWasDownBefore) != 0});
+}
+
+bool WindowCore::onSystemCharacter(WPARAM wParam, LPARAM lParam, LRESULT&)
+{
+    return character({static_cast<wchar_t>(wParam), true, (lParam & kWasDownBefore) != 0});
+}
+
+bool WindowCore::character(const CharacterFact& fact)
+{
+    const bool used = m_router.character(fact, m_keyHandledByFocus);
+    if (used)
+        setKeyboardCues(true);
+    m_altUsed |= used && fact.alt;
+    return used; // unused ones with Alt are the window menu's, and the platform's sound when it has no such entry
+}
+
+bool WindowCore::onSystemCommand(WPARAM command, LPARAM character, LRESULT&)
+{
+    // Alt was let go after it had been used with another key: the user does not want the window menu.
+    return (command & kSystemCommandBits) == SC_KEYMENU && character == 0 && m_altUsed;
+}
+
+bool WindowCore::onGroupChoice(WPARAM, LPARAM control, LRESULT&)
+{
+    m_scene.chosen(reinterpret_cast<const void*>(control));
+    return false;
 }
 
 bool WindowCore::onKeyUp(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
+    m_keyUsed = false;
     return m_router.keyUp(keyOf(wParam, lParam));
 }
 

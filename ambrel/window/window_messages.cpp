@@ -35,6 +35,10 @@ bool isKeyMessage(UINT message) noexcept
 {
     return message >= WM_KEYFIRST && message <= WM_KEYLAST;
 }
+bool isCharacterMessage(UINT message) noexcept
+{
+    return message == WM_CHAR || message == WM_SYSCHAR || message == WM_DEADCHAR || message == WM_SYSDEADCHAR;
+}
 bool isMouseMessage(UINT message) noexcept
 {
     return message >= WM_MOUSEFIRST && message <= WM_MOUSELAST;
@@ -71,6 +75,10 @@ const WindowCore::HandlerEntry* WindowCore::handlerFor(UINT message) noexcept
         {WM_KEYDOWN, &W::onKeyDown},
         {WM_SYSKEYDOWN, &W::onKeyDown},
         {WM_KEYUP, &W::onKeyUp},
+        {WM_SYSKEYUP, &W::onKeyUp},
+        {WM_CHAR, &W::onCharacter},
+        {WM_SYSCHAR, &W::onSystemCharacter},
+        {WM_SYSCOMMAND, &W::onSystemCommand},
         {WM_SETFOCUS, &W::onSetFocus},
         {WM_KILLFOCUS, &W::onKillFocus},
         {WM_SHOWWINDOW, &W::onShowWindow},
@@ -80,6 +88,7 @@ const WindowCore::HandlerEntry* WindowCore::handlerFor(UINT message) noexcept
         {WM_DROPFILES, &W::onDropFiles},
         {WM_DESTROY, &W::onDestroy},
         {kToolTipMessage, &W::onTipMessage},
+        {kGroupChoiceMessage, &W::onGroupChoice},
         {kSceneChangedMessage, &W::onSceneChanged},
     };
     const auto* found = std::find_if(std::begin(kHandlers), std::end(kHandlers),
@@ -100,6 +109,8 @@ LRESULT WindowCore::windowMessage(UINT message, WPARAM wParam, LPARAM lParam)
 LRESULT WindowCore::dispatch(UINT message, WPARAM wParam, LPARAM lParam)
 {
     trace(AMBREL_TRACE_WINDOW_MESSAGE, &m_face, static_cast<long>(message), static_cast<std::int64_t>(wParam), lParam);
+    if (m_keyUsed && isCharacterMessage(message))
+        return 0;
     LRESULT result = 0;
     const bool answered = serveRegistered(message, wParam, lParam, result);
     if (std::find(m_passedOn.begin(), m_passedOn.end(), message) != m_passedOn.end()) {

@@ -8,6 +8,9 @@ namespace ambrel {
 /// Sets the tool tip: wParam the text (const wchar_t*) or 0, lParam the control it belongs to.
 inline constexpr UINT kToolTipMessage = 3464;
 
+/// A group of radio boxes has another choice: wParam the group's number, lParam the control.
+inline constexpr UINT kGroupChoiceMessage = 3025;
+
 // The runtime's own. The numbers lie outside of what controls use.
 inline constexpr UINT kSceneChangedMessage = WM_APP + 0x3A51;
 inline constexpr UINT_PTR kTipTimer = 0x41'4D'42'01;
