@@ -1,5 +1,8 @@
-// Points, sizes and rectangles: whole pixels, value types, no platform headers.
+// Points, sizes and rectangles: whole pixels, value types, no platform headers. Coordinates come from outside and may
+// be anything: what leaves the 32-bit range stays at its end.
 #pragma once
+
+#include "base/rounding.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -11,8 +14,11 @@ struct Point {
     int y = 0;
 
     friend constexpr bool operator==(Point, Point) = default;
-    friend constexpr Point operator+(Point a, Point b) { return {a.x + b.x, a.y + b.y}; }
-    friend constexpr Point operator-(Point a, Point b) { return {a.x - b.x, a.y - b.y}; }
+    friend constexpr Point operator+(Point a, Point b) { return {saturatingAdd(a.x, b.x), saturatingAdd(a.y, b.y)}; }
+    friend constexpr Point operator-(Point a, Point b)
+    {
+        return {saturatingSubtract(a.x, b.x), saturatingSubtract(a.y, b.y)};
+    }
 };
 
 struct Size {
@@ -32,13 +38,13 @@ struct Rect {
 
     static constexpr Rect at(Point origin, Size size)
     {
-        return {origin.x, origin.y, origin.x + size.width, origin.y + size.height};
+        return {origin.x, origin.y, saturatingAdd(origin.x, size.width), saturatingAdd(origin.y, size.height)};
     }
 
     friend constexpr bool operator==(const Rect&, const Rect&) = default;
 
-    constexpr int width() const { return right - left; }
-    constexpr int height() const { return bottom - top; }
+    constexpr int width() const { return saturatingSubtract(right, left); }
+    constexpr int height() const { return saturatingSubtract(bottom, top); }
     constexpr Size size() const { return {width(), height()}; }
     constexpr Point topLeft() const { return {left, top}; }
     constexpr bool isEmpty() const { return right <= left || bottom <= top; }
@@ -71,14 +77,22 @@ struct Rect {
                 std::max(bottom, other.bottom)};
     }
 
-    constexpr Rect shifted(int dx, int dy) const { return {left + dx, top + dy, right + dx, bottom + dy}; }
-    constexpr Rect inflated(int by) const { return {left - by, top - by, right + by, bottom + by}; }
+    constexpr Rect shifted(int dx, int dy) const
+    {
+        return {saturatingAdd(left, dx), saturatingAdd(top, dy), saturatingAdd(right, dx), saturatingAdd(bottom, dy)};
+    }
+    constexpr Rect inflated(int by) const
+    {
+        return {saturatingSubtract(left, by), saturatingSubtract(top, by), saturatingAdd(right, by),
+                saturatingAdd(bottom, by)};
+    }
 };
 
 /// A rectangle of the given size centred in `outer`, the odd pixel going to the right and bottom.
 constexpr Rect centredIn(const Rect& outer, Size size)
 {
-    return Rect::at({outer.left + (outer.width() - size.width) / 2, outer.top + (outer.height() - size.height) / 2},
+    return Rect::at({saturatingAdd(outer.left, saturatingSubtract(outer.width(), size.width) / 2),
+                     saturatingAdd(outer.top, saturatingSubtract(outer.height(), size.height) / 2)},
                     size);
 }
 

@@ -42,6 +42,21 @@ TEST(RoundingTest, ScalingRoundsHalvesAwayFromZeroAndSurvivesAZeroDenominator)
     EXPECT_EQ(saturatingAdd(2'147'483'647, 1), 2'147'483'647);
 }
 
+TEST(GeometryTest, CoordinatesStayAtTheEndsOfTheNumbers)
+{
+    constexpr int kMost = 2'147'483'647;
+    constexpr int kLeast = -kMost - 1;
+    const Rect everything{kLeast, kLeast, kMost, kMost};
+    EXPECT_EQ(everything.size(), (Size{kMost, kMost}));
+    EXPECT_EQ((Rect{kMost, 0, kLeast, 0}).width(), kLeast);
+    EXPECT_EQ(Rect::at({kMost, 5}, {10, 10}), (Rect{kMost, 5, kMost, 15}));
+    EXPECT_EQ(everything.shifted(1, -1), (Rect{kLeast + 1, kLeast, kMost, kMost - 1}));
+    EXPECT_EQ(everything.inflated(1), everything);
+    EXPECT_EQ((Point{kMost, kLeast} + Point{1, -1}), (Point{kMost, kLeast}));
+    EXPECT_EQ((Point{kMost, kLeast} - Point{-1, 1}), (Point{kMost, kLeast}));
+    EXPECT_FALSE(centredIn(everything, {10, 10}).isEmpty());
+}
+
 TEST(AxisTest, SpansBecomeRectanglesInBothDirections)
 {
     EXPECT_EQ(rectFromSpans(Axis::Horizontal, 1, 5, 10, 20), (Rect{1, 10, 5, 20}));

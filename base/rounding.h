@@ -23,15 +23,23 @@ constexpr int narrowed16(int value)
     return static_cast<std::int16_t>(static_cast<std::uint16_t>(value & 0xFFFF));
 }
 
-/// a + b, held at the ends of the 32-bit range.
+/// What lies in the 32-bit range, held at its ends.
+constexpr int saturated(std::int64_t value)
+{
+    if (value > std::numeric_limits<int>::max())
+        return std::numeric_limits<int>::max();
+    if (value < std::numeric_limits<int>::min())
+        return std::numeric_limits<int>::min();
+    return static_cast<int>(value);
+}
+
 constexpr int saturatingAdd(int a, int b)
 {
-    const std::int64_t sum = static_cast<std::int64_t>(a) + b;
-    if (sum > std::numeric_limits<int>::max())
-        return std::numeric_limits<int>::max();
-    if (sum < std::numeric_limits<int>::min())
-        return std::numeric_limits<int>::min();
-    return static_cast<int>(sum);
+    return saturated(static_cast<std::int64_t>(a) + b);
+}
+constexpr int saturatingSubtract(int a, int b)
+{
+    return saturated(static_cast<std::int64_t>(a) - b);
 }
 
 } // namespace morvane

@@ -136,6 +136,11 @@ Rect layOut(const Position& position, const Rect& parent, bool mirrored) noexcep
     return {edge(x.from), edge(y.from), edge(x.to), edge(y.to)};
 }
 
+Rect withinReach(const Rect& rect) noexcept
+{
+    return {edge(rect.left), edge(rect.top), edge(rect.right), edge(rect.bottom)};
+}
+
 Position positionFor(const Rect& rect, const Rect& parent, const Position& kind, bool mirrored) noexcept
 {
     return {halfFor(horizontalOf(rect, parent, mirrored), {parent.left, parent.right}, kind.horizontal),

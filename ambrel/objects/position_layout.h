@@ -52,6 +52,9 @@ struct Position {
 /// parent the horizontal near edge is the right one.
 Rect layOut(const Position& position, const Rect& parent, bool mirrored = false) noexcept;
 
+/// The rectangle with its edges within +-2^29, so that whoever calculates with them stays inside 32 bits.
+Rect withinReach(const Rect& rect) noexcept;
+
 /// The numbers that give `rect` inside `parent` with the anchors and space types of `kind`: layOut of the result is
 /// `rect` again (with Percent: as near as whole percents allow; with FixedSize: where `rect` lies inside). All three
 /// numbers of a half are filled, so that a reader finds the distances whatever the space type.

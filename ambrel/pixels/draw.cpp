@@ -50,8 +50,9 @@ template <class RowFunction>
 void forRows(const Canvas& canvas, Point at, ConstPixelView image, RowFunction&& row)
 {
     const Rect r = canvas.visible(Rect::at(at, {image.width, image.height}));
+    const auto count = static_cast<std::uint32_t>(r.right - r.left); // it lies inside the canvas
     for (int y = r.top; y < r.bottom; ++y)
-        row(canvas.at(r.left, y), image.row(y - at.y) + (r.left - at.x), static_cast<std::size_t>(r.width()));
+        row(canvas.at(r.left, y), image.row(y - at.y) + (r.left - at.x), count);
 }
 
 } // namespace
