@@ -1,3 +1,4 @@
+#include "module/classes_root_stand_in.h"
 #include "module/loaded_module.h"
 #include "module/registration/script.h"
 
@@ -11,33 +12,8 @@
 namespace morvane {
 namespace {
 
+using testing::ClassesRootStandIn;
 using testing::LoadedModule;
-
-constexpr const wchar_t* kStandIn = L"Software\\MorvaneRegistrationTest";
-
-/// While it lives, HKEY_CLASSES_ROOT of this process is an empty key of the test's own.
-class ClassesRootStandIn {
-public:
-    ClassesRootStandIn()
-    {
-        RegDeleteTreeW(HKEY_CURRENT_USER, kStandIn);
-        RegCreateKeyExW(HKEY_CURRENT_USER, kStandIn, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &m_key, nullptr);
-        status = RegOverridePredefKey(HKEY_CLASSES_ROOT, m_key);
-    }
-    ClassesRootStandIn(const ClassesRootStandIn&) = delete;
-    ClassesRootStandIn& operator=(const ClassesRootStandIn&) = delete;
-    ~ClassesRootStandIn()
-    {
-        RegOverridePredefKey(HKEY_CLASSES_ROOT, nullptr);
-        RegCloseKey(m_key);
-        RegDeleteTreeW(HKEY_CURRENT_USER, kStandIn);
-    }
-
-    LSTATUS status = ERROR_SUCCESS;
-
-private:
-    HKEY m_key = nullptr;
-};
 
 std::optional<std::wstring> valueAt(const std::wstring& path, const wchar_t* name = nullptr)
 {
@@ -162,11 +138,22 @@ TEST_F(RegistrationTest, EveryClassOfTheTableIsThere)
     EXPECT_FALSE(hasKey(L"AppID"));
 }
 
+TEST_F(RegistrationTest, TheTypeLibraryIsFoundWhateverLanguageAClientAsksIn)
+{
+    constexpr GUID kLibrary = {0xFD195CBF, 0xB619, 0x4D23, {0x88, 0xC7, 0x55, 0x66, 0x70, 0x17, 0x44, 0x55}};
+    constexpr LCID kEnglish = 0x409;
+    constexpr LCID kChinese = 0x804;
+    for (const LCID locale : {LCID{LOCALE_NEUTRAL}, LCID{LOCALE_USER_DEFAULT}, kEnglish, kChinese}) {
+        ComPtr<ITypeLib> library;
+        EXPECT_EQ(LoadRegTypeLib(kLibrary, 3, 0, locale, library.put()), S_OK) << locale;
+    }
+}
+
 TEST_F(RegistrationTest, TheTypeLibraryIsRegisteredWithTheModulesFolderForHelp)
 {
     const std::wstring path = registered->module.path();
     const std::wstring library = L"TypeLib\\{FD195CBF-B619-4D23-88C7-556670174455}\\3.0";
-    EXPECT_EQ(valueAt(library + L"\\804\\win64"), path);
+    EXPECT_EQ(valueAt(library + L"\\0\\win64"), path);
     EXPECT_EQ(valueAt(library + L"\\HELPDIR"), path.substr(0, path.rfind(L'\\')));
 }
 
