@@ -24,6 +24,9 @@ void buildCheckBoxPage(Scene& scene, IVexControlBase& page);
 void buildRadioBoxPage(Scene& scene, IVexControlBase& page);
 void buildFormPage(Scene& scene, IVexControlBase& page);
 void buildSettingsPage(Scene& scene, IVexControlBase& page);
+void buildResourcesPage(Scene& scene, IVexControlBase& page);
+void buildTextPage(Scene& scene, IVexControlBase& page);
+void buildLayoutPage(Scene& scene, IVexControlBase& page);
 
 /// The heading and the sentence at the top of a page; the rest begins at the returned y.
 int pageHeading(Scene& scene, IVexControlBase& page, const wchar_t* title, const wchar_t* sentence);

@@ -271,6 +271,12 @@ void Scene::onClick(IVexControlBase& control, std::function<void()> action)
     });
 }
 
+void Scene::every(int periodMs, IVexControlBase& control, std::function<void()> action)
+{
+    std::erase_if(m_tickers, [](const auto& ticker) { return !ticker->isRunning(); });
+    m_tickers.push_back(std::make_unique<Ticker>(control, periodMs, std::move(action)));
+}
+
 void Scene::remove(IVexControlBase& control)
 {
     VARIANT_BOOL done = VARIANT_FALSE;

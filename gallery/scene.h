@@ -6,6 +6,7 @@
 #include "frame/com/bstr.h"
 #include "frame/com/com_ptr.h"
 #include "gallery/theme.h"
+#include "gallery/ticker.h"
 #include "host/host.h"
 
 #include <functional>
@@ -79,6 +80,9 @@ public:
     /// At the release of the left button inside the control.
     void onClick(IVexControlBase& control, std::function<void()> action);
 
+    /// Every so many milliseconds while the control is shown, until it leaves the window.
+    void every(int periodMs, IVexControlBase& control, std::function<void()> action);
+
     /// Takes a control and all it holds out of the window.
     void remove(IVexControlBase& control);
 
@@ -97,6 +101,7 @@ private:
     int m_lastName = 0;
     std::vector<std::pair<std::wstring, ComPtr<IVexTextStyle>>> m_textStyles; // by what they look like
     std::vector<Callback> m_callbacks;
+    std::vector<std::unique_ptr<Ticker>> m_tickers;
 };
 
 } // namespace gallery

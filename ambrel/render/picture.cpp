@@ -92,11 +92,31 @@ bool Picture::preview(HDC dc, const Rect& rect)
     return true;
 }
 
+namespace {
+
+/// "folder/name@150.png" for "folder/name.png".
+std::wstring pathForScale(const std::wstring& path, int percent)
+{
+    const std::size_t dot = path.rfind(L'.');
+    const bool hasExtension = dot != path.npos && path.find_first_of(L"\\/", dot) == path.npos;
+    const std::size_t end = hasExtension ? dot : path.size();
+    return path.substr(0, end) + L'@' + std::to_wstring(percent) + path.substr(end);
+}
+
+} // namespace
+
 STDMETHODIMP Picture::ImportFile(BSTR path, VARIANT_BOOL* result) noexcept
 {
+    constexpr int kScales[] = {125, 150, 175, 200, 250, 300};
     return returning(result, [&] {
-        const auto bytes = readFile(std::wstring(morvane::viewOf(path)));
-        return bytes && loadFromMemory(*bytes);
+        const std::wstring file(morvane::viewOf(path));
+        const auto bytes = readFile(file);
+        if (!bytes || !loadFromMemory(*bytes))
+            return false;
+        for (const int percent : kScales) // as in packages: the same picture for larger scales, where there is one
+            if (const auto larger = readFile(pathForScale(file, percent)))
+                loadVariantFromMemory(percent, *larger);
+        return true;
     });
 }
 

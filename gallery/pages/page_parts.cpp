@@ -7,12 +7,15 @@ namespace gallery {
 
 std::span<const PageInfo> allPages()
 {
-    static const std::array<PageInfo, 5> pages = {{
+    static const std::array<PageInfo, 8> pages = {{
         {L"button", L"Command button", &buildCommandButtonPage},
         {L"checkbox", L"Check box", &buildCheckBoxPage},
         {L"radiobox", L"Radio box", &buildRadioBoxPage},
         {L"form", L"Form", &buildFormPage},
         {L"settings", L"Settings dialog", &buildSettingsPage},
+        {L"images", L"Images", &buildResourcesPage},
+        {L"text", L"Fills and text", &buildTextPage},
+        {L"layout", L"Layout", &buildLayoutPage},
     }};
     return pages;
 }
