@@ -8,6 +8,7 @@
 // alive.
 #include "ambrel/ambrel.h"
 #include "gallery/component_library.h"
+#include "gallery/inspector/property_list.h"
 #include "gallery/options.h"
 #include "gallery/scene.h"
 
@@ -108,6 +109,8 @@ LRESULT CALLBACK hostWindow(HWND window, UINT message, WPARAM wParam, LPARAM lPa
         DestroyWindow(window);
         return 0;
     }
+    if (message == WM_INITMENU)
+        say(L"menu");
     if (message == WM_KEYDOWN && wParam == VK_F12) {
         RECT place{};
         GetWindowRect(window, &place);
@@ -150,6 +153,30 @@ void listen(Scene& scene, IVexControlBase& control, const wchar_t* name, const s
         });
 }
 
+/// Sets a property by its names, as a skin does.
+void setProperty(IVexControlBase& control, std::wstring_view path, const wchar_t* value)
+{
+    for (const PropertyRow& row : listProperties(control))
+        if (row.path == path && setText(control, row, value))
+            return;
+    throw std::runtime_error("a property was not taken");
+}
+
+/// What a dialog has for the keyboard: a default button, one for Escape, and a key that two boxes share.
+void addKeyboardTargets(Scene& scene, IVexControlBase& ground)
+{
+    const auto save = scene.button(&ground, Rect::at({200, 196}, {70, 28}), L"&Save");
+    setProperty(*save, L"Hotkey/IsEnter", L"1");
+    setProperty(*save, L"Hotkey/Hotkey1", L"595");  // Ctrl+S: 0x253
+    setProperty(*save, L"Hotkey/Hotkey2", L"1137"); // Alt+F2: 0x471
+    listen(scene, *save, L"save");
+    const auto cancel = scene.button(&ground, Rect::at({280, 196}, {70, 28}), L"Cancel");
+    setProperty(*cancel, L"Hotkey/Hotkey1", L"27"); // Escape
+    listen(scene, *cancel, L"cancel");
+    listen(scene, *scene.checkBox(&ground, Rect::at({200, 230}, {70, 28}), L"&Twin"), L"twin1");
+    listen(scene, *scene.checkBox(&ground, Rect::at({280, 230}, {70, 28}), L"&Twin"), L"twin2");
+}
+
 void build(Scene& scene)
 {
     const auto ground = scene.form(nullptr, Rect::at({}, kGround), scene.theme().window);
@@ -159,7 +186,7 @@ void build(Scene& scene)
     button->SetTooltip(Bstr(L"Tip of the button").get());
     listen(scene, *button, L"button");
 
-    const auto check = scene.checkBox(ground.get(), Rect::at({20, 60}, {120, 28}), L"Check box");
+    const auto check = scene.checkBox(ground.get(), Rect::at({20, 60}, {120, 28}), L"Chec&k box");
     check->SetThreeState(VARIANT_TRUE);
     listen(scene, *check, L"check", [raw = check.get()] {
         VEXCHECKBOX_VALUE value = VEXCHECKBOX_UNCHECKED;
@@ -189,6 +216,7 @@ void build(Scene& scene)
     VARIANT_BOOL done = VARIANT_FALSE;
     disabled->EnableObject(VARIANT_FALSE, VARIANT_TRUE, &done);
     listen(scene, *scene.button(ground.get(), Rect::at({200, 160}, {120, 28}), L"Closer"), L"closer");
+    addKeyboardTargets(scene, *ground);
 }
 
 void run(HINSTANCE controls)
@@ -207,7 +235,9 @@ void run(HINSTANCE controls)
     root->GetWindowHandle(&handle);
     g_window = reinterpret_cast<HWND>(handle);
 
-    Scene scene(resources, root, {controls, L"", false}, 100);
+    SkinSource skins;
+    skins.module = controls;
+    Scene scene(resources, root, skins, 100);
     build(scene);
     g_windowProcedure =
         reinterpret_cast<WNDPROC>(SetWindowLongPtrW(g_window, GWLP_WNDPROC, reinterpret_cast<LONG_PTR>(&hostWindow)));

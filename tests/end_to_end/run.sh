@@ -288,20 +288,20 @@ the_focus_by_keyboard()
     xdotool key Tab
     wait_for 'notify radio1 focus'
     looks_other "the focus mark shows where Tab went" 120x28+120+200 "$before"
-    xdotool key Tab Tab Tab Tab Tab
+    xdotool key Tab Tab Tab Tab Tab Tab Tab
     wait_for 'notify button focus'
     order=$(new_lines | sed -n 's/^notify \(.*\) focus/\1/p' | tr '\n' ' ')
-    if [ "$order" = "radio1 radio2 radio3 child closer button " ]; then
-        pass "Tab goes round in order, past what is disabled and past forms"
+    if [ "$order" = "radio1 child closer save cancel twin1 twin2 button " ]; then
+        pass "Tab goes round in order, past what is disabled and past forms, once into a group"
     else
-        fail "Tab goes round in order, past what is disabled and past forms" "$order"
+        fail "Tab goes round in order, past what is disabled and past forms, once into a group" "$order"
     fi
     looks_like "the mark goes with the focus" 120x28+120+200 "$before"
     end_step
-    xdotool key shift+Tab shift+Tab
+    xdotool key shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab
     wait_for 'notify child focus'
     order=$(new_lines | sed -n 's/^notify \(.*\) focus/\1/p' | tr '\n' ' ')
-    [ "$order" = "closer child " ] && pass "Shift and Tab go back" || fail "Shift and Tab go back" "$order"
+    [ "$order" = "twin2 twin1 cancel save closer child " ] && pass "Shift and Tab go back" || fail "Shift and Tab go back" "$order"
     end_step
     xdotool key Return
     step "Enter presses the focused button" "wait called child up" \
@@ -331,6 +331,84 @@ the_radio_boxes()
         fail "choosing the chosen one changes nothing" "$(new_lines)"
     fi
     end_step
+}
+
+# presses NAME: the lines of a button that is pressed by a key, in `lines`.
+presses() { lines=("notify $1 down" "redraw $1" "called $1 down" "notify $1 up" "redraw $1" "called $1 up"); }
+
+the_keys_of_a_dialog()
+{
+    to "$outside"
+    to "$check"
+    xdotool click 1
+    to "$outside"
+    wait_for 'notify check leave' && end_step
+    presses save
+    xdotool key Return
+    step "Enter presses the default button when no button has the focus" "wait called save up" "${lines[@]}"
+    xdotool key ctrl+s
+    step "a hot key presses its button from anywhere" "wait called save up" "${lines[@]}"
+    xdotool key ctrl+shift+s
+    step "with another modifier it is another key"
+    presses cancel
+    xdotool key Escape
+    step "Escape presses the button that has it as its hot key" "wait called cancel up" "${lines[@]}"
+    xdotool key alt+s
+    presses save
+    step "Alt and the underlined letter press a button and bring the focus" "wait called save up" \
+        "redraw check" "notify check blur" "notify save focus" "redraw save" "${lines[@]}"
+    xdotool key k
+    wait_for '^value'
+    if new_lines | grep -q '^notify check focus' && new_lines | grep -q '^value 2'; then
+        pass "the letter alone toggles a check box"
+    else
+        fail "the letter alone toggles a check box" "$(new_lines)"
+    fi
+    end_step
+    xdotool key alt+t
+    wait_for 'notify twin1 focus'
+    xdotool key alt+t t
+    step "among two of one letter the focus goes round, and nothing is pressed" "wait notify twin1 focus" \
+        "notify check blur" "notify twin1 focus" "notify twin1 blur" "notify twin2 focus" "notify twin2 blur" "notify twin1 focus"
+}
+
+the_window_menu()
+{
+    # Alt is let go after a key was used with it.
+    presses save
+    xdotool keydown alt key s keyup alt
+    step "no window menu comes after an access key" "wait called save up" \
+        "notify twin1 blur" "notify save focus" "redraw save" "${lines[@]}"
+    xdotool keydown alt key F2 keyup alt
+    step "nor after a hot key" "wait called save up" "${lines[@]}"
+}
+
+arrows_in_the_group()
+{
+    to "$radio3"
+    xdotool click 1
+    to "$outside"
+    wait_for 'notify radio3 leave'
+    wait_for '^values'
+    end_step
+    xdotool key Down
+    step "an arrow takes the focus and the choice round to the first" "wait ^values 1 0 0" \
+        "redraw radio3" "notify radio3 blur" "notify radio1 focus" "notify radio1 down" "redraw radio1" \
+        "notify radio1 up" "redraw radio3" "redraw radio1" "window chosen radio1 in group 7" "redraw radio1" \
+        "called radio1 up" "values 1 0 0"
+    xdotool key Right Down
+    wait_for '^values 0 0 1'
+    end_step
+    xdotool key Up
+    wait_for '^values 0 1 0' && pass "up goes back" || fail "up goes back" "$(new_lines)"
+    end_step
+    xdotool key Tab
+    step "Tab leaves the group" "wait notify child focus" "notify radio2 blur" "notify child focus" "redraw child"
+    xdotool key shift+Tab
+    step "and comes back to the chosen one" "wait notify radio2 focus" "notify child blur" "redraw child" "notify radio2 focus"
+    to "$bare"
+    xdotool click 1
+    step "a press takes the marks of the keyboard away" "wait redraw radio2" "redraw radio2"
 }
 
 forms_and_the_ground()
@@ -386,6 +464,9 @@ a_resting_pointer
 the_check_box
 the_focus_by_keyboard
 the_radio_boxes
+the_keys_of_a_dialog
+the_window_menu
+arrows_in_the_group
 forms_and_the_ground
 xdotool key alt+F4
 ends "the window closes by the keyboard and nothing stays alive"
