@@ -39,18 +39,43 @@ HRSRC findPackage(HINSTANCE module, long id, const std::wstring& type) noexcept
     return inLanguage ? inLanguage : FindResourceW(module, name, type.c_str());
 }
 
-void setProperties(const skin::Skin& skin, const skin::SkinObject& object, PropertyGroup& group,
+/// `before`: what the control has already; null when it has nothing of this skin.
+void setProperties(const Description& now, const Description* before, PropertyGroup& group,
                    const SkinResourceSet& resources)
 {
     const std::string path = narrowed(group.path(L"/"));
     for (const ComPtr<IVexPropBase>& property : group.properties()) {
-        Bstr name;
-        property->GetName(name.put());
-        if (const auto value = skin.valueOf(object, path, narrowed(name.view())))
+        Bstr wideName;
+        property->GetName(wideName.put());
+        const std::string name = narrowed(wideName.view());
+        const auto value = now.skin.valueOf(now.object, path, name);
+        if (!value)
+            continue;
+        const auto former = before ? before->skin.valueOf(before->object, path, name) : std::nullopt;
+        if (!former || former->value != value->value)
             setPropertyText(property.get(), widened(value->value), resources, Notify::No);
     }
     for (const ComPtr<PropertyGroup>& child : group.groups())
-        setProperties(skin, object, *child.get(), resources);
+        setProperties(now, before, *child.get(), resources);
+}
+
+void setAllProperties(const Description& now, const Description* before, SkinObjectCore& core,
+                      const SkinResourceSet& resources)
+{
+    for (std::size_t i = 0; i < core.groups().size(); ++i) {
+        if (const ComPtr<PropertyGroup> group = PropertyGroup::from(core.groups()[i].get()))
+            setProperties(now, before, *group.get(), resources);
+    }
+}
+
+/// Tells the control that its values were read.
+void tellConfigured(SkinObjectCore& core)
+{
+    VexNotify notice{};
+    notice.eVexMsgId = VEXSM_ACCESSCONFIGED;
+    notice.lParam1 = 1;
+    core.notify(notice);
+    core.redraw();
 }
 
 PositionHalf halfOf(const skin::PositionAxis& axis)
@@ -133,6 +158,10 @@ ObjectIndex::ObjectIndex(const skin::Skin& skin)
 {
     for (const skin::SkinObject& each : skin.objects)
         m_entries.push_back({&each, classIdOf(widened(each.className)), skin::typeOf(each)});
+    for (std::size_t i = 0; i < m_entries.size(); ++i) { // level by level
+        for (const skin::SkinObject& each : m_entries[i].object->children)
+            m_entries.push_back({&each, classIdOf(widened(each.className)), skin::typeOf(each)});
+    }
 }
 
 ObjectIndex::Control ObjectIndex::Control::of(IVexControlBase& control)
@@ -156,7 +185,7 @@ const skin::SkinObject* ObjectIndex::find(const Control& control) const
     for (const Entry& each : m_entries) {
         if (control.classId.empty() ? each.type != control.type : each.classId != control.classId)
             continue;
-        if (!control.name.empty() && (each.object->name == control.name || each.object->id == control.name))
+        if (isNamed(*each.object, control))
             return each.object;
         if (!ofClass)
             ofClass = each.object;
@@ -171,18 +200,24 @@ void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexCon
     if (!core)
         return;
     const ComPtr<IVexControlBase> hold(&control);
-    for (std::size_t i = 0; i < core->groups().size(); ++i) {
-        if (const ComPtr<PropertyGroup> group = PropertyGroup::from(core->groups()[i].get()))
-            setProperties(skin, object, *group.get(), resources);
-    }
+    setAllProperties({skin, object}, nullptr, *core, resources);
     setSettings(object, *core, control);
     if (moves)
         setPlace(object, *core);
-    VexNotify notice{};
-    notice.eVexMsgId = VEXSM_ACCESSCONFIGED;
-    notice.lParam1 = 1; // values were read
-    core->notify(notice);
-    core->redraw();
+    tellConfigured(*core);
+}
+
+void applyChanges(const Description& now, const Description& before, IVexControlBase& control,
+                  const SkinResourceSet& resources)
+{
+    SkinObjectCore* const core = coreOf(&control);
+    if (!core)
+        return;
+    const ComPtr<IVexControlBase> hold(&control);
+    setAllProperties(now, &before, *core, resources);
+    if (now.object.settings != before.object.settings)
+        setSettings(now.object, *core, control);
+    tellConfigured(*core);
 }
 
 ComPtr<IVexControlBase> createObject(const skin::Skin& skin, const skin::SkinObject& object, IVexRes* owner,

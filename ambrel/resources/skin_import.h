@@ -37,8 +37,14 @@ public:
         static Control of(IVexControlBase& control);
     };
 
-    /// The object of the control's class and name, else the first of its class; null when there is none.
+    /// The object of the control's class and name, else the first of its class, those at the top before those within
+    /// others; null when there is none.
     const skin::SkinObject* find(const Control& control) const;
+    /// Whether the object is called like the control.
+    static bool isNamed(const skin::SkinObject& object, const Control& control) noexcept
+    {
+        return !control.name.empty() && (object.name == control.name || object.id == control.name);
+    }
 
 private:
     struct Entry {
@@ -53,6 +59,17 @@ private:
 /// (VEXSM_ACCESSCONFIGED) and redrawn. `moves`: its position too.
 void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexControlBase& control,
                  const SkinResourceSet& resources, bool moves);
+
+/// An object as a skin describes it.
+struct Description {
+    const skin::Skin& skin;
+    const skin::SkinObject& object;
+};
+
+/// The same for a control that has what an earlier edition of the skin gave it: only what that one said differently is
+/// set, so that what the application changed meanwhile stays.
+void applyChanges(const Description& now, const Description& before, IVexControlBase& control,
+                  const SkinResourceSet& resources);
 
 /// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its
 /// class cannot be created.

@@ -14,11 +14,6 @@ using morvane::toVariantBool;
 
 namespace {
 
-std::wstring nameOf(const std::string& name, const skin::Resource& resource)
-{
-    return widened(!name.empty() ? name : !resource.caption.empty() ? resource.caption : resource.id);
-}
-
 /// The object of an id: the one that is there already, else a new one.
 template <class Object>
 Object& objectFor(std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id,
@@ -37,6 +32,39 @@ Object* objectIn(const std::map<std::string, ComPtr<Object>, std::less<>>& objec
 {
     const auto found = objects.find(id);
     return found == objects.end() ? nullptr : found->second.get();
+}
+
+template <class Entries, class Object>
+void publishAll(const Entries& entries, const std::map<std::string, ComPtr<Object>, std::less<>>& objects,
+                VexObjType type, ResourceStore& store)
+{
+    for (const skin::Resource& each : entries) {
+        Object* const object = objectIn(objects, each.id);
+        if (!object)
+            continue;
+        Bstr name;
+        object->GetName(name.put());
+        const std::wstring id = widened(each.id);
+        store.add(type, id, ComPtr<IVexObj>(object), true);
+        if (!name.empty() && name.view() != id)
+            store.add(type, name.view(), ComPtr<IVexObj>(object), true);
+    }
+}
+
+template <class Object, class Entries>
+void copyOf(const Entries& entries, const SkinResourceSet& from, SkinResourceSet& to)
+{
+    for (const skin::Resource& each : entries) {
+        if (Object* const object = objectIn(from.all<Object>(), each.id))
+            to.add(each.id, ComPtr<Object>(object));
+    }
+}
+
+} // namespace
+
+std::wstring nameOf(const std::string& name, const skin::Resource& resource)
+{
+    return widened(!name.empty() ? name : !resource.caption.empty() ? resource.caption : resource.id);
 }
 
 ImageSection sectionOf(const skin::ImageSection& s)
@@ -97,22 +125,6 @@ LOGFONTW fontOf(const skin::Font& f)
     return font;
 }
 
-template <class Object>
-void publishAll(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, VexObjType type,
-                ResourceStore& store)
-{
-    for (const auto& [id, object] : objects) {
-        Bstr name;
-        object->GetName(name.put());
-        const ComPtr<IVexObj> entry(object.get());
-        store.add(type, widened(id), entry, true);
-        if (!name.empty() && name.view() != widened(id))
-            store.add(type, name.view(), entry, true);
-    }
-}
-
-} // namespace
-
 std::wstring widened(std::string_view text)
 {
     std::wstring result(text.size(), L'\0');
@@ -156,46 +168,60 @@ void SkinResourceSet::adopt(const skin::Skin& skin, Pictures pictures, IVexRes* 
 {
     for (const auto& [id, picture] : pictures)
         picture->SetVexRes(resources);
-    m_pictures = std::move(pictures);
+    own<Picture>() = std::move(pictures);
     for (const skin::ImageSection& each : skin.resources.imageSections) {
-        ImageBase& section = objectFor(m_sections, each.id, resources);
+        ImageBase& section = objectFor(own<ImageBase>(), each.id, resources);
         section.SetName(Bstr(nameOf(each.name, each)).get());
-        section.setPicture(objectIn(m_pictures, each.picture));
+        section.setPicture(objectIn(all<Picture>(), each.picture));
         section.setSection(sectionOf(each));
     }
     for (const skin::Font& each : skin.resources.fonts) {
-        Font& font = objectFor(m_fonts, each.id, resources);
+        Font& font = objectFor(own<Font>(), each.id, resources);
         font.SetName(Bstr(nameOf(each.name, each)).get());
         font.setLogFont(fontOf(each));
     }
     for (const skin::TextStyle& each : skin.resources.textStyles) {
-        TextStyle& style = objectFor(m_texts, each.id, resources);
+        TextStyle& style = objectFor(own<TextStyle>(), each.id, resources);
         style.SetName(Bstr(nameOf(each.name, each)).get());
         style.setLook(lookOf(each));
-        style.setFont(objectIn(m_fonts, each.font));
+        style.setFont(objectIn(all<Font>(), each.font));
     }
     for (const skin::Gradient& each : skin.resources.gradients) {
-        FillColor& fill = objectFor(m_fills, each.id, resources);
+        FillColor& fill = objectFor(own<FillColor>(), each.id, resources);
         fill.SetName(Bstr(nameOf({}, each)).get());
         fill.setColours(each.start.value, each.end.value, each.rotation);
     }
     for (const skin::Cursor& each : skin.resources.cursors) {
-        Cursor& cursor = objectFor(m_cursors, each.id, resources);
+        Cursor& cursor = objectFor(own<Cursor>(), each.id, resources);
         cursor.SetName(Bstr(nameOf({}, each)).get());
         cursor.setStandard(each.isStandard ? each.standardCursor : 0);
         if (!each.isStandard)
-            cursor.put_ImageObj(objectIn(m_pictures, each.picture));
+            cursor.put_ImageObj(objectIn(all<Picture>(), each.picture));
     }
 }
 
-void SkinResourceSet::publish(const skin::Skin&, ResourceStore& store) const
+void SkinResourceSet::publish(const skin::Skin& skin, ResourceStore& store) const
 {
-    publishAll(m_pictures, VEXOBJTYPE_IMAGE, store);
-    publishAll(m_sections, VEXOBJTYPE_IMAGEBASE, store);
-    publishAll(m_fonts, VEXOBJTYPE_FONTEX, store);
-    publishAll(m_texts, VEXOBJTYPE_TEXTSTYLE, store);
-    publishAll(m_fills, VEXOBJTYPE_GRADIENTCLR, store);
-    publishAll(m_cursors, VEXOBJTYPE_CURSOR, store);
+    const skin::SharedResources& entries = skin.resources;
+    publishAll(entries.pictures, all<Picture>(), VEXOBJTYPE_IMAGE, store);
+    publishAll(entries.imageSections, all<ImageBase>(), VEXOBJTYPE_IMAGEBASE, store);
+    publishAll(entries.fonts, all<Font>(), VEXOBJTYPE_FONTEX, store);
+    publishAll(entries.textStyles, all<TextStyle>(), VEXOBJTYPE_TEXTSTYLE, store);
+    publishAll(entries.gradients, all<FillColor>(), VEXOBJTYPE_GRADIENTCLR, store);
+    publishAll(entries.cursors, all<Cursor>(), VEXOBJTYPE_CURSOR, store);
+}
+
+SkinResourceSet SkinResourceSet::of(const skin::Skin& skin) const
+{
+    const skin::SharedResources& entries = skin.resources;
+    SkinResourceSet result;
+    copyOf<Picture>(entries.pictures, *this, result);
+    copyOf<ImageBase>(entries.imageSections, *this, result);
+    copyOf<Font>(entries.fonts, *this, result);
+    copyOf<TextStyle>(entries.textStyles, *this, result);
+    copyOf<FillColor>(entries.gradients, *this, result);
+    copyOf<Cursor>(entries.cursors, *this, result);
+    return result;
 }
 
 ComPtr<IDispatch> SkinResourceSet::find(enumPropType type, std::wstring_view id) const
@@ -203,15 +229,15 @@ ComPtr<IDispatch> SkinResourceSet::find(enumPropType type, std::wstring_view id)
     const std::string key = narrowed(id);
     switch (type) {
     case _PROPTYPE_IMAGESECTION:
-        return ComPtr<IDispatch>(objectIn(m_sections, key));
+        return ComPtr<IDispatch>(objectIn(all<ImageBase>(), key));
     case _PROPTYPE_TEXTSTYLE:
-        return ComPtr<IDispatch>(objectIn(m_texts, key));
+        return ComPtr<IDispatch>(objectIn(all<TextStyle>(), key));
     case _PROPTYPE_FONT:
-        return ComPtr<IDispatch>(objectIn(m_fonts, key));
+        return ComPtr<IDispatch>(objectIn(all<Font>(), key));
     case _PROPTYPE_FILLCOLOR:
-        return ComPtr<IDispatch>(objectIn(m_fills, key));
+        return ComPtr<IDispatch>(objectIn(all<FillColor>(), key));
     case _PROPTYPE_CURSOR:
-        return ComPtr<IDispatch>(objectIn(m_cursors, key));
+        return ComPtr<IDispatch>(objectIn(all<Cursor>(), key));
     default:
         return nullptr;
     }

@@ -12,6 +12,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 
 namespace ambrel {
 
@@ -29,23 +30,49 @@ public:
     /// Takes over a skin and its decoded pictures. Throws std::bad_alloc.
     void adopt(const skin::Skin& skin, Pictures pictures, IVexRes* resources);
 
-    /// Makes the resources known by their names, and by their ids where these differ.
+    /// Makes the resources of the skin known by their names, and by their ids where these differ. Those of former
+    /// skins, which controls may still hold, are not.
     void publish(const skin::Skin& skin, ResourceStore& store) const;
 
     /// By id; the empty id is none.
     morvane::ComPtr<IDispatch> find(enumPropType type, std::wstring_view id) const override;
 
-private:
     template <class Object>
     using ById = std::map<std::string, morvane::ComPtr<Object>, std::less<>>;
 
-    Pictures m_pictures;
-    ById<ImageBase> m_sections;
-    ById<TextStyle> m_texts;
-    ById<Font> m_fonts;
-    ById<FillColor> m_fills;
-    ById<Cursor> m_cursors;
+    /// The objects of one kind.
+    template <class Object>
+    const ById<Object>& all() const noexcept
+    {
+        return std::get<ById<Object>>(m_objects);
+    }
+
+    /// The set without what former skins left in it.
+    SkinResourceSet of(const skin::Skin& skin) const;
+
+    /// Makes an object one of the set.
+    template <class Object>
+    void add(const std::string& id, morvane::ComPtr<Object> object)
+    {
+        std::get<ById<Object>>(m_objects).insert_or_assign(id, std::move(object));
+    }
+
+private:
+    template <class Object>
+    ById<Object>& own() noexcept
+    {
+        return std::get<ById<Object>>(m_objects);
+    }
+
+    std::tuple<Pictures, ById<ImageBase>, ById<TextStyle>, ById<Font>, ById<FillColor>, ById<Cursor>> m_objects;
 };
+
+// What the entries of a skin say, as the objects have it.
+ImageSection sectionOf(const skin::ImageSection& entry);
+TextLook lookOf(const skin::TextStyle& entry);
+LOGFONTW fontOf(const skin::Font& entry);
+/// The name that people see: the first of these that is not empty.
+std::wstring nameOf(const std::string& name, const skin::Resource& entry);
 
 /// Between the skin's UTF-8 and the platform's text.
 std::wstring widened(std::string_view text);

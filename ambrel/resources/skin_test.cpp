@@ -6,6 +6,7 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <functional>
 
 namespace ambrel::testing {
 namespace {
@@ -110,6 +111,57 @@ protected:
         return text.str();
     }
 
+    /// Runs the message loop until something is so, at most five seconds.
+    static void runUntil(const std::function<bool()>& isSo)
+    {
+        const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+        while (!isSo() && std::chrono::steady_clock::now() < end) {
+            MSG message;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+        }
+    }
+
+    /// What a watch of packages tells.
+    struct Told {
+        std::vector<HRESULT> statuses; // of the package
+        std::wstring error;            // with the last one
+        int rounds = 0;
+
+        static void STDMETHODCALLTYPE hear(void* context, const wchar_t* path, HRESULT status)
+        {
+            Told& told = *static_cast<Told*>(context);
+            if (!path) {
+                ++told.rounds;
+                return;
+            }
+            told.statuses.push_back(status);
+            told.error = FAILED(status) ? errorText() : std::wstring();
+        }
+    };
+
+    /// A method of the control's own interface, which the runtime does not know.
+    static std::wstring call(IVexControlBase& control, std::wstring method, const wchar_t* text = nullptr)
+    {
+        LPOLESTR name = method.data();
+        DISPID id = 0;
+        const Bstr given(text ? text : L"");
+        VARIANT argument;
+        argument.vt = VT_BSTR;
+        argument.bstrVal = given.get();
+        DISPPARAMS parameters{&argument, nullptr, text ? 1u : 0u, 0};
+        VARIANT result;
+        VariantInit(&result);
+        EXPECT_EQ(control.GetIDsOfNames(IID_NULL, &name, 1, LOCALE_USER_DEFAULT, &id), S_OK);
+        EXPECT_EQ(
+            control.Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters, &result, nullptr, nullptr),
+            S_OK);
+        const std::wstring answer(result.vt == VT_BSTR ? morvane::viewOf(result.bstrVal) : L"");
+        VariantClear(&result);
+        return answer;
+    }
+
     /// Of this thread, so that other programs on the machine do not count.
     static std::int64_t processorMs()
     {
@@ -199,17 +251,51 @@ TEST_F(SkinTest, AChangedFileOfAnOpenFolderIsTakenUp)
     writeSkin("0x000000FF");
     ASSERT_EQ(openFolder(), S_OK);
     writeSkin("0x00FF0000");
-    const auto end = std::chrono::steady_clock::now() + std::chrono::seconds(5);
-    while (textColour() != 0x00FF0000u && std::chrono::steady_clock::now() < end) {
-        MSG message;
-        MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
-        while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
-            DispatchMessageW(&message);
-    }
+    runUntil([&] { return textColour() == 0x00FF0000u; });
     EXPECT_EQ(textColour(), 0x00FF0000u);
     VARIANT_BOOL closed = VARIANT_FALSE;
     EXPECT_EQ(resources->CloseSkin(&closed), S_OK);
     EXPECT_EQ(textColour(), 0xFFFFFFFFu);
+}
+
+TEST_F(SkinTest, AChangedPackageOfAWatchedFolderChangesThoseWhoWearItAndABadOneNothing)
+{
+    const std::wstring package = folder.wstring();
+    const auto worn = addButton(L"Worn", {10, 10, 210, 40});
+    const auto bare = addButton(L"Bare", {10, 60, 210, 90}); // of the same class, but it was not given the package
+    ASSERT_TRUE(worn && bare);
+    Told told;
+    ASSERT_EQ(runtime.AmbrelWatchSkinFiles()(resources.get(), folder.parent_path().c_str(), &Told::hear, &told), S_OK);
+    writeSkin("0x000000FF", "", "From the package");
+    ASSERT_EQ(runtime.AmbrelApplySkinFile()(resources.get(), worn.get(), package.c_str()), S_OK);
+    call(*worn.get(), L"SetText", L"Mine");
+    const auto red = picture();
+    const auto settled = [&](int rounds) { return [&told, rounds] { return told.rounds > rounds; }; };
+    runUntil(settled(0)); // the package's own arrival
+
+    told = {};
+    writeSkin("0x0000FF00", "", "From the package");
+    runUntil(settled(0));
+    EXPECT_EQ(told.statuses, std::vector<HRESULT>{S_OK});
+    const auto green = picture();
+    EXPECT_NE(green, red);
+    EXPECT_EQ(call(*worn.get(), L"GetText"), L"Mine"); // the package says of it what it said before
+    EXPECT_EQ(std::count(green.begin() + 60 * 300, green.end(), kGround), 140 * 300);
+
+    told = {};
+    writeSkin("0x000000FF", " HAlign=\"x\"");
+    runUntil(settled(0));
+    ASSERT_EQ(told.statuses.size(), 1u);
+    EXPECT_TRUE(FAILED(told.statuses[0]));
+    EXPECT_NE(told.error.find(L"shareres.xml:2:"), std::wstring::npos);
+    EXPECT_EQ(picture(), green);
+
+    told = {};
+    writeSkin("0x000000FF", "", "Another text");
+    runUntil(settled(0));
+    EXPECT_EQ(told.statuses, std::vector<HRESULT>{S_OK});
+    EXPECT_EQ(call(*worn.get(), L"GetText"), L"Another text");
+    EXPECT_EQ(runtime.AmbrelWatchSkinFiles()(resources.get(), nullptr, nullptr, nullptr), S_OK);
 }
 
 TEST_F(SkinTest, ChangingTheSkinOfAWindowWithManyControlsIsQuick)

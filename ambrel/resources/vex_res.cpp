@@ -38,6 +38,7 @@ VexRes::~VexRes() = default;
 void VexRes::finalRelease()
 {
     m_watch.reset();
+    m_packageWatch.reset();
 }
 
 void* VexRes::findInterface(REFIID iid)
@@ -282,8 +283,13 @@ STDMETHODIMP VexRes::GenerateLanguageXML(BSTR) noexcept
 
 STDMETHODIMP VexRes::SetDragInfo(VEX_DRAGINFO info) noexcept
 {
-    m_dragFrom = ComPtr<ISkinObjResBase>(info.pFromObj);
-    m_dragTo = ComPtr<ISkinObjResBase>(info.pToObj);
+    // Objects keep their resources: kept weakly, a drag that never ends keeps nothing alive.
+    const auto nodeOf = [](ISkinObjResBase* object) {
+        SkinObjectCore* const core = coreOf(object);
+        return core ? &core->node() : nullptr;
+    };
+    m_dragFrom.reset(nodeOf(info.pFromObj));
+    m_dragTo.reset(nodeOf(info.pToObj));
     m_dragInfo = info;
     return S_OK;
 }
@@ -291,8 +297,8 @@ STDMETHODIMP VexRes::GetDragInfo(VEX_DRAGINFO* result) noexcept
 {
     return returning(result, [&] {
         VEX_DRAGINFO info = m_dragInfo;
-        m_dragFrom.copyTo(&info.pFromObj);
-        m_dragTo.copyTo(&info.pToObj);
+        info.pFromObj = faceOf(m_dragFrom.get()).detach();
+        info.pToObj = faceOf(m_dragTo.get()).detach();
         return info;
     });
 }

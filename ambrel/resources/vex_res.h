@@ -1,6 +1,7 @@
 // The resource object: where an application's shared resources, windows and skins live.
 #pragma once
 
+#include "ambrel/ambrel.h"
 #include "ambrel/objects/skin_object_core.h"
 #include "ambrel/resources/color_cases.h"
 #include "ambrel/resources/resource_store.h"
@@ -19,6 +20,7 @@ namespace ambrel {
 
 class SkinWatch;
 struct ReadSkin;
+struct RunningSkin;
 
 /// IVexRes. Statuses: S_FALSE where nothing was found or done; E_NOTIMPL for skinning foreign windows and for exporting
 /// to formats that this runtime does not have. Its windows know it weakly through their objects; it knows them weakly
@@ -50,8 +52,10 @@ public:
     HRESULT changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring path);
     /// Gives an existing control what a packaged skin says for its class.
     HRESULT applyPackage(IVexControlBase& control, HINSTANCE module, long resourceId);
-    /// The same from a zip file or a folder, read once.
+    /// The same from a zip file or a folder, read once and again whenever it changes under a watched folder.
     HRESULT applyPackageFile(IVexControlBase& control, std::wstring_view path);
+    /// AmbrelWatchSkinFiles; an empty folder ends the watch.
+    HRESULT watchPackages(const std::wstring& folder, AmbrelSkinFileChanged told, void* context);
 
     // IVexRes
     STDMETHODIMP OpenSkin(BSTR strSkinPath, BSTR strSknPath, VARIANT_BOOL bSkinCtrls,
@@ -205,16 +209,22 @@ private:
     struct Package {
         std::shared_ptr<const skin::Skin> skin;
         SkinResourceSet resources;
+        std::vector<WeakNode> wearers; // the controls it was given to; kept only while it is watched
     };
     using PackageKey = std::tuple<HINSTANCE, long, std::wstring>; // module and number with the type, or just a path
     HRESULT package(const PackageKey& key, const std::function<ReadSkin()>& read, std::shared_ptr<Package>& result);
     HRESULT package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result);
     HRESULT applyTo(IVexControlBase& control, const Package& source);
+    bool isWatched(std::wstring_view packagePath) const;
+    void readPackagesAgain();
+    HRESULT readAgain(const std::wstring& packagePath);
+    void change(Package& package, std::shared_ptr<const skin::Skin> skin, SkinResourceSet::Pictures pictures);
     HRESULT open(std::wstring_view path, VARIANT_BOOL* result);
     void reload();
     /// Sets what the running skin says about each control and the former one did not.
     void applyToAll(const skin::Skin* former);
     void applyOpenSkin(IVexControlBase& control);
+    RunningSkin runningSkin();
     morvane::ComPtr<IVexControlBase> addPlugin(IVexObj* owner, BSTR name, BSTR guid, bool composed);
     morvane::ComPtr<IVexObj> objectOfNumber(hyper number);
     void notifyAll(VexMsgID id, hyper lParam1 = 0);
@@ -237,14 +247,22 @@ private:
     std::map<PackageKey, std::shared_ptr<Package>> m_packages;
     std::wstring m_skinPath;
     std::unique_ptr<SkinWatch> m_watch;
+
+    struct PackageWatch {
+        std::wstring folder; // a full path
+        AmbrelSkinFileChanged told;
+        void* context;
+        std::unique_ptr<SkinWatch> watch;
+    };
+    std::shared_ptr<PackageWatch> m_packageWatch;
     ColorCases m_colorCases;
     std::map<std::wstring, Text, std::less<>> m_texts;
     morvane::ComPtr<IVexEvents> m_events;
     hyper m_objectPointer = 0;
     VEX_LANGUAGE m_language = VEX_ENGLISH;
     VEX_DRAGINFO m_dragInfo{};
-    morvane::ComPtr<ISkinObjResBase> m_dragFrom;
-    morvane::ComPtr<ISkinObjResBase> m_dragTo;
+    WeakNode m_dragFrom;
+    WeakNode m_dragTo;
     bool m_drags = false;
     bool m_design = false;
     bool m_clearsPackages = true;

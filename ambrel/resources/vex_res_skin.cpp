@@ -1,4 +1,5 @@
 // Opening, changing, importing and saving skins.
+#include "ambrel/resources/skin_export.h"
 #include "ambrel/resources/skin_import.h"
 #include "ambrel/resources/skin_watch.h"
 #include "ambrel/resources/vex_res.h"
@@ -64,8 +65,8 @@ HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring pa
         return reportSkinError(*error, static_cast<IVexRes*>(this));
 
     const ComPtr<IVexRes> hold(this);
-    const std::shared_ptr<const skin::Skin> former = m_skin;
     notifyAll(VEXSM_CHANGESKINSTART);
+    const std::shared_ptr<const skin::Skin> former = m_skin; // a control may have changed the skin when it was told
     m_skinResources.adopt(*skin, std::move(pictures), this);
     m_store.clear(true);
     m_skinResources.publish(*skin, m_store);
@@ -171,97 +172,50 @@ STDMETHODIMP VexRes::GetSkinVersion(LONG* main, LONG* sub) noexcept
     return S_OK;
 }
 
+RunningSkin VexRes::runningSkin()
+{
+    RunningSkin running{m_skin.get(), m_skinResources, m_store, {}, {}};
+    for (const auto& [key, package] : m_packages) {
+        if (package)
+            running.packages.emplace_back(&package->resources, package->skin.get());
+    }
+    anyObject([&](ObjectNode& node) {
+        if (IVexControlBase* const control = coreOf(node).control())
+            running.controls.emplace_back(control);
+        return false;
+    });
+    return running;
+}
+
 STDMETHODIMP VexRes::Save(BSTR path, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& saved) {
-        if (!m_skin)
-            return S_FALSE;
-        const auto outcome = skin::saveSkin(*m_skin, std::filesystem::path(std::wstring(viewOf(path))));
+        const std::filesystem::path target(viewOf(path).empty() ? m_skinPath : std::wstring(viewOf(path)));
+        if (target.empty())
+            return E_INVALIDARG;
+        const ComPtr<IVexRes> hold(this);
+        const std::shared_ptr<const skin::Skin> running = m_skin; // making controls runs foreign code
+        auto exported = exportSkin(runningSkin());
+        if (!exported)
+            return reportSkinError(exported.error(), static_cast<IVexRes*>(this));
+        if (exported->skin == skin::Skin())
+            return S_FALSE; // no skin, no controls: nothing to save
+        const auto outcome = skin::saveSkin(exported->skin, target);
         if (!outcome)
             return reportSkinError(outcome.error(), static_cast<IVexRes*>(this));
         saved = VARIANT_TRUE;
+        std::error_code fault;
+        if (running && running == m_skin && std::filesystem::equivalent(target, m_skinPath, fault)) {
+            // The open package says now what the controls have: a watch of its folder finds nothing new.
+            m_skin = std::make_shared<const skin::Skin>(std::move(exported->skin));
+            m_skinResources = std::move(exported->resources);
+        }
         return S_OK;
     });
 }
 STDMETHODIMP VexRes::ExportSknVexFile(BSTR path, VARIANT_BOOL* result) noexcept
 {
     return Save(path, result);
-}
-
-// Packages of modules
-
-HRESULT VexRes::package(const PackageKey& key, const std::function<ReadSkin()>& read, std::shared_ptr<Package>& result)
-{
-    std::shared_ptr<Package>& place = m_packages[key];
-    if (!place) {
-        const ReadSkin source = read();
-        if (!source.skin)
-            return source.status;
-        SkinResourceSet::Pictures pictures;
-        if (const auto error = SkinResourceSet::decode(*source.skin, pictures))
-            return reportSkinError(*error, static_cast<IVexRes*>(this));
-        auto made = std::make_shared<Package>();
-        made->skin = source.skin;
-        made->resources.adopt(*source.skin, std::move(pictures), this);
-        place = std::move(made);
-    }
-    result = place;
-    return S_OK;
-}
-
-HRESULT VexRes::package(HINSTANCE module, long resourceId, std::wstring_view type, std::shared_ptr<Package>& result)
-{
-    return package(
-        {module, resourceId, std::wstring(type)}, [&] { return readModuleSkin(module, resourceId, type); }, result);
-}
-
-STDMETHODIMP VexRes::ImportSkin(hyper module, LONG resourceId, BSTR type, hyper parent,
-                                IVexControlBase** result) noexcept
-{
-    return filling(result, [&](IVexControlBase*& first) {
-        auto* const parentObject = reinterpret_cast<ISkinObjResBase*>(parent);
-        if (parentObject && !coreOf(parentObject))
-            return E_INVALIDARG;
-        std::shared_ptr<Package> source;
-        const HRESULT status = package(reinterpret_cast<HINSTANCE>(module), resourceId, viewOf(type), source);
-        if (FAILED(status))
-            return status;
-        const ComPtr<IVexRes> hold(this);
-        ComPtr<IVexControlBase> made;
-        for (const skin::SkinObject& each : source->skin->objects) {
-            ComPtr<IVexControlBase> control = createObject(*source->skin, each, this, parentObject, source->resources);
-            if (!made)
-                made = std::move(control);
-        }
-        if (!made)
-            return S_FALSE;
-        first = made.detach();
-        return S_OK;
-    });
-}
-
-HRESULT VexRes::applyPackage(IVexControlBase& control, HINSTANCE module, long resourceId)
-{
-    std::shared_ptr<Package> source;
-    const HRESULT status = package(module, resourceId, L"UIFILES", source);
-    return FAILED(status) ? status : applyTo(control, *source);
-}
-
-HRESULT VexRes::applyPackageFile(IVexControlBase& control, std::wstring_view path)
-{
-    std::shared_ptr<Package> source;
-    const HRESULT status = package(
-        {nullptr, 0, std::wstring(path)}, [&] { return readSkinFrom(path); }, source);
-    return FAILED(status) ? status : applyTo(control, *source);
-}
-
-HRESULT VexRes::applyTo(IVexControlBase& control, const Package& source)
-{
-    const skin::SkinObject* object = ObjectIndex(*source.skin).find(ObjectIndex::Control::of(control));
-    if (!object)
-        return S_FALSE;
-    applyObject(*source.skin, *object, control, source.resources, false);
-    return S_OK;
 }
 
 } // namespace ambrel

@@ -71,11 +71,16 @@ std::optional<PropertyValue> Skin::valueOf(const SkinObject& object, std::string
         if (const Property* property = findProperty(*properties, groupPath, name, joined))
             return PropertyValue{property->kind, property->value};
     }
-    const TypeKeys* keysOfType = layout == Layout::Compact ? keys.find(typeOf(object)) : nullptr;
-    const KeyNode* node = keysOfType ? findNode(keysOfType->nodes, groupPath, name) : nullptr;
+    const KeyNode* node = keyOf(object, groupPath, name);
     if (node == nullptr || !node->fallback)
         return std::nullopt;
     return PropertyValue{node->kind, *node->fallback};
+}
+
+const KeyNode* Skin::keyOf(const SkinObject& object, std::string_view groupPath, std::string_view name) const
+{
+    const TypeKeys* keysOfType = layout == Layout::Compact ? keys.find(typeOf(object)) : nullptr;
+    return keysOfType ? findNode(keysOfType->nodes, groupPath, name) : nullptr;
 }
 
 const Picture* Skin::picture(std::string_view id) const

@@ -294,6 +294,9 @@ struct Skin {
     std::optional<PropertyValue> valueOf(const SkinObject& object, std::string_view groupPath,
                                          std::string_view name) const;
 
+    /// The short key that the key map gives a property; null in the full layout and where the map has none.
+    const KeyNode* keyOf(const SkinObject& object, std::string_view groupPath, std::string_view name) const;
+
     const Picture* picture(std::string_view id) const;
     const Font* font(std::string_view id) const;
     const Gradient* gradient(std::string_view id) const;

@@ -3,8 +3,11 @@
 #include "ambrel/skin/limits.h"
 #include "ambrel/skin/text.h"
 
+#include <algorithm>
 #include <fstream>
+#include <optional>
 #include <system_error>
+#include <utility>
 
 namespace ambrel::skin {
 
@@ -82,21 +85,126 @@ void readFolderInto(PackageFiles& files, const fs::path& folder, const std::stri
         failFile(Code::NotFound, prefix, "the folder cannot be read to its end");
 }
 
-void writeWhole(const fs::path& path, std::span<const std::uint8_t> bytes)
+// A name beside the file that nothing has, so that no file of anybody else is overwritten.
+fs::path freeNameBeside(const fs::path& path)
 {
-    fs::path fresh = path;
-    fresh += ".new";
-    std::ofstream out(fresh, std::ios::binary | std::ios::trunc);
-    out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
-    out.close();
     std::error_code fault;
-    if (out)
-        fs::rename(fresh, path, fault);
-    if (!out || fault) {
-        fs::remove(fresh, fault);
-        failFile(Code::CannotWrite, utf8(path), "the file cannot be written");
+    for (int number = 0;; ++number) {
+        fs::path fresh = path;
+        fresh += number == 0 ? ".new" : ".new" + std::to_string(number);
+        if (!fs::exists(fs::symlink_status(fresh, fault)))
+            return fresh;
     }
 }
+
+/// A file's new content, complete on disk beside the old one until it takes its place.
+class StagedFile {
+public:
+    StagedFile(fs::path path, std::span<const std::uint8_t> bytes)
+        : m_path(std::move(path)), m_fresh(freeNameBeside(m_path))
+    {
+        std::ofstream out(m_fresh, std::ios::binary | std::ios::trunc);
+        out.write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(bytes.size()));
+        out.close();
+        if (!out) {
+            discard();
+            failFile(Code::CannotWrite, utf8(m_path), "the file cannot be written");
+        }
+    }
+    StagedFile(StagedFile&& other) noexcept
+        : m_path(std::move(other.m_path)), m_fresh(std::exchange(other.m_fresh, fs::path()))
+    {
+    }
+    StagedFile& operator=(StagedFile&&) = delete;
+    ~StagedFile() { discard(); }
+
+    void place()
+    {
+        std::error_code fault;
+        fs::rename(m_fresh, m_path, fault);
+        if (fault)
+            failFile(Code::CannotWrite, utf8(m_path), "the file cannot be replaced");
+        m_fresh.clear();
+    }
+
+    const fs::path& path() const { return m_path; }
+
+private:
+    void discard() noexcept
+    {
+        std::error_code fault;
+        if (!m_fresh.empty())
+            fs::remove(m_fresh, fault);
+    }
+
+    fs::path m_path;
+    fs::path m_fresh; // empty once it took its place
+};
+
+void writeWhole(const fs::path& path, std::span<const std::uint8_t> bytes)
+{
+    StagedFile(path, bytes).place();
+}
+
+/// The files of a folder that are replaced together: either all of them or none.
+class StagedFolder {
+public:
+    explicit StagedFolder(fs::path folder) : m_folder(std::move(folder)) {}
+
+    void add(const std::string& name, std::span<const std::uint8_t> bytes)
+    {
+        const fs::path path = m_folder / pathOf(name);
+        std::error_code fault;
+        std::optional<Bytes> former;
+        const fs::file_status status = fs::status(path, fault);
+        if (fs::exists(status) && !fs::is_regular_file(status))
+            failFile(Code::CannotWrite, name, "something that is no file stands in its place");
+        if (fs::exists(status))
+            former = readFile(path, name, kFileBytes, Code::CannotWrite);
+        if (former && std::ranges::equal(*former, bytes))
+            return;
+        fs::create_directories(path.parent_path(), fault);
+        if (fault)
+            failFile(Code::CannotWrite, name, "its folder cannot be made");
+        m_files.push_back({StagedFile(path, bytes), std::move(former)});
+    }
+
+    void place()
+    {
+        std::size_t placed = 0;
+        try {
+            for (; placed < m_files.size(); ++placed)
+                m_files[placed].staged.place();
+        } catch (const SkinFailure&) {
+            while (placed > 0)
+                restore(m_files[--placed]);
+            throw;
+        }
+    }
+
+private:
+    struct File {
+        StagedFile staged;
+        std::optional<Bytes> former;
+    };
+
+    static void restore(const File& file)
+    {
+        std::error_code fault;
+        if (!file.former) {
+            fs::remove(file.staged.path(), fault);
+            return;
+        }
+        try {
+            writeWhole(file.staged.path(), *file.former);
+        } catch (const SkinFailure&) {
+            // The disk refuses the old content, too; the failure that led here is told.
+        }
+    }
+
+    fs::path m_folder;
+    std::vector<File> m_files;
+};
 
 } // namespace
 
@@ -139,14 +247,10 @@ Outcome<std::monostate> replaceFile(const fs::path& path, std::span<const std::u
 Outcome<std::monostate> writeFolder(const PackageFiles& files, const fs::path& folder)
 {
     return outcomeOf([&] {
-        for (const auto& [name, bytes] : files.all()) {
-            const fs::path path = folder / pathOf(name);
-            std::error_code fault;
-            fs::create_directories(path.parent_path(), fault);
-            if (fault)
-                failFile(Code::CannotWrite, name, "its folder cannot be made");
-            writeWhole(path, bytes);
-        }
+        StagedFolder staged(folder);
+        for (const auto& [name, bytes] : files.all())
+            staged.add(name, bytes);
+        staged.place();
         return std::monostate();
     });
 }

@@ -288,14 +288,24 @@ std::vector<KeyNode>& groupFor(std::vector<KeyNode>& nodes, std::string_view pat
     return groupFor(group.children, rest);
 }
 
-void addKeysOf(const SkinObject& object, KeyMap& map)
+/// Keys of prop.xml that no key map explains: a new key must not give them a meaning.
+void collectUnexplained(const std::vector<SkinObject>& objects, std::set<std::string>& keys)
+{
+    for (const SkinObject& object : objects) {
+        for (const Attribute& each : object.otherProps)
+            keys.insert(each.name);
+        collectUnexplained(object.children, keys);
+    }
+}
+
+void addKeysOf(const SkinObject& object, KeyMap& map, const std::set<std::string>& unexplained)
 {
     const std::string type = typeOf(object);
     KeysByPath known = keysByPath(map, type);
-    std::set<std::string> used;
+    std::set<std::string> used = unexplained;
     for (const auto& [path, node] : known)
         used.insert(node->key);
-    std::size_t number = used.size();
+    std::size_t number = known.size();
     for (const Property& property : object.properties) {
         if (known.contains(pathOf(property)))
             continue;
@@ -311,7 +321,7 @@ void addKeysOf(const SkinObject& object, KeyMap& map)
         node.key = key;
     }
     for (const SkinObject& child : object.children)
-        addKeysOf(child, map);
+        addKeysOf(child, map, unexplained);
 }
 
 } // namespace
@@ -323,24 +333,49 @@ Outcome<PackageFiles> writeSkin(const Skin& skin)
 
 void addMissingKeys(Skin& skin)
 {
+    std::set<std::string> unexplained;
+    collectUnexplained(skin.objects, unexplained);
     for (const SkinObject& object : skin.objects)
-        addKeysOf(object, skin.keys);
+        addKeysOf(object, skin.keys, unexplained);
 }
 
-Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& file)
+namespace {
+
+template <class Package>
+void checkReadsBack(const Package& package, const Skin& skin)
 {
-    Outcome<Bytes> archive = outcomeOf([&] {
-        Bytes bytes = writeZip(SkinWriter(skin).write());
-        const auto again = readSkin(bytes, "the saved package");
-        if (!again)
-            throw SkinFailure(again.error());
-        if (again.value() != skin)
-            failFile(Code::NotTheSame, "the saved package", "it would not read back as the same skin");
-        return bytes;
+    const auto again = readSkin(package);
+    if (!again)
+        throw SkinFailure(again.error());
+    if (again.value() != skin)
+        failFile(Code::NotTheSame, "the saved package", "it would not read back as the same skin");
+}
+
+bool isFolderPath(const std::filesystem::path& path)
+{
+    std::error_code fault;
+    return !path.has_filename() || std::filesystem::is_directory(path, fault);
+}
+
+} // namespace
+
+Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path)
+{
+    Bytes archive;
+    const bool inFolder = isFolderPath(path);
+    Outcome<PackageFiles> files = outcomeOf([&] {
+        PackageFiles made = SkinWriter(skin).write();
+        if (inFolder) {
+            checkReadsBack(made, skin);
+        } else {
+            archive = writeZip(made);
+            checkReadsBack(std::span<const std::uint8_t>(archive), skin);
+        }
+        return made;
     });
-    if (!archive)
-        return archive.error();
-    return replaceFile(file, archive.value());
+    if (!files)
+        return files.error();
+    return inFolder ? writeFolder(files.value(), path) : replaceFile(path, archive);
 }
 
 } // namespace ambrel::skin

@@ -15,8 +15,8 @@ Outcome<PackageFiles> writeSkin(const Skin& skin);
 /// the compact layout.
 void addMissingKeys(Skin& skin);
 
-/// Writes the skin as a zip file. The package is read back and compared first; on failure an older file stays as it
-/// was.
-Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& file);
+/// Writes the skin as a zip file, or as a folder where there is one at the path or the path ends with a separator. The
+/// package is read back and compared first; on failure older files stay as they were.
+Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path);
 
 } // namespace ambrel::skin

@@ -1,0 +1,293 @@
+#include "ambrel/resources/skin_export.h"
+
+#include "ambrel/objects/skin_object_core.h"
+#include "ambrel/properties/property_group.h"
+#include "ambrel/resources/resource_export.h"
+#include "ambrel/resources/skin_import.h"
+#include "ambrel/resources/vex_res.h"
+#include "ambrel/skin/writer.h"
+
+#include <map>
+#include <set>
+
+namespace ambrel {
+
+using morvane::Bstr;
+using morvane::ComPtr;
+
+namespace {
+
+skin::ValueKind kindFor(enumPropType type) noexcept
+{
+    switch (type) {
+    case _PROPTYPE_IMAGESECTION:
+        return skin::ValueKind::ImageSection;
+    case _PROPTYPE_TEXTSTYLE:
+        return skin::ValueKind::TextStyle;
+    case _PROPTYPE_FONT:
+        return skin::ValueKind::Font;
+    case _PROPTYPE_CURSOR:
+        return skin::ValueKind::Cursor;
+    case _PROPTYPE_FILLCOLOR:
+        return skin::ValueKind::Gradient;
+    default:
+        return skin::ValueKind::Plain;
+    }
+}
+
+/// One property of a control.
+struct Setting {
+    std::string path;
+    std::string name;
+    skin::ValueKind kind;
+    std::string value;
+};
+
+/// A control's settings that a skin can give.
+skin::ObjectSettings settingsOf(SkinObjectCore& core)
+{
+    const ObjectNode& node = core.node();
+    skin::ObjectSettings settings;
+    settings.opacity = node.opacity();
+    settings.visible = node.has(NodeFlag::Visible);
+    settings.disposeMouse = node.has(NodeFlag::TakesMouse);
+    settings.blendWithParent = node.has(NodeFlag::BlendsWithParent);
+    settings.tabStop = node.has(NodeFlag::TabStop);
+    settings.drawFocus = node.has(NodeFlag::DrawsFocus);
+    return settings;
+}
+
+skin::PositionAxis axisOf(const PositionHalf& half)
+{
+    return {static_cast<std::int32_t>(half.anchor), static_cast<std::int32_t>(half.space), half.nearGap, half.farGap,
+            half.size};
+}
+
+skin::Position positionOf(SkinObjectCore& core)
+{
+    const Position& position = core.node().position();
+    return {axisOf(position.horizontal), axisOf(position.vertical)};
+}
+
+/// Overwrites what the skin says; what it leaves out is only written where it differs from what the class gives.
+template <class Value>
+void takeSetting(std::optional<Value>& place, const std::optional<Value>& now, const std::optional<Value>& byClass)
+{
+    if (place || now != byClass)
+        place = now;
+}
+
+class SkinExporter {
+public:
+    explicit SkinExporter(const RunningSkin& running)
+        : m_running(running), m_skin(running.opened ? *running.opened : skin::Skin()),
+          m_resources(m_skin, running.resources, sourcesOf(running)), m_index(running.opened ? *running.opened : m_none)
+    {
+    }
+
+    skin::Outcome<ExportedSkin> run()
+    {
+        m_resources.updateEntries();
+        m_resources.addFrom(m_running.store);
+        if (m_running.opened)
+            pairUp(m_running.opened->objects, m_skin.objects);
+        takeNamed();
+        takeOthers();
+        for (skin::SkinObject& each : m_added)
+            m_skin.objects.push_back(std::move(each));
+        if (m_resources.error())
+            return *m_resources.error();
+        if (m_skin.layout == skin::Layout::Compact)
+            skin::addMissingKeys(m_skin);
+        return ExportedSkin{std::move(m_skin), m_resources.resources()};
+    }
+
+private:
+    /// What a control of a class has before anybody sets anything.
+    struct ByClass {
+        std::map<std::string, std::string> values; // by path and name
+        skin::ObjectSettings settings;
+    };
+
+    static std::vector<ResourceExport::Source> sourcesOf(const RunningSkin& running)
+    {
+        std::vector<ResourceExport::Source> sources;
+        for (const auto& [resources, skin] : running.packages)
+            sources.push_back({resources, skin});
+        return sources;
+    }
+
+    void pairUp(const std::vector<skin::SkinObject>& opened, std::vector<skin::SkinObject>& copies)
+    {
+        for (std::size_t i = 0; i < opened.size(); ++i) {
+            m_copies.emplace(&opened[i], &copies[i]);
+            pairUp(opened[i].children, copies[i].children);
+        }
+    }
+
+    void takeNamed()
+    {
+        for (const auto& control : m_running.controls) {
+            const auto identity = ObjectIndex::Control::of(*control.get());
+            const skin::SkinObject* object = m_index.find(identity);
+            if (object && ObjectIndex::isNamed(*object, identity) && m_taken.insert(object).second)
+                takeInto(*m_copies.at(object), *control.get());
+        }
+    }
+
+    void takeOthers()
+    {
+        std::set<std::pair<std::wstring, std::string>> named; // by class and name; the first of several counts
+        for (const auto& control : m_running.controls) {
+            const auto identity = ObjectIndex::Control::of(*control.get());
+            const skin::SkinObject* object = m_index.find(identity);
+            if (object && ObjectIndex::isNamed(*object, identity))
+                continue;
+            if (identity.name.empty()) {
+                if (object && m_taken.insert(object).second)
+                    takeInto(*m_copies.at(object), *control.get());
+            } else if (!coreOf(control.get())->node().has(NodeFlag::Composed) &&
+                       named.emplace(identity.classId + widened(identity.type), identity.name).second) {
+                addOwn(*control.get(), identity, object ? m_copies.at(object) : nullptr);
+            }
+        }
+    }
+
+    void addOwn(IVexControlBase& control, const ObjectIndex::Control& identity, const skin::SkinObject* alike)
+    {
+        if (!alike && identity.classId.empty())
+            return; // nothing would make it again
+        const std::string type = alike ? skin::typeOf(*alike) : typeNameOf(control);
+        const auto isTaken = [&](const std::string& id) {
+            return std::ranges::any_of(m_added, [&](const auto& each) { return each.id == id; }) || hasObject(id);
+        };
+        const std::string id = skin::freshName(type, isTaken);
+        skin::SkinObject own;
+        if (alike) {
+            own = skin::copyAs(*alike, id, identity.name);
+        } else {
+            own.id = id;
+            own.name = identity.name;
+            own.className = narrowed(identity.classId);
+        }
+        const skin::SkinObject before = own;
+        takeInto(own, control);
+        if (own == before)
+            return;
+        own.position = positionOf(*coreOf(&control));
+        m_added.push_back(std::move(own));
+    }
+
+    bool hasObject(const std::string& id) const
+    {
+        return std::ranges::any_of(m_copies, [&](const auto& each) { return each.second->id == id; });
+    }
+
+    static std::string typeNameOf(IVexControlBase& control)
+    {
+        Bstr type;
+        control.GetControlTypeName(type.put());
+        std::string name = narrowed(type.view());
+        std::erase_if(name, [](char c) { return !((c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z')); });
+        return name.empty() ? "Control" : name;
+    }
+
+    void takeInto(skin::SkinObject& object, IVexControlBase& control)
+    {
+        SkinObjectCore& core = *coreOf(&control);
+        const ByClass& byClass = byClassOf(control, object);
+        for (Setting& each : settingsIn(core)) {
+            if (const auto given = m_skin.valueOf(object, each.path, each.name)) {
+                if (given->value != each.value)
+                    skin::setValue(m_skin, object, each.path, each.name, each.kind, std::move(each.value));
+                continue;
+            }
+            const auto first = byClass.values.find(each.path + '/' + each.name);
+            if (first == byClass.values.end() || first->second != each.value)
+                skin::setValue(m_skin, object, each.path, each.name, each.kind, std::move(each.value));
+        }
+        takeSettings(object, core, byClass.settings);
+    }
+
+    static void takeSettings(skin::SkinObject& object, SkinObjectCore& core, const skin::ObjectSettings& byClass)
+    {
+        const skin::ObjectSettings now = settingsOf(core);
+        skin::ObjectSettings& settings = object.settings;
+        takeSetting(settings.opacity, now.opacity, byClass.opacity);
+        takeSetting(settings.visible, now.visible, byClass.visible);
+        takeSetting(settings.disposeMouse, now.disposeMouse, byClass.disposeMouse);
+        takeSetting(settings.blendWithParent, now.blendWithParent, byClass.blendWithParent);
+        // Controls set these themselves once they are in a window.
+        takeSetting(settings.tabStop, now.tabStop, now.tabStop);
+        takeSetting(settings.drawFocus, now.drawFocus, now.drawFocus);
+        if (object.position)
+            object.position = positionOf(core);
+    }
+
+    std::vector<Setting> settingsIn(SkinObjectCore& core)
+    {
+        std::vector<Setting> settings;
+        for (const ComPtr<ICtrlPluginProp>& each : core.groups()) {
+            if (const auto group = PropertyGroup::from(each.get()))
+                addSettings(*group.get(), settings);
+        }
+        return settings;
+    }
+
+    void addSettings(PropertyGroup& group, std::vector<Setting>& settings)
+    {
+        const std::string path = narrowed(group.path(L"/"));
+        for (const ComPtr<IVexPropBase>& each : group.properties()) {
+            PropertyCore& property = *ambrel::coreOf(each.get());
+            const skin::ValueKind kind = kindFor(property.type());
+            std::string value;
+            if (kind == skin::ValueKind::Plain) {
+                value = narrowed(property.kind().text(property));
+            } else {
+                ComPtr<IDispatch> resource;
+                each->GetDispatch(resource.put());
+                value = m_resources.idOf(property.type(), resource.get());
+            }
+            settings.push_back({path, narrowed(property.name().text()), kind, std::move(value)});
+        }
+        for (const ComPtr<PropertyGroup>& child : group.groups())
+            addSettings(*child.get(), settings);
+    }
+
+    const ByClass& byClassOf(IVexControlBase& control, const skin::SkinObject& object)
+    {
+        Bstr classId;
+        control.GetClassId(classId.put());
+        const std::wstring key = classId.empty() ? classIdOf(widened(object.className)) : classId.str();
+        const auto [place, isNew] = m_byClass.try_emplace(key);
+        const ComPtr<IVexControlBase> fresh = isNew ? createControl(key) : nullptr;
+        hyper created = 0;
+        if (!fresh || FAILED(fresh->CreateObj(0, 0, VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created)))
+            return place->second;
+        SkinObjectCore& core = *coreOf(fresh.get());
+        for (Setting& each : settingsIn(core))
+            place->second.values.emplace(each.path + '/' + each.name, std::move(each.value));
+        place->second.settings = settingsOf(core);
+        core.destroy();
+        return place->second;
+    }
+
+    const RunningSkin& m_running;
+    const skin::Skin m_none;
+    skin::Skin m_skin;
+    ResourceExport m_resources;
+    ObjectIndex m_index;                                           // of the opened skin
+    std::map<const skin::SkinObject*, skin::SkinObject*> m_copies; // its objects in the one that is saved
+    std::set<const skin::SkinObject*> m_taken;
+    std::vector<skin::SkinObject> m_added;
+    std::map<std::wstring, ByClass> m_byClass;
+};
+
+} // namespace
+
+skin::Outcome<ExportedSkin> exportSkin(const RunningSkin& running)
+{
+    return SkinExporter(running).run();
+}
+
+} // namespace ambrel

@@ -1,0 +1,300 @@
+// Saving the running skin with what an application changed.
+#include "ambrel/window/window_fixture.h"
+
+#include "ambrel/skin/reader.h"
+#include "ambrel/skin/writer.h"
+
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+namespace ambrel::testing {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr CLSID kButton{0x9D16F301, 0xCDF1, 0x46B8, {0xB9, 0x5E, 0x98, 0x2A, 0xF8, 0x5E, 0x06, 0xAE}};
+
+class SkinSaveTest : public WindowTest {
+protected:
+    void SetUp() override
+    {
+        WindowTest::SetUp();
+        module = LoadLibraryW(L"Morvane.dll");
+        ASSERT_NE(module, nullptr);
+        const auto get = reinterpret_cast<decltype(&::DllGetClassObject)>(
+            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
+        ComPtr<IUnknown> factory;
+        ASSERT_EQ(get(kButton, IID_IUnknown, factory.putVoid()), S_OK);
+        ASSERT_EQ(CoRegisterClassObject(kButton, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie),
+                  S_OK);
+        folder = fs::temp_directory_path() / "ambrel_skin_save_test";
+        fs::remove_all(folder);
+        fs::create_directories(folder);
+    }
+
+    void TearDown() override
+    {
+        WindowTest::TearDown();
+        CoRevokeClassObject(cookie);
+        FreeLibrary(module);
+        fs::remove_all(folder);
+    }
+
+    ComPtr<IVexControlBase> addButton(const wchar_t* name) { return addButton(*resources.get(), *root.get(), name); }
+
+    static ComPtr<IVexControlBase> addButton(IVexRes& owner, IAmbrel& parent, const wchar_t* name)
+    {
+        ComPtr<IVexControlBase> button;
+        owner.AddPluginResObject(&parent, Bstr(name ? name : L"").get(), Bstr(L"Morvane17").get(), button.put());
+        if (button)
+            button->FinalCreate(VARIANT_TRUE);
+        return button;
+    }
+
+    /// A second application that opens what the first one saved.
+    struct Reader {
+        Reader(LoadedRuntime& runtime, const fs::path& path)
+        {
+            runtime.AmbrelCreateRes()(resources.put());
+            VARIANT_BOOL opened = VARIANT_FALSE;
+            status = resources->ChangeSkn(Bstr(path.wstring()).get(), &opened);
+            ComPtr<IDispatch> made;
+            resources->CreateAmbrel(Bstr(L"Reader").get(), 0, made.put());
+            root = made.as<IAmbrel>();
+        }
+        ~Reader()
+        {
+            hyper handle = 0;
+            root->GetWindowHandle(&handle);
+            DestroyWindow(reinterpret_cast<HWND>(handle));
+        }
+        Reader(const Reader&) = delete;
+        Reader& operator=(const Reader&) = delete;
+
+        ComPtr<IVexControlBase> add(const wchar_t* name) { return addButton(*resources.get(), *root.get(), name); }
+
+        HRESULT status = E_FAIL;
+        ComPtr<IVexRes> resources;
+        ComPtr<IAmbrel> root;
+    };
+
+    static ComPtr<IVexTextStyle> styleOf(IVexControlBase& control, std::wstring_view state)
+    {
+        ComPtr<IDispatch> value;
+        property(control, state, L"TextStyle")->GetDispatch(value.put());
+        return value ? value.as<IVexTextStyle>() : nullptr;
+    }
+
+    static ComPtr<IVexPropBase> property(IVexControlBase& control, std::wstring_view group, std::wstring_view name)
+    {
+        hyper list = 0;
+        control.GetPropList(&list);
+        for (auto** each = reinterpret_cast<ICtrlPluginProp**>(list); each && *each; ++each) {
+            Bstr own;
+            (*each)->get_strName(own.put());
+            long count = 0;
+            (*each)->GetPropBaseCount(&count);
+            for (long i = 0; own.view() == group && i < count; ++i) {
+                ComPtr<IVexPropBase> found;
+                Bstr ownName;
+                (*each)->GetAtPropBase(i, found.put());
+                found->GetName(ownName.put());
+                if (ownName.view() == name)
+                    return found;
+            }
+        }
+        return nullptr;
+    }
+
+    static std::wstring text(IVexControlBase& control, std::wstring_view group, std::wstring_view name)
+    {
+        ComPtr<IVexPropType> type;
+        Bstr value;
+        const auto found = property(control, group, name);
+        if (found && SUCCEEDED(found->GetPropTypePtr(type.put())))
+            type->get_strValue(value.put());
+        return value.str();
+    }
+
+    static HRESULT setText(IVexControlBase& control, std::wstring_view group, std::wstring_view name,
+                           const wchar_t* value)
+    {
+        ComPtr<IVexPropType> type;
+        const auto found = property(control, group, name);
+        return found && SUCCEEDED(found->GetPropTypePtr(type.put())) ? type->put_strValue(Bstr(value).get()) : E_FAIL;
+    }
+
+    template <class Object>
+    ComPtr<Object> resource(VexObjType type, const wchar_t* name)
+    {
+        ComPtr<IVexObj> found;
+        resources->GetResObject(type, Bstr(name).get(), nullptr, VARIANT_FALSE, found.put());
+        return found ? found.as<Object>() : nullptr;
+    }
+
+    HRESULT open(const fs::path& path)
+    {
+        VARIANT_BOOL opened = VARIANT_FALSE;
+        return resources->ChangeSkn(Bstr(path.wstring()).get(), &opened);
+    }
+
+    HRESULT save(const fs::path& path)
+    {
+        VARIANT_BOOL saved = VARIANT_FALSE;
+        const HRESULT status = resources->Save(Bstr(path.wstring()).get(), &saved);
+        EXPECT_EQ(saved != VARIANT_FALSE, status == S_OK);
+        return status;
+    }
+
+    static std::string errorText()
+    {
+        ComPtr<IErrorInfo> info;
+        Bstr text;
+        if (GetErrorInfo(0, info.put()) == S_OK)
+            info->GetDescription(text.put());
+        return std::string(text.view().begin(), text.view().end());
+    }
+
+    HMODULE module = nullptr;
+    DWORD cookie = 0;
+    fs::path folder;
+};
+
+TEST_F(SkinSaveTest, EveryDefaultPackageThatNobodyChangedIsSavedAsItIs)
+{
+    int seen = 0;
+    for (const auto& entry : fs::directory_iterator(L"" MORVANE_SKINS_DIR)) {
+        if (entry.path().extension() != ".zip")
+            continue;
+        ++seen;
+        ASSERT_EQ(open(entry.path()), S_OK) << entry.path() << errorText();
+        const auto opened = skin::loadSkin(entry.path());
+        ASSERT_TRUE(opened);
+        const auto button = addButton(nullptr); // follows the first button of the skin, when it has one
+        for (const fs::path& target : {folder / "saved.zip", folder / "saved" / ""}) {
+            ASSERT_EQ(save(target), S_OK) << entry.path() << errorText();
+            const auto saved = skin::loadSkin(target);
+            ASSERT_TRUE(saved) << saved.error().text();
+            EXPECT_TRUE(saved.value() == opened.value()) << entry.path();
+        }
+        fs::remove_all(folder / "saved");
+        VARIANT_BOOL removed = VARIANT_FALSE;
+        resources->DeleteResObj(button.get(), &removed);
+    }
+    EXPECT_GE(seen, 10);
+}
+
+TEST_F(SkinSaveTest, WhatAnApplicationChangedIsThereAgainWhenTheSavedSkinIsOpened)
+{
+    const fs::path packaged = fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip";
+    ASSERT_EQ(open(packaged), S_OK) << errorText();
+    const auto button = addButton(L"Button1"); // as the package calls its own
+    const auto other = addButton(L"Other");
+    const auto third = addButton(L"Untouched");
+    ASSERT_TRUE(button && other && third);
+    const std::wstring untouched = text(*third.get(), L"Text", L"Text");
+    const wchar_t* const words = L"Caf\u00E9 <&> \"\u4F60\"";
+    ASSERT_EQ(setText(*button.get(), L"Text", L"Text", words), S_OK);
+    ASSERT_EQ(setText(*other.get(), L"AutoResize", L"MaxTextWidth", L"77"), S_OK);
+    ASSERT_EQ(setText(*other.get(), L"Text", L"Text", L"Another"), S_OK);
+    const auto style = styleOf(*button.get(), L"Normal");
+    ASSERT_TRUE(style);
+    style->put_clrText(0x00112233);
+    ComPtr<IVexObj> added;
+    ASSERT_EQ(
+        resources->AddResObject(VEXOBJTYPE_TEXTSTYLE, nullptr, Bstr(L"Added style").get(), VARIANT_FALSE, added.put()),
+        S_OK);
+    added.as<IVexTextStyle>()->put_nLeftOffset(7);
+    ASSERT_EQ(property(*other.get(), L"Hot", L"TextStyle")->SetDispatch(added.get()), S_OK);
+    other->SetOpacity(99);
+    const std::wstring maximum = text(*button.get(), L"AutoResize", L"MaxTextWidth");
+    ASSERT_NE(maximum, L"77");
+
+    fs::create_directories(folder / "changed");
+    for (const fs::path& target : {folder / "changed.zip", folder / "changed"}) {
+        ASSERT_EQ(save(target), S_OK) << errorText();
+        EXPECT_EQ(skin::loadSkin(target)->objects.size(), 3u) << "one for each that differs";
+        Reader reader(runtime, target);
+        ASSERT_EQ(reader.status, S_OK) << errorText();
+        const auto again = reader.add(L"Button1");
+        const auto otherAgain = reader.add(L"Other");
+        EXPECT_EQ(text(*again.get(), L"Text", L"Text"), words);
+        EXPECT_EQ(text(*again.get(), L"AutoResize", L"MaxTextWidth"), maximum);
+        EXPECT_EQ(text(*otherAgain.get(), L"Text", L"Text"), L"Another");
+        EXPECT_EQ(text(*reader.add(L"Untouched").get(), L"Text", L"Text"), untouched) << "not the first button's";
+        EXPECT_EQ(text(*otherAgain.get(), L"AutoResize", L"MaxTextWidth"), L"77");
+        OLE_COLOR colour = 0;
+        styleOf(*again.get(), L"Normal")->get_clrText(&colour);
+        EXPECT_EQ(colour, 0x00112233u);
+        EXPECT_EQ(text(*otherAgain.get(), L"Hot", L"TextStyle"), L"Added style");
+        short offset = 0;
+        styleOf(*otherAgain.get(), L"Hot")->get_nLeftOffset(&offset);
+        EXPECT_EQ(offset, 7);
+        short opacity = 0;
+        otherAgain->GetOpacity(&opacity);
+        EXPECT_EQ(opacity, 99);
+    }
+}
+
+TEST_F(SkinSaveTest, LooksOfPackagesAndPicturesAreSavedWithTheirFiles)
+{
+    // No skin is open: what is saved is made of the window.
+    const auto button = addButton(L"OK");
+    VARIANT_BOOL saved = VARIANT_TRUE;
+    EXPECT_EQ(resources->Save(nullptr, &saved), E_INVALIDARG);
+    ASSERT_EQ(runtime.AmbrelApplySkin()(resources.get(), button.get(), module, 2080), S_OK);
+    ASSERT_EQ(save(folder / "made.zip"), S_OK) << errorText();
+    const auto made = skin::loadSkin(folder / "made.zip");
+    ASSERT_TRUE(made) << made.error().text();
+    EXPECT_EQ(made->layout, skin::Layout::Full);
+    const auto packaged = skin::loadSkin(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip");
+    ASSERT_EQ(made->resources.pictures.size(), packaged->resources.pictures.size());
+    EXPECT_EQ(made->resources.pictures[0].files.size(), packaged->resources.pictures[0].files.size())
+        << "the larger forms, too";
+
+    Reader reader(runtime, folder / "made.zip");
+    ASSERT_EQ(reader.status, S_OK) << errorText();
+    const auto again = reader.add(L"OK");
+    for (const auto* state : {L"Normal", L"Hot", L"Press", L"Disabled"})
+        EXPECT_EQ(text(*again.get(), state, L"Image"), text(*button.get(), state, L"Image")) << state;
+}
+
+TEST_F(SkinSaveTest, SavingIntoTheOpenFolderIsNoNewSkinAndKeepsWhatChanged)
+{
+    const fs::path home = folder / "open";
+    fs::create_directories(home);
+    ASSERT_TRUE(skin::saveSkin(skin::loadSkin(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip").value(), home));
+    ASSERT_EQ(open(home), S_OK) << errorText();
+    const auto button = addButton(L"Button1");
+    ASSERT_EQ(setText(*button.get(), L"Text", L"Text", L"Changed"), S_OK);
+    VARIANT_BOOL saved = VARIANT_FALSE;
+    ASSERT_EQ(resources->Save(nullptr, &saved), S_OK) << errorText();
+    const auto first = skin::loadSkin(home);
+    ASSERT_TRUE(first);
+    ASSERT_EQ(setText(*button.get(), L"Text", L"Text", L"Changed again"), S_OK);
+    ASSERT_EQ(open(home), S_OK);
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Changed again") << "the skin says what it said before";
+    ASSERT_EQ(save(home), S_OK);
+    EXPECT_EQ(skin::loadSkin(home)->valueOf(skin::loadSkin(home)->objects[0], "Text", "Text")->value, "Changed again");
+}
+
+TEST_F(SkinSaveTest, AFileThatCannotBeWrittenOrReadBackIsAnErrorAndTheOldOneStays)
+{
+    ASSERT_EQ(open(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip"), S_OK);
+    EXPECT_TRUE(FAILED(save(folder / "no such folder" / "skin.zip")));
+    EXPECT_NE(errorText().find("(error 112)"), std::string::npos);
+
+    const auto button = addButton(L"Button1");
+    ASSERT_EQ(save(folder / "skin.zip"), S_OK);
+    const auto whole = skin::loadSkin(folder / "skin.zip");
+    styleOf(*button.get(), L"Normal")->put_nHAlign(7); // kept by the object, no alignment for a skin
+    EXPECT_TRUE(FAILED(save(folder / "skin.zip")));
+    const std::string error = errorText();
+    EXPECT_NE(error.find("HAlign"), std::string::npos) << error;
+    EXPECT_TRUE(skin::loadSkin(folder / "skin.zip").value() == whole.value());
+    EXPECT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 1);
+}
+
+} // namespace
+} // namespace ambrel::testing
