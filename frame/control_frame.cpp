@@ -207,8 +207,12 @@ void ControlFrame::fillHostCache()
 {
     if (!m_inner)
         return;
+    const unsigned turn = ++m_fills;
+    HostCache now = HostCache::of(*m_inner);
+    if (turn != m_fills)
+        return; // filled again in the meantime, with what holds since
     const ComPtr<IAmbrel> before = m_host.root;
-    m_host.fill(*m_inner);
+    m_host = std::move(now); // the control may have moved to another window or skin
     if (m_host.root != before)
         moveRegistrations(before.get());
 }

@@ -163,6 +163,7 @@ private:
     ComPtr<IVexObjectDraw> m_objectDraw;
     HostCache m_host;
     std::vector<UINT> m_registered; // window messages, in the order of their registration
+    unsigned m_fills = 0;
     bool m_hasFocus = false;
 };
 

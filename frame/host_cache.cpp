@@ -41,10 +41,9 @@ void HostCache::refreshWindow()
         window = windowOf(*asked);
 }
 
-void HostCache::fill(IVexControlBase& inner)
+HostCache HostCache::of(IVexControlBase& inner)
 {
-    // Made aside: any of these calls may come back in and use or fill the cache.
-    HostCache now; // from nothing: the control may have moved to another window or skin
+    HostCache now;
     now.object = interfaceOf<IVexObj>(inner);
     now.skinObject = interfaceOf<ISkinObjResBase>(inner);
     inner.GetVexRes(now.res.put());
@@ -54,7 +53,7 @@ void HostCache::fill(IVexControlBase& inner)
         now.window = windowOf(*now.root);
         now.root->GetRenderDevice(&now.renderDevice);
     }
-    *this = std::move(now);
+    return now;
 }
 
 } // namespace morvane

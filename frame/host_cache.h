@@ -19,7 +19,8 @@ struct HostCache {
     std::int64_t renderDevice = 0; // opaque
     HWND window = nullptr;         // the host window
 
-    void fill(IVexControlBase& inner);
+    /// What the inner base object knows now. Any of the calls it takes may come back in and use or replace the cache.
+    static HostCache of(IVexControlBase& inner);
     void clear() { *this = HostCache(); }
 
     /// Asks the inner base object for the root if it is not known yet; true when it is known afterwards.

@@ -5,6 +5,9 @@
 
 namespace morvane {
 
+/// Scripts have no 64-bit numbers: a result that fits is made one of the kinds they have. Others stay as they are.
+void makeReadableByScripts(VARIANT& result) noexcept;
+
 /// Implements the four methods of IDispatch for `Dual`; calls arrive at the interface's own methods. `Interface` is
 /// what the class implements: the dual interface, or one that continues it with operations that automation does not
 /// see.
@@ -54,7 +57,11 @@ public:
         const HRESULT status = typeInfoOf(iidOf<Dual>(), info);
         if (FAILED(status))
             return status;
-        return info->Invoke(static_cast<Dual*>(this), id, flags, parameters, result, exception, badArgument);
+        const HRESULT called =
+            info->Invoke(static_cast<Dual*>(this), id, flags, parameters, result, exception, badArgument);
+        if (SUCCEEDED(called) && result)
+            makeReadableByScripts(*result);
+        return called;
     }
 };
 

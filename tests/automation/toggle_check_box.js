@@ -28,5 +28,15 @@ box.SetThreeState(true);
 check("three states", true, box.GetThreeState());
 check("its type name", "CheckBox", box.GetControlTypeName());
 
+// Wide numbers: scripts have none, but numbers and digits of every size they can write arrive, and what they can hold
+// comes back.
+var numbers = [0, 7, -1, 2147483648, 9007199254740991, -9007199254740991];
+for (var i = 0; i < numbers.length; ++i) {
+    box.SetData(numbers[i]);
+    check("data", numbers[i], box.GetData());
+}
+box.SetData("1099511627776");
+check("data written in digits", 1099511627776, box.GetData());
+
 WScript.Echo(failures === 0 ? "toggle_check_box: passed" : "toggle_check_box: " + failures + " failed");
 WScript.Quit(failures === 0 ? 0 : 1);

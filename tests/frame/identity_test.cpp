@@ -226,6 +226,24 @@ TEST_F(AutomationTest, MethodsCalledByNameReachThePropertyObjects)
     VariantClear(&result);
 }
 
+TEST_F(AutomationTest, WideNumbersComeAsTheKindOfNumberThatScriptsCanHold)
+{
+    constexpr std::int64_t kLargestInDouble = std::int64_t{1} << 53;
+    const std::pair<std::int64_t, VARTYPE> kKinds[] = {{-5, VT_I4},
+                                                       {INT32_MIN, VT_I4},
+                                                       {std::int64_t{INT32_MAX} + 1, VT_R8},
+                                                       {-kLargestInDouble, VT_R8},
+                                                       {kLargestInDouble + 1, VT_I8}};
+    for (const auto& [number, kind] : kKinds) {
+        button->SetGraphicshIcon(number, 0, 0);
+        VARIANT result{};
+        EXPECT_EQ(invoke(L"GetGraphicshIcon", {}, &result), S_OK);
+        EXPECT_EQ(result.vt, kind) << number;
+        EXPECT_EQ(VariantChangeType(&result, &result, 0, VT_I8), S_OK);
+        EXPECT_EQ(result.llVal, number);
+    }
+}
+
 TEST_F(AutomationTest, BaseOperationsAreCallableByNameToo)
 {
     VARIANT result{};

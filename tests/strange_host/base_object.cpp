@@ -8,7 +8,7 @@ namespace morvane::testing {
 STDMETHODIMP BaseObject::SetRealCtrlPtr(IVexControlBase* control)
 {
     realControl = control;
-    ledger().note(control ? "real control" : "no real control");
+    note(control ? "real control" : "no real control");
     return S_OK;
 }
 
@@ -19,7 +19,8 @@ STDMETHODIMP BaseObject::GetRealCtrlPtr(IVexControlBase** result)
 
 STDMETHODIMP BaseObject::GetName(BSTR* result)
 {
-    *result = Bstr(objectName).detach();
+    called();
+    *result = isEmptyHanded ? nullptr : Bstr(objectName).detach();
     return S_OK;
 }
 
@@ -43,15 +44,17 @@ STDMETHODIMP BaseObject::GetSubObject(short index, ISkinObjResBase** result)
 
 STDMETHODIMP BaseObject::SetDragabledProp(VARIANT_BOOL drag)
 {
-    ledger().note(drag ? "draggable" : "not draggable");
+    note(drag ? "draggable" : "not draggable");
     draggable = drag;
     return S_OK;
 }
 
 STDMETHODIMP BaseObject::GetInerface(hyper iid, IDispatch** result)
 {
-    if (isBroken)
-        return E_FAIL;
+    called();
+    *result = nullptr;
+    if (isBroken || isEmptyHanded)
+        return isBroken ? E_FAIL : S_OK;
     return QueryInterface(*reinterpret_cast<const IID*>(iid), reinterpret_cast<void**>(result));
 }
 
@@ -70,42 +73,36 @@ STDMETHODIMP BaseObject::GetAmbrel(IDispatch** result)
 
 STDMETHODIMP BaseObject::GetRect(IVexRect** result)
 {
-    if (isBroken)
-        return E_FAIL;
-    *result = ledger().make<RectObject>(rect).detach();
-    return S_OK;
+    return give(result, ComPtr<IVexRect>(ledger().make<RectObject>(rect)));
 }
 
 STDMETHODIMP BaseObject::GetPosition(IVexPos** result)
 {
-    if (isBroken)
-        return E_FAIL;
-    *result = ledger().make<PositionObject>(position).detach();
-    return S_OK;
+    return give(result, ComPtr<IVexPos>(ledger().make<PositionObject>(position)));
 }
 
 STDMETHODIMP BaseObject::SetPosition(IVexPos* newPosition)
 {
-    ledger().note("position");
+    note("position");
     return newPosition->GetPosStruct(&position);
 }
 
 STDMETHODIMP BaseObject::ResizeThis()
 {
-    ledger().note("resize");
+    note("resize");
     return S_OK;
 }
 
 STDMETHODIMP BaseObject::SetMouseMove(VARIANT_BOOL over)
 {
-    ledger().note(over ? "mouse over" : "mouse gone");
+    note(over ? "mouse over" : "mouse gone");
     mouseOver = over;
     return S_OK;
 }
 
 STDMETHODIMP BaseObject::DirectRedraw(SkinRect* part)
 {
-    ledger().note(part ? "redraw " + toText(*part) : "redraw");
+    note(part ? "redraw " + toText(*part) : "redraw");
     if (const auto run = onRedraw) // it may take itself away
         run();
     return isBroken ? E_FAIL : S_OK;
@@ -113,14 +110,14 @@ STDMETHODIMP BaseObject::DirectRedraw(SkinRect* part)
 
 STDMETHODIMP BaseObject::RenderDrawFocus(IVexRenderDC*)
 {
-    ledger().note("draw focus");
+    note("draw focus");
     return S_OK;
 }
 
 STDMETHODIMP BaseObject::CallMsg(long message, hyper wParam, hyper lParam, VARIANT_BOOL* result)
 {
     const bool isControl = reinterpret_cast<IVexControlBase*>(wParam) == realControl;
-    ledger().note("callback " + std::to_string(message) + (isControl ? " control " : " stranger ") + hex(lParam));
+    note("callback " + std::to_string(message) + (isControl ? " control " : " stranger ") + hex(lParam));
     if (isBroken)
         return E_FAIL;
     if (onCallback)
@@ -131,20 +128,22 @@ STDMETHODIMP BaseObject::CallMsg(long message, hyper wParam, hyper lParam, VARIA
 
 STDMETHODIMP BaseObject::CallEvent(long message, hyper wParam, hyper lParam)
 {
-    ledger().note("event " + std::to_string(message) + " " + hex(wParam) + " " + hex(lParam));
+    note("event " + std::to_string(message) + " " + hex(wParam) + " " + hex(lParam));
     return S_OK;
 }
 
 STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VARIANT_BOOL expanded,
                                          ICtrlPluginProp** result)
 {
-    if (isBroken)
-        return E_FAIL;
+    called();
+    *result = nullptr;
+    if (isBroken || isEmptyHanded)
+        return isBroken ? E_FAIL : S_OK;
     std::wstring path(viewOf(name));
     if (const auto* group = dynamic_cast<Group*>(parent))
         path = group->path + L"." + path;
     if (expanded != VARIANT_TRUE)
-        ledger().note("collapsed group");
+        note("collapsed group");
     groups.push_back(path);
     *result = ledger().make<Group>(path).detach();
     return S_OK;
@@ -153,11 +152,15 @@ STDMETHODIMP BaseObject::CreateGroupProp(ICtrlPluginProp* parent, BSTR name, VAR
 STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help,
                                     VARIANT_BOOL isStyle, IPropChangedCallback* callback, IVexPropBase** result)
 {
+    called();
+    *result = nullptr;
     if (isBroken || properties.size() >= propertiesAllowed)
         return E_OUTOFMEMORY;
+    if (isEmptyHanded)
+        return S_OK;
     const auto* owner = dynamic_cast<Group*>(group);
     if (!owner || !help || !viewOf(help).empty() || callback)
-        ledger().note("odd property");
+        note("odd property");
     MadeProperty made{owner ? owner->path : L"", std::wstring(viewOf(name)), type, isStyle == VARIANT_TRUE, {}};
     made.object = makePropertyObject(ledger(), type, narrow(made.group + L"." + made.name));
     made.object.copyTo(result);

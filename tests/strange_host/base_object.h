@@ -91,6 +91,7 @@ public:
     std::function<void()> onRedraw;
     std::function<void(long message)> onCallback; // what the application's callback does
     bool isBroken = false;                        // nothing works any more: no results, failures only
+    bool isEmptyHanded = false;                   // everything works, but whatever is asked for is null
     std::size_t propertiesAllowed = 1000;         // CreateProp fails after so many
     std::vector<MadeProperty> properties;         // in the order of their making
     std::vector<std::wstring> groups;
@@ -102,6 +103,7 @@ private:
     template <class T>
     HRESULT answer(T* result, T value)
     {
+        called();
         if (isBroken)
             return E_FAIL;
         *result = value;
@@ -110,10 +112,14 @@ private:
     template <class T>
     HRESULT give(T** result, const ComPtr<T>& object)
     {
+        called();
         if (isBroken)
             return E_FAIL;
-        object.copyTo(result);
-        return object ? S_OK : S_FALSE;
+        if (isEmptyHanded)
+            *result = nullptr;
+        else
+            object.copyTo(result);
+        return object || isEmptyHanded ? S_OK : S_FALSE;
     }
     IVexPropBase* findAny(std::wstring_view group, std::wstring_view name) const;
 };

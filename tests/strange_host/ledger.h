@@ -3,6 +3,7 @@
 
 #include "frame/com/com_ptr.h"
 
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -30,6 +31,12 @@ public:
     }
 
     void note(std::string entry) { m_log.push_back(std::move(entry)); }
+    /// A control has called one of the host's objects or its window, whether or not that is worth a note.
+    void calledOut()
+    {
+        if (onCallOut)
+            onCallOut();
+    }
     /// A misuse of an object: a reference given back twice, a call after the last release.
     void fault(std::string what) { m_faults.push_back(std::move(what)); }
 
@@ -40,6 +47,8 @@ public:
 
     /// Objects that somebody still refers to.
     std::vector<std::string> alive() const;
+
+    std::function<void()> onCallOut; // what the host does inside every call of a control
 
 private:
     void own(TestObject* object);

@@ -10,17 +10,19 @@ namespace morvane::testing {
 template <class Typed>
 void PropertyObject<Typed>::drawn(const SkinRect& rect, const std::string& what)
 {
-    this->ledger().note("draw " + m_label + " " + toText(rect) + what);
+    this->note("draw " + m_label + " " + toText(rect) + what);
 }
 
 STDMETHODIMP StringObject::GetValue(BSTR* result)
 {
+    called();
     *result = givesNull ? nullptr : Bstr(value).detach();
     return S_OK;
 }
 
 STDMETHODIMP StringObject::SetValue(const wchar_t* newValue)
 {
+    called();
     value = newValue ? newValue : L"";
     wasSet = true;
     return S_OK;
@@ -28,30 +30,35 @@ STDMETHODIMP StringObject::SetValue(const wchar_t* newValue)
 
 STDMETHODIMP ImageSectionObject::GetImageSection(IVexImageBase** result)
 {
+    called();
     section.copyTo(result);
     return S_OK;
 }
 
 STDMETHODIMP ImageSectionObject::SetImageSection(IVexImageBase* newSection)
 {
+    called();
     section = ComPtr<IVexImageBase>(newSection);
     return S_OK;
 }
 
 STDMETHODIMP ImageSectionObject::GetSectionRect(SkinRect* result)
 {
+    called();
     *result = sectionRect;
     return S_OK;
 }
 
 STDMETHODIMP ImageSectionObject::GetImageWidth(short* result)
 {
+    called();
     *result = static_cast<short>(sectionRect.right - sectionRect.left);
     return S_OK;
 }
 
 STDMETHODIMP ImageSectionObject::GetImageHeight(short* result)
 {
+    called();
     *result = static_cast<short>(sectionRect.bottom - sectionRect.top);
     return S_OK;
 }
@@ -72,12 +79,14 @@ STDMETHODIMP ImageSectionObject::GetFrameTable(const PictureFrameTable** result)
 
 STDMETHODIMP TextStyleObject::GetTextStyle(IVexTextStyle** result)
 {
+    called();
     style.copyTo(result);
     return S_OK;
 }
 
 STDMETHODIMP TextStyleObject::SetTextStyle(IVexTextStyle* newStyle)
 {
+    called();
     style = ComPtr<IVexTextStyle>(newStyle);
     return S_OK;
 }
@@ -109,12 +118,14 @@ STDMETHODIMP ComboObject::GetSelection(long* result)
 
 STDMETHODIMP FillColorObject::GetFill(IFillColor** result)
 {
+    called();
     fill.copyTo(result);
     return S_OK;
 }
 
 STDMETHODIMP FillColorObject::SetFill(IFillColor* newFill)
 {
+    called();
     fill = ComPtr<IFillColor>(newFill);
     return S_OK;
 }
@@ -128,19 +139,21 @@ STDMETHODIMP FillColorObject::RenderDraw(IVexRenderDC*, const SkinRect* rect, VA
 
 STDMETHODIMP ColorObject::GetValue(OLE_COLOR* result)
 {
+    called();
     *result = value;
     return S_OK;
 }
 
 STDMETHODIMP ColorObject::SetValue(OLE_COLOR newValue)
 {
+    called();
     value = newValue;
     return S_OK;
 }
 
 STDMETHODIMP ColorObject::RenderDraw(IVexRenderDC*, SkinRect rect, VARIANT_BOOL* result)
 {
-    ledger().note("draw " + m_label + " " + toText(rect));
+    note("draw " + m_label + " " + toText(rect));
     *result = VARIANT_TRUE;
     return S_OK;
 }

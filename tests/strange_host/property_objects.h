@@ -28,11 +28,13 @@ public:
 
     STDMETHODIMP GetValue(Value* result) override
     {
+        this->called();
         *result = value;
         return S_OK;
     }
     STDMETHODIMP SetValue(Value newValue) override
     {
+        this->called();
         value = newValue;
         wasSet = true;
         return S_OK;

@@ -93,6 +93,7 @@ LRESULT StrangeHost::receive(UINT message, WPARAM wParam, LPARAM lParam)
         ledger.note("message " + std::to_string(message) +
                     (isControl(static_cast<std::intptr_t>(wParam)) ? " control " : " stranger ") + hex(lParam));
     }
+    ledger.calledOut();
     if (onMessage)
         onMessage(message);
     return 0;

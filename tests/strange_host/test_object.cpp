@@ -32,6 +32,16 @@ HRESULT TestObject::unexpected(const char* operation)
     return E_NOTIMPL;
 }
 
+void TestObject::called()
+{
+    if (m_isDead)
+        m_ledger.fault("called after the last release: " + description());
+    const bool wasDead = m_isDead;
+    m_ledger.calledOut();
+    if (m_isDead && !wasDead)
+        m_ledger.fault("the last reference went inside a call of it: " + description());
+}
+
 ULONG TestObject::addReference()
 {
     if (m_isDead)

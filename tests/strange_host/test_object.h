@@ -21,6 +21,14 @@ public:
     HRESULT unexpected(const char* operation);
 
 protected:
+    /// Every operation that controls rely on begins with one of these.
+    void called();
+    void note(std::string entry)
+    {
+        m_ledger.note(std::move(entry));
+        called();
+    }
+
     explicit TestObject(Ledger& ledger) : m_ledger(ledger) {}
 
     ULONG addReference();

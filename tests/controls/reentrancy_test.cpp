@@ -1,0 +1,250 @@
+// Every call out of a control may come back in: whatever the host does inside it, the control survives and lets go of
+// everything in the end.
+#include "frame/com/bstr.h"
+#include "host/host_classes.h"
+#include "tests/controls/drawing_doubles.h"
+#include "tests/strange_host/strange_host.h"
+
+namespace morvane {
+namespace {
+
+using testing::BaseObject;
+
+struct ControlClass {
+    const char* name;
+    const CLSID& clsid;
+};
+const ControlClass kClasses[] = {{"CmdButton", iidOf<::CmdButton>()},
+                                 {"VexCheckBox", iidOf<::VexCheckBox>()},
+                                 {"RadioBox", iidOf<::RadioBox>()},
+                                 {"UIFormObj", iidOf<::UIFormObj>()}};
+
+void notify(IVexControlBase& control, VexNotify record)
+{
+    VARIANT_BOOL handled = VARIANT_FALSE;
+    EXPECT_EQ(control.EventNotify(&record, &handled), S_OK) << record.eVexMsgId;
+}
+void notify(IVexControlBase& control, VexMsgID id, std::int64_t first = 0)
+{
+    notify(control, {id, 0, first, 50, 40, 0, 0, VARIANT_FALSE});
+}
+
+/// A host in which every picture, style and image that a control can draw is there.
+class World {
+public:
+    explicit World(const ControlClass& type)
+        : m_class(type), m_pictures(kClsidPicture, [this] { return made(host.ledger.make<testing::Picture>()); }),
+          m_sections(kClsidImage, [this] { return made(host.ledger.make<testing::ImageSection>()); })
+    {
+        m_ownObjects = host.ledger.alive().size();
+    }
+
+    /// A control in full use.
+    void bringUp()
+    {
+        control = host.create<IVexControlBase>(m_class.clsid);
+        BaseObject& base = host.base();
+        control->CreateProps();
+        attach(base);
+        fillIn(base);
+        notify(*control, VEXSM_INITOBJECT);
+        notify(*control, VEXSM_FINALCREATE);
+        use();
+        host.takeLog();
+    }
+
+    /// Root and skin are the base object's and the control's only.
+    void attach(BaseObject& base)
+    {
+        const auto root = host.ledger.make<testing::Root>();
+        root->window = host.window.handle();
+        m_root = root.get();
+        base.root = ComPtr<IAmbrel>(m_root);
+        base.res = ComPtr<IVexRes>(host.ledger.make<testing::PictureRes>().get());
+        base.treeParent = m_form.get();
+        base.treeRoot = m_form.get();
+        m_form->children = {&base};
+    }
+
+    /// The control's last reference from outside goes, with the word it should have had.
+    void end()
+    {
+        if (control)
+            notify(*control, VEXSM_DESTROYING);
+        control.reset();
+        EXPECT_EQ(host.ledger.alive().size(), m_ownObjects) << host.ledger.alive().back();
+        for (const std::string& fault : host.ledger.faults())
+            ADD_FAILURE() << fault;
+        EXPECT_TRUE(!m_root || m_root->registered.empty());
+        EXPECT_EQ(host.module.canUnloadNow(), S_OK);
+    }
+
+    testing::StrangeHost host;
+    ComPtr<IVexControlBase> control;
+
+private:
+    template <class Object>
+    static ComPtr<IUnknown> made(const ComPtr<Object>& object)
+    {
+        return ComPtr<IUnknown>(object.get());
+    }
+
+    void fillIn(BaseObject& base)
+    {
+        base.mouseOver = VARIANT_TRUE;
+        base.position.horzPos.nSpaceType = PHST_FASTNESS;
+        for (const testing::MadeProperty& property : base.properties) {
+            if (auto* image = dynamic_cast<testing::ImageSectionObject*>(property.object.get())) {
+                const auto section = host.ledger.make<testing::ImageSection>();
+                section->picture = ComPtr<IVexPicture>(host.ledger.make<testing::Picture>().get());
+                image->section = ComPtr<IVexImageBase>(section.get());
+                image->sectionRect = {0, 0, 16, 16};
+            } else if (auto* text = dynamic_cast<testing::TextStyleObject*>(property.object.get())) {
+                text->style = ComPtr<IVexTextStyle>(host.ledger.make<testing::TextStyle>().get());
+            }
+        }
+        if (auto* fits = base.find<testing::BoolObject>(L"AutoResize", L"IsEnableAutoSize"))
+            fits->value = VARIANT_TRUE;
+    }
+
+    /// Images of the application, as far as the class takes any.
+    void use()
+    {
+        const Bstr path(L"picture.png");
+        if (const auto button = control.as<ICmdButton>()) {
+            button->SetGraphicshIcon(0x1234, 0, 0);
+        } else if (const auto box = control.as<IVexCheckBox>()) {
+            box->SetGraphics(0x1234, VARIANT_TRUE);
+        } else if (const auto radio = control.as<IRadioBox>()) {
+            VARIANT_BOOL done = VARIANT_FALSE;
+            radio->SetChildWndImage(path.get(), 5, 5);
+            for (int state = 0; state < 4; ++state)
+                radio->SetGraphicsBmp(static_cast<VEX_RADIOBOXSTATE>(state), VARIANT_FALSE, 0x1234, &done);
+        } else if (const auto form = control.as<IUIFormObj>()) {
+            IVexRenderImage* lent = nullptr;
+            form->SetBackBitmap(0x1234, &lent);
+        }
+    }
+
+    const ControlClass& m_class;
+    testing::Root* m_root = nullptr; // stays in memory with the ledger
+    ComPtr<BaseObject> m_form = host.ledger.make<BaseObject>();
+    testing::ServedClass m_pictures;
+    testing::ServedClass m_sections;
+    std::size_t m_ownObjects = 0;
+};
+
+void renderIt(World& world, IVexControlBase& control)
+{
+    const auto dc = world.host.ledger.make<testing::RenderDc>();
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    EXPECT_EQ(control.RenderDrawObject(dc.get(), SkinRect{}, &drawn), S_OK);
+}
+
+void drawIt(World& world, IVexControlBase& control)
+{
+    const auto draw = world.host.ledger.make<testing::ObjectDraw>();
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    EXPECT_GE(control.DrawObject(draw.get(), SkinRect{}, &drawn), S_OK);
+}
+
+using Step = std::function<void(World&, IVexControlBase&)>;
+struct NamedStep {
+    std::string name;
+    Step run;
+};
+
+Step notification(VexMsgID id, std::int64_t first = 0)
+{
+    return [=](World&, IVexControlBase& control) { notify(control, id, first); };
+}
+
+/// What the framework does to a control.
+std::vector<NamedStep> stimuli()
+{
+    std::vector<NamedStep> all = {
+        {"render", renderIt},
+        {"draw", drawIt},
+        {"configured", notification(VEXSM_ACCESSCONFIGED, 1)},
+        {"disabled", notification(VEXSM_ENABLEOBJECT, 0)},
+        {"right click", [](World&, IVexControlBase& control) {
+             notify(control, {VexMsgID{}, WM_RBUTTONUP, 0, MAKELPARAM(50, 40), 0, 0, 0, VARIANT_FALSE});
+         }}};
+    for (const VexMsgID id : {VEXSM_LBUTTONDOWN, VEXSM_LBUTTONUP, VEXSM_LBUTTONDBCLICK, VEXSM_MOUSEMOVE,
+                              VEXSM_MOUSEENTER, VEXSM_MOUSELEAVE, VEXSM_ONSETFOCUS, VEXSM_ONKILLFOCUS, VEXSM_SIZE,
+                              VEXSM_DRAWPREVIEW, VEXSM_INITOBJECT, VEXSM_FINALCREATE, VEXSM_DESTROYING})
+        all.push_back({"notification " + std::to_string(id), notification(id)});
+    return all;
+}
+
+/// What the host does inside a call of the control.
+const NamedStep kInside[] = {
+    {"released", [](World& world, IVexControlBase&) { world.control.reset(); }},
+    {"clicked", notification(VEXSM_LBUTTONUP)},
+    {"painted", renderIt},
+    {"created again", notification(VEXSM_FINALCREATE)},
+    {"taken out of its window",
+     [](World& world, IVexControlBase& control) {
+         notify(control, VEXSM_DESTROYING);
+         world.host.base().root.reset();
+         world.host.base().res.reset();
+         notify(control, VEXSM_ACCESSCONFIGED, 1);
+     }},
+};
+
+/// Runs `stimulus` once for every call out that it makes, with `inside` done in that call; gives how many there were.
+int runInsideEveryCall(World& world, const Step& stimulus, const Step& inside)
+{
+    for (int call = 1;; ++call) {
+        SCOPED_TRACE("call out " + std::to_string(call));
+        world.bringUp();
+        IVexControlBase& control = *world.control;
+        int calls = 0;
+        world.host.ledger.onCallOut = [&] {
+            if (++calls == call)
+                inside(world, control);
+        };
+        stimulus(world, control);
+        world.host.ledger.onCallOut = nullptr;
+        world.end();
+        if (calls < call || ::testing::Test::HasFailure())
+            return call - 1;
+    }
+}
+
+TEST(ReentrancyTest, AnythingMayHappenInsideEveryCallOut)
+{
+    int calls = 0;
+    for (const ControlClass& type : kClasses)
+        for (const NamedStep& stimulus : stimuli())
+            for (const NamedStep& inside : kInside) {
+                SCOPED_TRACE(std::string(type.name) + ", " + stimulus.name + ", " + inside.name);
+                World world(type);
+                calls += runInsideEveryCall(world, stimulus.run, inside.run);
+                if (HasFailure())
+                    return;
+            }
+    EXPECT_GT(calls, 1000) << "the hosts are asked for too little";
+}
+
+TEST(ReentrancyTest, AHostWithNothingToGiveIsSurvived)
+{
+    for (const ControlClass& type : kClasses) {
+        SCOPED_TRACE(type.name);
+        World world(type);
+        for (const bool hadSomething : {true, false}) {
+            if (hadSomething)
+                world.bringUp();
+            else
+                world.control = world.host.create<IVexControlBase>(type.clsid);
+            world.host.base().isEmptyHanded = true;
+            EXPECT_EQ(world.control->CreateProps(), S_OK);
+            for (const NamedStep& stimulus : stimuli())
+                stimulus.run(world, *world.control);
+            world.end();
+        }
+    }
+}
+
+} // namespace
+} // namespace morvane
