@@ -6,6 +6,8 @@
 #include "ambrel/properties/property_core.h"
 #include "frame/com/dispatch.h"
 
+#include <type_traits>
+
 namespace ambrel {
 
 /// `Derived` is final, implements the typed operations of `Interface` and supplies
@@ -167,7 +169,7 @@ protected:
     template <class Value>
     void assign(Value& place, Value value, Notify notify = Notify::Yes)
     {
-        if (place == value)
+        if (place == value || isNoNumber(place, value))
             return;
         std::swap(place, value); // the former value goes last
         if (notify == Notify::Yes)
@@ -175,6 +177,15 @@ protected:
     }
 
 private:
+    /// What is no number equals nothing, not even itself; a callback that sets it again would never end.
+    template <class Value>
+    static bool isNoNumber(const Value& one, const Value& other) noexcept
+    {
+        if constexpr (std::is_floating_point_v<Value>)
+            return one != one && other != other;
+        return false;
+    }
+
     static constexpr std::uint32_t kDying = 0x40000000;
 
     static Derived& derived(PropertyCore& core) noexcept { return static_cast<Derived&>(static_cast<Property&>(core)); }

@@ -40,7 +40,7 @@ const TypeEntry* typeEntry(enumPropType type) noexcept
         entryOf<BoolPropertyObject>(),
         entryOf<ComboPropertyObject>(),
         entryOf<StringPropertyObject>(),
-        entryOf<ObjectPropertyObject<IVexFontEx>>(L".FontId"),
+        entryOf<ObjectPropertyObject<IVexFontEx>>(L".FontExId"),
         entryOf<ColorPropertyObject>(),
         entryOf<PluginPropertyObject>(),
         entryOf<ObjectPropertyObject<IVexCursor>>(L".SkinCursorId"),
@@ -65,7 +65,8 @@ ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* par
     const auto above = PropertyGroup::from(parent);
     if (parent && !above)
         return nullptr;
-    auto group = PropertyGroup::create(owner, name, expanded);
+    // A group inside another belongs to whom that one belongs, also after it was taken elsewhere.
+    auto group = PropertyGroup::create(above ? nullptr : owner, name, expanded);
     if (above)
         above->add(group);
     return group.as<ICtrlPluginProp>();

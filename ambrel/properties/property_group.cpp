@@ -241,7 +241,12 @@ STDMETHODIMP PropertyGroup::AddProp(ICtrlPluginProp* group) noexcept
         return E_INVALIDARG;
     if (added->m_parent == this)
         return S_FALSE;
-    return guarded([&] { return add(std::move(added)) ? S_OK : E_INVALIDARG; });
+    return guarded([&] {
+        if (!add(added))
+            return E_INVALIDARG;
+        added->setOwner(nullptr); // its owner is now that of the groups above
+        return S_OK;
+    });
 }
 
 STDMETHODIMP PropertyGroup::RemoveProp(ICtrlPluginProp* group) noexcept
@@ -252,6 +257,7 @@ STDMETHODIMP PropertyGroup::RemoveProp(ICtrlPluginProp* group) noexcept
     if (!removed || !takeGroup(*removed.get()))
         return S_FALSE;
     removed->m_parent = nullptr;
+    removed->setOwner(nullptr); // nobody would tell it when the control goes
     return S_OK;
 }
 
@@ -273,8 +279,10 @@ STDMETHODIMP PropertyGroup::SetParent(ICtrlPluginProp* parent) noexcept
         const auto wanted = from(parent);
         return wanted ? wanted->AddProp(this) : E_INVALIDARG;
     }
-    if (PropertyGroup* former = std::exchange(m_parent, nullptr))
+    if (PropertyGroup* former = std::exchange(m_parent, nullptr)) {
         former->takeGroup(*this);
+        setOwner(nullptr);
+    }
     return S_OK;
 }
 
@@ -326,7 +334,14 @@ STDMETHODIMP PropertyGroup::AddPropBase(IVexPropBase* property) noexcept
         return E_INVALIDARG;
     if (indexIn(properties(), property))
         return S_FALSE;
-    return guarded([&] { add(ComPtr<IVexPropBase>(property), *core); });
+    return guarded([&] {
+        // In one group at a time, like a group in its parent: it would not know the other one's control.
+        const ComPtr<PropertyGroup> former(core->group());
+        const ComPtr<IVexPropBase> added(property);
+        add(added, *core);
+        if (former)
+            former->RemovePropBase(added.get());
+    });
 }
 
 STDMETHODIMP PropertyGroup::RemovePropBase(IVexPropBase* property) noexcept
@@ -441,6 +456,8 @@ STDMETHODIMP PropertyGroup::GetSkinPropTypeCount(long* result) noexcept
 STDMETHODIMP PropertyGroup::GetSkinPropTypeFromIndex(long index, IVexPropType** result) noexcept
 {
     return morvane::filling(result, [&](IVexPropType*& place) {
+        if (index < 0)
+            return S_FALSE;
         long left = index;
         PropertyCore* found = nullptr;
         eachShown([&](PropertyCore& core) {

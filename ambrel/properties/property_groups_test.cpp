@@ -43,6 +43,21 @@ TEST_F(PropertiesTest, GroupsHoldTheirPropertiesAndSubGroupsInOrder)
     EXPECT_EQ(parent, nullptr);
 }
 
+TEST_F(PropertiesTest, AGroupMadeInsideAnothersBelongsToThatOnesOwner)
+{
+    const auto outer = group(L"Outer");
+    TestDouble<IVexControlBase> stranger; // may end before the group does
+    ComPtr<ICtrlPluginProp> inner;
+    PropertyTree other;
+    other.createGroup(stranger.get(), outer.get(), Bstr(L"Inner").get(), true, inner.put());
+    ComPtr<IVexControlBase> holder;
+    EXPECT_EQ(inner->GetControlBasePtr(holder.put()), S_OK);
+    EXPECT_EQ(holder.get(), owner.get());
+    outer->RemoveProp(inner.get());
+    inner->GetControlBasePtr(holder.put());
+    EXPECT_EQ(holder.get(), nullptr);
+}
+
 TEST_F(PropertiesTest, ADescriptorReadsAndWritesThroughItsProperty)
 {
     const auto home = group(L"Group");

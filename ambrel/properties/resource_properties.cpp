@@ -241,6 +241,26 @@ IFillColor* FillColorPropertyObject::fill()
     return m_object.get();
 }
 
+void FillColorPropertyObject::copyValue(FillColorPropertyObject& source)
+{
+    ComPtr<IFillColor> own;
+    const bool isShared = !source.m_object || !resourceName(source.m_object.get()).empty();
+    if (isShared || !g_fillFactory || FAILED(g_fillFactory(own.put())) || !own) {
+        ResourceProperty::copyValue(source);
+        return;
+    }
+    OLE_COLOR start = kNoColor;
+    OLE_COLOR end = kNoColor;
+    long rotation = 0;
+    source.m_object->get_clrStart(&start);
+    source.m_object->get_clrEnd(&end);
+    source.m_object->get_nGradientIrotation(&rotation);
+    own->put_clrStart(start);
+    own->put_clrEnd(end);
+    own->put_nGradientIrotation(rotation);
+    m_object = std::move(own);
+}
+
 bool FillColorPropertyObject::isDrawn() const noexcept
 {
     if (!m_object)

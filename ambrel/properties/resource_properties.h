@@ -168,6 +168,9 @@ public:
     STDMETHODIMP Draw(hyper dc, const SkinRect* rect, VARIANT_BOOL* drawn) noexcept override;
     STDMETHODIMP RenderDraw(IVexRenderDC* dc, const SkinRect* rect, VARIANT_BOOL* drawn) noexcept override;
 
+    /// A fill without a name is nobody else's: the copy gets one of its own.
+    void copyValue(FillColorPropertyObject& source);
+
 private:
     IFillColor* fill(); // makes one when none is set; null without a factory
     bool isDrawn() const noexcept;
