@@ -7,7 +7,7 @@ namespace ambrel {
 namespace {
 
 /// A walk over fewer objects than this takes less time than keeping an index.
-constexpr std::size_t kFewObjects = 64;
+constexpr std::size_t kFewObjects = 16;
 /// Telling which of two nodes comes first costs a look at their siblings.
 constexpr std::size_t kMostOfOneKey = 8;
 

@@ -9,6 +9,9 @@
 
 namespace ambrel {
 
+using morvane::saturatingAdd;
+using morvane::saturatingSubtract;
+
 namespace {
 
 /// Whether nobody but the given reference keeps an object. Counts are plain and exact in this process.
@@ -202,7 +205,8 @@ Rect SkinObjectCore::availableRect() const noexcept
     if (!m_extras)
         return rect;
     const Rect& gaps = m_extras->childGaps;
-    return {rect.left + gaps.left, rect.top + gaps.top, rect.right - gaps.right, rect.bottom - gaps.bottom};
+    return {saturatingAdd(rect.left, gaps.left), saturatingAdd(rect.top, gaps.top),
+            saturatingSubtract(rect.right, gaps.right), saturatingSubtract(rect.bottom, gaps.bottom)};
 }
 
 HRESULT SkinObjectCore::setAvailableRect(IVexRect* given)
@@ -214,7 +218,9 @@ HRESULT SkinObjectCore::setAvailableRect(IVexRect* given)
         if (FAILED(status))
             return status;
         const Rect& rect = m_node.rect();
-        gaps = {record.left - rect.left, record.top - rect.top, rect.right - record.right, rect.bottom - record.bottom};
+        const Rect area = withinReach(morvane::toRect(record));
+        gaps = {saturatingSubtract(area.left, rect.left), saturatingSubtract(area.top, rect.top),
+                saturatingSubtract(rect.right, area.right), saturatingSubtract(rect.bottom, area.bottom)};
     }
     extras().childGaps = gaps;
     layOutChildren();
@@ -243,8 +249,9 @@ void SkinObjectCore::layOutNow(bool alwaysTell)
     takeRect(isWindow ? m_node.rect() : layOut(m_node.position(), areaForLayout(), isLaidOutMirrored()), alwaysTell);
 }
 
-void SkinObjectCore::moveTo(const Rect& rect)
+void SkinObjectCore::moveTo(const Rect& wanted)
 {
+    const Rect rect = withinReach(wanted);
     m_node.setPosition(positionFor(rect, areaForLayout(), m_node.position(), isLaidOutMirrored()));
     takeRect(rect, false);
 }

@@ -1,5 +1,6 @@
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/image_header.h"
+#include "ambrel/pixels/tga.h"
 
 #include <gtest/gtest.h>
 
@@ -68,6 +69,19 @@ TEST(ImageHeaderTest, EveryPrefixIsReadWithoutLeavingTheBytes)
             readImageHeader(part);
             readGifLayout(part);
         }
+    }
+}
+
+TEST(TgaTest, ASizeThatTheBytesCannotHoldGetsNoMemory)
+{
+    Bytes picture(18 + 4, 7);
+    const std::uint8_t header[] = {0, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1, 0, 1, 0, 32, 0};
+    std::copy(std::begin(header), std::end(header), picture.begin());
+    EXPECT_EQ(decodeTga(picture).size(), (Size{1, 1}));
+    picture[13] = picture[15] = 0x20; // 8193 by 8193
+    for (const std::uint8_t kind : {2, 10}) {
+        picture[2] = kind;
+        EXPECT_TRUE(decodeTga(picture).isEmpty());
     }
 }
 

@@ -59,6 +59,13 @@ private:
     Pixel m_pixel = 0;
 };
 
+/// The fewest bytes that so many pixels take: a run holds up to 128 of them.
+std::size_t leastBytes(std::size_t pixels, std::size_t bytesPerPixel, bool isPacked)
+{
+    constexpr std::size_t kLongestRun = 128;
+    return isPacked ? (pixels + kLongestRun - 1) / kLongestRun * (1 + bytesPerPixel) : pixels * bytesPerPixel;
+}
+
 } // namespace
 
 Surface decodeTga(std::span<const std::uint8_t> bytes)
@@ -67,8 +74,15 @@ Surface decodeTga(std::span<const std::uint8_t> bytes)
     constexpr int kPacked = 10;
     constexpr int kTopDown = 0x20;
     const ByteReader in(bytes);
-    Surface surface({in.u16le(12), in.u16le(14)});
-    TgaPixels pixels(in, kHeader + in.u8(0), static_cast<std::size_t>(in.u8(16)) / 8, in.u8(2) == kPacked);
+    const Size size{in.u16le(12), in.u16le(14)};
+    const std::size_t start = kHeader + static_cast<std::size_t>(in.u8(0));
+    const auto bytesPerPixel = static_cast<std::size_t>(in.u8(16)) / 8;
+    const bool isPacked = in.u8(2) == kPacked;
+    const std::size_t count = static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height);
+    if (!in.isInside(start, leastBytes(count, bytesPerPixel, isPacked)))
+        return {}; // a few bytes that claim to be many get no memory
+    Surface surface(size);
+    TgaPixels pixels(in, start, bytesPerPixel, isPacked);
     const int height = surface.size().height;
     for (int y = 0; y < height; ++y) {
         Pixel* row = surface.view().row((in.u8(17) & kTopDown) != 0 ? y : height - 1 - y);

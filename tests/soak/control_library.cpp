@@ -1,5 +1,7 @@
 #include "tests/soak/control_library.h"
 
+#include "frame/com/bstr.h"
+
 #include <stdexcept>
 
 namespace morvane::soak {
@@ -155,7 +157,8 @@ ComPtr<ITypeInfo> defaultInterface(ITypeInfo& coclass)
 
 ControlClass interfaceOf(ITypeLib& library, const char* name, REFIID iid)
 {
-    ControlClass result{name, {}, false, {}};
+    ControlClass result;
+    result.name = name;
     ComPtr<ITypeInfo> info;
     if (FAILED(library.GetTypeInfoOfGuid(iid, info.put())))
         return result;
@@ -193,7 +196,9 @@ ControlLibrary::ControlLibrary() : m_module(LoadLibraryW(L"Morvane.dll"))
         m_classes.push_back(std::move(each));
     }
     m_root = interfaceOf(*library, "Root", iidOf<IAmbrel>());
+    m_resources = interfaceOf(*library, "Resources", iidOf<IVexRes>());
     m_property = interfaceOf(*library, "Property", iidOf<IVexPropBase>());
+    m_group = interfaceOf(*library, "Group", iidOf<ICtrlPluginProp>());
 }
 
 bool ControlLibrary::offer(ControlClass& each)
@@ -209,7 +214,12 @@ bool ControlLibrary::offer(ControlClass& each)
     ComPtr<IDispatch> sample;
     if (FAILED(factory->CreateInstance(nullptr, IID_IDispatch, sample.putVoid())))
         return false;
-    each.isControl = static_cast<bool>(sample.as<IVexControlBase>());
+    if (const auto control = sample.as<IVexControlBase>()) {
+        Bstr typeName;
+        control->GetControlTypeName(typeName.put());
+        each.isControl = true;
+        each.typeName = typeName.view();
+    }
     return true;
 }
 

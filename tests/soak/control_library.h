@@ -42,6 +42,7 @@ struct ControlClass {
     std::string name;
     CLSID id{};
     bool isControl = false; // otherwise an item
+    std::wstring typeName;  // of a control, as it says itself
     std::vector<Method> methods;
 };
 
@@ -55,9 +56,12 @@ public:
     ~ControlLibrary();
 
     const std::vector<ControlClass>& classes() const { return m_classes; }
-    /// What the type library tells of a window's root and of any property; not classes of this module.
+    /// What the type library tells of the framework's objects: a window's root, the resource object, any property, any
+    /// group of them. Not classes of this module.
     const ControlClass& root() const { return m_root; }
+    const ControlClass& resources() const { return m_resources; }
     const ControlClass& property() const { return m_property; }
+    const ControlClass& group() const { return m_group; }
     bool canUnload() const;
     HMODULE module() const { return m_module; }
     void withdrawClasses();
@@ -68,7 +72,9 @@ private:
     HMODULE m_module = nullptr;
     std::vector<ControlClass> m_classes;
     ControlClass m_root;
+    ControlClass m_resources;
     ControlClass m_property;
+    ControlClass m_group;
     std::vector<DWORD> m_registrations;
 };
 

@@ -158,8 +158,9 @@ int run(const Options& options)
         } else {
             for (const ControlClass& each : library.classes())
                 listMethods(each);
-            listMethods(library.root());
-            listMethods(library.property());
+            for (const ControlClass* each :
+                 {&library.root(), &library.resources(), &library.property(), &library.group()})
+                listMethods(*each);
         }
     }
     AmbrelUnregisterClasses();

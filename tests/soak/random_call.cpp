@@ -32,10 +32,27 @@ constexpr Skipped kSkipped[] = {
     {"IAmbrel::SetDragabled", "lets the next press run the system's own loop, which waits for a real pointer"},
     {"IVexPropBase::SetType", "makes the object be called as what it is not"},
     {"ISkinObjResBase::DrawSprite", "takes the address of a function of the framework's"},
+    {"IVexRes::Save", "writes files where the text says; a step of its own does"},
+    {"IVexRes::ExportSknVexFile", "writes files where the text says"},
+    {"IVexRes::GenerateLanguageXML", "writes files where the text says"},
+    {"IVexRes::EnumObjectsToHwnd", "sends messages of any number, whose parameters may be addresses"},
+    {"IVexRes::CallScripEvent", "sends messages of any number, whose parameters may be addresses"},
+    {"IVexRes::SetVexResObjPtr", "borrows an address of the framework's"},
+    {"IVexRes::ShowAmbrelWnd", "opens a window that belongs to nobody"},
+    {"IVexRes::SetDragInfo", "takes a record of objects; a step of its own fills it"},
+    {"IVexRes::GetDragInfo", "gives a record of objects; a step of its own releases them"},
+    {"IVexRes::AddColorCase", "takes a record of strings; a step of its own fills it"},
+    {"IVexRes::GetCurColorCase", "gives a record of strings; a step of its own frees them"},
+    {"IVexRes::GetColorCase", "gives a record of strings; a step of its own frees them"},
+    {"IVexRes::GetFirstColorCase", "gives a record of strings; a step of its own frees them"},
+    {"IVexRes::GetNextColorCase", "gives a record of strings; a step of its own frees them"},
+    {"IVexRes::GetFontByLogFont", "keeps any number of fonts by name"},
+    {"ICtrlPluginProp::SetControlBasePtr", "borrows the pointer; only the control itself may give it"},
+    {"ICtrlPluginProp::SetGetExpandCallback", "takes the address of a function of the framework's"},
 };
 
 /// What a 64-bit number means, by its parameter's name.
-enum class Meaning { Any, Window, DeviceContext, Callback, Interface, Object, Resources, Address };
+enum class Meaning { Any, Window, Owner, DeviceContext, Callback, Interface, Object, Resources, Module, Node, Address };
 
 struct Named {
     const char* parameter;
@@ -49,6 +66,11 @@ constexpr Named kMeanings[] = {
     {"pThis", Meaning::Any}, // our callback ignores it
     {"hFuncCallback", Meaning::Callback},
     {"hWnd", Meaning::Window},
+    {"hWndParent", Meaning::Owner}, // what is created must end with the round
+    {"hInstance", Meaning::Module},
+    {"pXmlEle", Meaning::Node},
+    {"pVexObj", Meaning::Any}, // trusted only when it is the number of a living object
+    {"nObject", Meaning::Any},
     {"lhWnd", Meaning::Window},
     {"hDC", Meaning::DeviceContext},
     {"hDCDest", Meaning::DeviceContext},
@@ -103,18 +125,30 @@ public:
     std::string text() const { return m_text; }
 
 private:
+    /// What an out-parameter that is just a number hands over.
+    enum class Gift { Nothing, Icon, Drawing };
+
     /// Memory behind a pointer argument.
     struct Place {
         Kind kind;
-        bool isIcon;
+        Gift gift;
         alignas(16) std::array<std::byte, 1024> bytes{};
     };
 
     Place& newPlace(Kind kind)
     {
-        m_places.push_back(
-            std::make_unique<Place>(Place{kind, m_method.name == "IVexControlBase::GetControlIcon", {}}));
+        m_places.push_back(std::make_unique<Place>(Place{kind, giftOf(m_method.name), {}}));
         return *m_places.back();
+    }
+
+    static Gift giftOf(const std::string& method)
+    {
+        static constexpr const char* kDrawings[] = {"IVexRes::DrawImageSection", "IVexRes::DrawTextStyle",
+                                                    "IVexRes::GetHwndPrintBmp", "IVexRes::GetRgnFromHBitmap"};
+        if (method == "IVexControlBase::GetControlIcon")
+            return Gift::Icon;
+        return std::find(std::begin(kDrawings), std::end(kDrawings), method) == std::end(kDrawings) ? Gift::Nothing
+                                                                                                    : Gift::Drawing;
     }
 
     template <class Value>
@@ -131,8 +165,10 @@ private:
             VariantClear(&in<VARIANT>(place));
         else if (place.kind == Kind::OutObject)
             ComPtr<IUnknown> last = take(in<IUnknown*>(place));
-        else if (place.isIcon && in<HICON>(place))
+        else if (place.kind == Kind::OutOther && place.gift == Gift::Icon && in<HICON>(place))
             DestroyIcon(in<HICON>(place));
+        else if (place.kind == Kind::OutOther && place.gift == Gift::Drawing && in<HGDIOBJ>(place))
+            DeleteObject(in<HGDIOBJ>(place));
     }
 
     static ComPtr<IUnknown> take(IUnknown* object)
@@ -202,6 +238,12 @@ private:
             return put(value, m_random.oddNumber());
         case Meaning::Window:
             return put(value, m_world.someWindow());
+        case Meaning::Owner:
+            return put(value, reinterpret_cast<std::int64_t>(m_world.owner()));
+        case Meaning::Module:
+            return put(value, m_random.oneIn(4) ? nullptr : m_world.library().module(), "module");
+        case Meaning::Node:
+            return put(value, m_world.someNode());
         case Meaning::DeviceContext:
             return put(value, m_world.someDeviceContext());
         case Meaning::Callback:

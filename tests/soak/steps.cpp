@@ -3,6 +3,7 @@
 #include "host/typed_properties.h"
 #include "tests/soak/notification_steps.h"
 #include "tests/soak/random_call.h"
+#include "tests/soak/resource_steps.h"
 #include "tests/soak/step_log.h"
 
 namespace morvane::soak {
@@ -48,9 +49,9 @@ void wheelStep(World& world)
 
 void keyStep(World& world)
 {
-    static constexpr WPARAM kKeys[] = {VK_TAB,  VK_TAB,  VK_SPACE, VK_RETURN, VK_ESCAPE, VK_LEFT,   VK_RIGHT,
-                                       VK_UP,   VK_DOWN, VK_HOME,  VK_END,    VK_PRIOR,  VK_NEXT,   VK_DELETE,
-                                       VK_BACK, 'A',     'Z',      VK_F5,     VK_SHIFT,  VK_CONTROL};
+    static constexpr WPARAM kKeys[] = {VK_TAB,  VK_TAB,  VK_SPACE, VK_RETURN,  VK_ESCAPE, VK_LEFT,   VK_RIGHT, VK_UP,
+                                       VK_DOWN, VK_HOME, VK_END,   VK_PRIOR,   VK_NEXT,   VK_DELETE, VK_BACK,  'A',
+                                       'Z',     VK_F5,   VK_SHIFT, VK_CONTROL, VK_F1,     VK_MENU};
     Random& random = world.random();
     const WPARAM key = random.pick(kKeys);
     logDetail("key " + std::to_string(key));
@@ -59,6 +60,29 @@ void keyStep(World& world)
         SendMessageW(world.window(), WM_CHAR, random.oneIn(4) ? 0xD83D : key, 1);
     if (!random.oneIn(5))
         SendMessageW(world.window(), WM_KEYUP, key, 1);
+}
+
+/// Presses with modifiers: hot keys, and access keys of captions such as "&Mnemonic".
+void chordStep(World& world)
+{
+    static constexpr WPARAM kKeys[] = {'M', 'A', 'T', 'B', VK_F4 + 1, VK_RETURN, VK_TAB, VK_LEFT, VK_DOWN};
+    static constexpr BYTE kModifiers[] = {VK_SHIFT, VK_CONTROL, VK_MENU};
+    Random& random = world.random();
+    BYTE before[256]{};
+    BYTE held[256]{};
+    GetKeyboardState(before);
+    for (const BYTE modifier : kModifiers)
+        held[modifier] = random.oneIn(2) ? 0x80 : 0;
+    SetKeyboardState(held);
+    const WPARAM key = random.pick(kKeys);
+    const bool isSystemKey = held[VK_MENU] != 0;
+    constexpr LPARAM kAltIsDown = 1 << 29;
+    logDetail("chord with " + std::to_string(key));
+    SendMessageW(world.window(), isSystemKey ? WM_SYSKEYDOWN : WM_KEYDOWN, key, isSystemKey ? kAltIsDown | 1 : 1);
+    if (random.oneIn(2) && key > ' ' && key < VK_F1)
+        SendMessageW(world.window(), isSystemKey ? WM_SYSCHAR : WM_CHAR, key, isSystemKey ? kAltIsDown | 1 : 1);
+    SendMessageW(world.window(), isSystemKey ? WM_SYSKEYUP : WM_KEYUP, key, 1);
+    SetKeyboardState(before);
 }
 
 void focusStep(World& world)
@@ -157,6 +181,15 @@ void setValue(World& world, IVexPropBase& property, enumPropType type)
     case _PROPTYPE_FILLCOLOR:
         static_cast<FillColorProperty&>(property).SetRotation(number);
         break;
+    case _PROPTYPE_HOTKEY: {
+        ComPtr<IVexHotkey> hotkey;
+        static_cast<HotkeyProperty&>(property).GetObject(hotkey.put());
+        if (hotkey) {
+            hotkey->put_wVirtualKeyCode("MATB\r"[random.below(5)]);
+            hotkey->put_wModifiers(random.between(0, 7));
+        }
+        break;
+    }
     default:
         property.DoCallbackFunc();
     }
@@ -264,17 +297,35 @@ struct Weighted {
 };
 
 constexpr Weighted kSteps[] = {
-    {"pointer", &pointerStep, 200, 10},  {"click", &clickStep, 60, 0},
-    {"wheel", &wheelStep, 10, 0},        {"key", &keyStep, 60, 10},
-    {"focus", &focusStep, 20, 10},       {"timer", &timerStep, 30, 0},
-    {"window", &windowStep, 15, 5},      {"paint", &paintStep, 12, 2},
-    {"render", &renderStep, 6, 0},       {"tip", &tipStep, 10, 2},
-    {"property", &propertyStep, 80, 20}, {"notify", &notifyStep, 150, 20},
-    {"root", &rootStep, 40, 5},          {"property call", &propertyCallStep, 40, 5},
-    {"call", &callStep, 250, 40},        {"state", &stateStep, 60, 20},
-    {"skin", &skinStep, 8, 4},           {"add", &addStep, 25, 5},
-    {"item", &addItemStep, 3, 0},        {"remove", &removeStep, 14, 40},
-    {"forget", &forgetStep, 12, 30},     {"end of the window", &endWindowStep, 1, 3},
+    {"chord", &chordStep, 40, 10},
+    {"move", &moveStep, 12, 6},
+    {"resources", &resourceCallStep, 60, 8},
+    {"skin of all", &skinOfAllStep, 6, 3},
+    {"shared state", &sharedStateStep, 25, 5},
+    {"group call", &groupCallStep, 40, 5},
+    {"group", &groupStep, 30, 8},
+    {"pointer", &pointerStep, 200, 10},
+    {"click", &clickStep, 60, 0},
+    {"wheel", &wheelStep, 10, 0},
+    {"key", &keyStep, 60, 10},
+    {"focus", &focusStep, 20, 10},
+    {"timer", &timerStep, 30, 0},
+    {"window", &windowStep, 15, 5},
+    {"paint", &paintStep, 12, 2},
+    {"render", &renderStep, 6, 0},
+    {"tip", &tipStep, 10, 2},
+    {"property", &propertyStep, 80, 20},
+    {"notify", &notifyStep, 150, 20},
+    {"root", &rootStep, 40, 5},
+    {"property call", &propertyCallStep, 40, 5},
+    {"call", &callStep, 250, 40},
+    {"state", &stateStep, 60, 20},
+    {"skin", &skinStep, 8, 4},
+    {"add", &addStep, 25, 5},
+    {"item", &addItemStep, 3, 0},
+    {"remove", &removeStep, 14, 40},
+    {"forget", &forgetStep, 12, 30},
+    {"end of the window", &endWindowStep, 1, 3},
 };
 
 const Weighted& choose(Random& random, int Weighted::*weight)

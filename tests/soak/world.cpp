@@ -51,7 +51,10 @@ World::World(const ControlLibrary& library, Random& random, HWND owner)
     DeleteDC(gone);
     theWorld = this;
     AmbrelSetTraceSink(&World::traced, this);
-    openWindow();
+    if (FAILED(AmbrelCreateRes(m_res.put())))
+        throw std::runtime_error("no resource object");
+    for (Window& each : m_windows)
+        openWindow(each);
     for (int i = 0; i < 12; ++i)
         addControl();
 }
@@ -60,42 +63,51 @@ World::~World()
 {
     m_interruption = nullptr;
     AmbrelSetTraceSink(nullptr, nullptr);
-    destroyWindow();
+    for (Window& each : m_windows) {
+        if (isAlive(each))
+            DestroyWindow(each.handle);
+    }
     m_members.clear();
-    m_root.reset();
+    m_windows = {};
     m_res.reset();
     DeleteDC(m_dc);
     theWorld = nullptr;
 }
 
-void World::openWindow()
+void World::openWindow(Window& window)
 {
-    if (FAILED(AmbrelCreateRes(m_res.put())))
-        throw std::runtime_error("no resource object");
     ComPtr<IDispatch> made;
     m_res->CreateAmbrel(Bstr(L"Soak").get(), 0, made.put());
-    m_root = made.as<IAmbrel>();
-    if (!m_root)
+    window.root = made.as<IAmbrel>();
+    if (!window.root)
         throw std::runtime_error("no window object");
     VARIANT_BOOL created = VARIANT_FALSE;
     hyper handle = 0;
-    m_root->SetResizable(VARIANT_TRUE);
-    m_root->Create(reinterpret_cast<hyper>(m_owner), kWindowPlace, &created);
-    m_root->GetWindowHandle(&handle);
-    m_window = reinterpret_cast<HWND>(handle);
-    if (!IsWindow(m_window))
+    window.root->SetResizable(VARIANT_TRUE);
+    window.root->Create(reinterpret_cast<hyper>(m_owner), kWindowPlace, &created);
+    window.root->GetWindowHandle(&handle);
+    window.handle = reinterpret_cast<HWND>(handle);
+    if (!isAlive(window))
         throw std::runtime_error("no window");
-    ShowWindow(m_window, SW_SHOWNOACTIVATE);
+    ShowWindow(window.handle, SW_SHOWNOACTIVATE);
 }
 
-ComPtr<IVexControlBase> World::someParent()
+const World::Window& World::someWindowPlace() const
 {
-    return m_random.oneIn(2) ? nullptr : anyControl();
+    const std::size_t index = m_random.oneIn(4) ? 1 : 0;
+    return isAlive(m_windows[index]) ? m_windows[index] : m_windows[1 - index];
+}
+
+ComPtr<ISkinObjResBase> World::someParentOrRoot(IVexControlBase* parent) const
+{
+    if (parent && m_random.oneIn(2))
+        return ComPtr<ISkinObjResBase>(parent);
+    return ComPtr<ISkinObjResBase>(m_random.oneIn(10) ? nullptr : root());
 }
 
 void World::addControl()
 {
-    if (!m_root || !hasWindow() || m_members.size() >= kMostMembers)
+    if (!hasWindow() || m_members.size() >= kMostMembers)
         return;
     std::vector<const ControlClass*> candidates;
     for (const ControlClass& each : m_library.classes())
@@ -106,11 +118,13 @@ void World::addControl()
     ComPtr<IVexControlBase> control;
     if (FAILED(CoCreateInstance(type->id, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexControlBase>(), control.putVoid())))
         return;
-    const ComPtr<IVexControlBase> parent = someParent();
-    ISkinObjResBase* const above = parent ? static_cast<ISkinObjResBase*>(parent.get()) : m_root.get();
+    const ComPtr<IVexControlBase> parent = anyControl();
+    ComPtr<ISkinObjResBase> above = someParentOrRoot(parent.get());
+    if (!above)
+        above = ComPtr<ISkinObjResBase>(root());
     hyper created = 0;
     m_members.push_back({control.as<IDispatch>(), type});
-    control->CreateObj(reinterpret_cast<hyper>(m_res.get()), reinterpret_cast<hyper>(above), VEXOBJTYPE_PLUGIN,
+    control->CreateObj(reinterpret_cast<hyper>(m_res.get()), reinterpret_cast<hyper>(above.get()), VEXOBJTYPE_PLUGIN,
                        VARIANT_FALSE, &created);
     control->SetName(Bstr(L"Object" + std::to_wstring(++m_lastName)).get());
     place(*control);
@@ -168,7 +182,7 @@ ComPtr<IUnknown> World::anyObject(REFIID iid) const
         CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iid, found.putVoid());
     for (int attempt = 0; attempt < 3 && !found; ++attempt)
         offer(anyMember().object.get());
-    offer(m_root.get());
+    offer(root());
     offer(m_res.get());
     if (const auto control = anyControl(); control && !found) {
         ComPtr<IVexRect> rect;
@@ -178,6 +192,7 @@ ComPtr<IUnknown> World::anyObject(REFIID iid) const
         offer(rect.get());
         offer(dc.get());
         offer(anyProperty(*control).get());
+        offer(anyGroup(*control).get());
     }
     return found;
 }
@@ -196,6 +211,50 @@ ComPtr<IVexPropBase> World::anyProperty(IVexControlBase& control) const
         }
     }
     return properties.empty() ? nullptr : m_random.pick(properties);
+}
+
+ComPtr<ICtrlPluginProp> World::anyGroup(IVexControlBase& control) const
+{
+    std::vector<ComPtr<ICtrlPluginProp>> groups;
+    for (ICtrlPluginProp** group = groupsOf(control); group && *group; ++group)
+        groups.emplace_back(*group);
+    return groups.empty() ? nullptr : m_random.pick(groups);
+}
+
+std::int64_t World::someNode() const
+{
+    hyper node = 0;
+    const auto control = m_random.oneIn(8) ? nullptr : anyControl();
+    if (control)
+        control->GetXMLNode(&node);
+    return m_random.oneIn(20) ? m_random.oddNumber() : node;
+}
+
+std::wstring World::someSkinFile() const
+{
+    return m_skins.empty() ? std::wstring() : m_random.pick(m_skins);
+}
+
+void World::importSkin()
+{
+    if (!m_res || m_members.size() >= kMostMembers)
+        return;
+    static constexpr long kPackages[] = {2080, 2086, 2092, 2022, 1};
+    const auto parent = anyControl();
+    const auto above = someParentOrRoot(parent.get());
+    ComPtr<IVexControlBase> control;
+    m_res->ImportSkin(reinterpret_cast<hyper>(m_library.module()), m_random.pick(kPackages), Bstr(L"UIFILES").get(),
+                      reinterpret_cast<hyper>(above.get()), control.put());
+    if (!control)
+        return;
+    Bstr type;
+    control->GetControlTypeName(type.put());
+    for (const ControlClass& each : m_library.classes()) {
+        if (each.isControl && each.typeName == type.view()) {
+            m_members.push_back({control.as<IDispatch>(), &each});
+            return;
+        }
+    }
 }
 
 void World::changeSkin(IVexControlBase& control)
@@ -260,14 +319,15 @@ void World::forgetSomething()
 
 void World::destroyWindow()
 {
-    m_formerWindow = reinterpret_cast<std::int64_t>(m_window);
-    if (IsWindow(m_window))
-        DestroyWindow(m_window);
+    const Window& window = someWindowPlace();
+    m_formerWindow = reinterpret_cast<std::int64_t>(window.handle);
+    if (isAlive(window))
+        DestroyWindow(window.handle);
 }
 
 std::int64_t World::someWindow()
 {
-    const std::int64_t choices[] = {0, reinterpret_cast<std::int64_t>(m_window),
+    const std::int64_t choices[] = {0, reinterpret_cast<std::int64_t>(window()),
                                     reinterpret_cast<std::int64_t>(m_owner), m_formerWindow, 0x12345};
     return m_random.pick(choices);
 }

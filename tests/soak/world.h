@@ -1,4 +1,4 @@
-// A window full of controls of every class, and everything the soak may take hold of.
+// Two windows full of controls of every class, and everything the soak may take hold of.
 #pragma once
 
 #include "ambrel/ambrel.h"
@@ -6,6 +6,7 @@
 #include "tests/soak/control_library.h"
 #include "tests/soak/random.h"
 
+#include <array>
 #include <functional>
 
 namespace morvane::soak {
@@ -24,10 +25,11 @@ public:
     World& operator=(const World&) = delete;
     ~World();
 
-    bool hasWindow() const { return IsWindow(m_window) != FALSE; }
-    HWND window() const { return m_window; }
+    bool hasWindow() const { return isAlive(m_windows[0]) || isAlive(m_windows[1]); }
+    /// One of the windows, in most cases one that lives.
+    HWND window() const { return someWindowPlace().handle; }
     HWND owner() const { return m_owner; }
-    IAmbrel* root() const { return m_root.get(); }
+    IAmbrel* root() const { return someWindowPlace().root.get(); }
     IVexRes* res() const { return m_res.get(); }
     Random& random() const { return m_random; }
     const ControlLibrary& library() const { return m_library; }
@@ -43,9 +45,19 @@ public:
     ComPtr<IUnknown> anyObject(REFIID iid) const;
     /// Any property of the control; null when it has none.
     ComPtr<IVexPropBase> anyProperty(IVexControlBase& control) const;
+    /// Any top-level group of the control's table; null when it has none.
+    ComPtr<ICtrlPluginProp> anyGroup(IVexControlBase& control) const;
+    /// The handle of some control's configuration node, or 0, or one that is none.
+    std::int64_t someNode() const;
+    /// A skin package that is there; empty when there is none.
+    std::wstring someSkinFile() const;
+    /// Somebody's face as a parent: the given control's, a window's, nobody's.
+    ComPtr<ISkinObjResBase> someParentOrRoot(IVexControlBase* parent) const;
 
     /// A picture or a skin file's path for the control; most do not fit it.
     void changeSkin(IVexControlBase& control);
+    /// A control comes out of a package of the module.
+    void importSkin();
     void place(IVexControlBase& control);
     /// Takes a control out of the window in one of the ways there are.
     void removeSomething();
@@ -61,8 +73,14 @@ public:
     static std::int64_t callbackAddress();
 
 private:
-    void openWindow();
-    ComPtr<IVexControlBase> someParent();
+    struct Window {
+        HWND handle = nullptr;
+        ComPtr<IAmbrel> root; // stays when the window ends
+    };
+
+    static bool isAlive(const Window& window) { return IsWindow(window.handle) != FALSE; }
+    const Window& someWindowPlace() const;
+    void openWindow(Window& window);
     void interrupt();
     static void STDMETHODCALLTYPE traced(void* context, const AmbrelTraceEntry* entry);
     static VARIANT_BOOL STDMETHODCALLTYPE calledBack(hyper context, long message, hyper wParam, hyper lParam);
@@ -70,12 +88,11 @@ private:
     const ControlLibrary& m_library;
     Random& m_random;
     HWND m_owner;
-    HWND m_window = nullptr;
+    std::array<Window, 2> m_windows;
     HDC m_dc = nullptr;
     std::int64_t m_formerWindow = 0;
     std::int64_t m_formerDc = 0;
     ComPtr<IVexRes> m_res;
-    ComPtr<IAmbrel> m_root;
     std::vector<Member> m_members;
     std::vector<std::wstring> m_skins;
     std::function<void()> m_interruption;

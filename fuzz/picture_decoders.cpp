@@ -1,0 +1,58 @@
+// Any bytes as a picture for the parts of decoding that are our own: what kind it is and how large, an animation's
+// layout and composition, Truevision pixels.
+#include "ambrel/pixels/gif_layout.h"
+#include "ambrel/pixels/image_header.h"
+#include "ambrel/pixels/tga.h"
+#include "fuzz/fuzz.h"
+
+#include <algorithm>
+
+namespace {
+
+using namespace ambrel;
+
+/// Frames as a decoder would give them: of the size that the layout says, cut to what this test can afford.
+void compose(const GifLayout& layout)
+{
+    constexpr int kSide = 64;
+    constexpr std::size_t kFrames = 16;
+    GifComposer composer({std::min(layout.canvas.width, kSide), std::min(layout.canvas.height, kSide)});
+    for (std::size_t i = 0; i < std::min(layout.frames.size(), kFrames); ++i) {
+        const GifFrame& frame = layout.frames[i];
+        const Surface pixels({std::min(frame.area.width(), kSide), std::min(frame.area.height(), kSide)});
+        composer.add(frame, pixels.view());
+    }
+}
+
+/// A few bytes must not take much memory: a run of 128 pixels takes at least four of them.
+void decodeTruevision(std::span<const std::uint8_t> bytes, Size told)
+{
+    const Surface surface = decodeTga(bytes);
+    if (surface.isEmpty())
+        return;
+    fuzz::require(surface.size() == told, "a decoded picture has the size that its header tells");
+    const auto pixels =
+        static_cast<std::size_t>(surface.size().width) * static_cast<std::size_t>(surface.size().height);
+    fuzz::require(pixels <= bytes.size() * 32, "the bytes can hold the pixels");
+}
+
+} // namespace
+
+int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
+{
+    const std::span<const std::uint8_t> bytes(data, size);
+    const ImageHeader header = readImageHeader(bytes);
+    fuzz::require(header.size.width >= 0 && header.size.height >= 0, "a size is not negative");
+    if (const auto layout = readGifLayout(bytes)) {
+        fuzz::require(layout->frames.size() <= kMaxGifFrames, "the frames keep their limit");
+        for (const GifFrame& frame : layout->frames)
+            fuzz::require(frame.delayMs > 0 && frame.area.left >= 0 && frame.area.top >= 0,
+                          "a frame has a place and time");
+        compose(*layout);
+    }
+    if (header.format == ImageFormat::Tga)
+        decodeTruevision(bytes, header.size);
+    else
+        decodeTga(bytes); // whoever calls it with anything else gets something or nothing
+    return 0;
+}
