@@ -3,7 +3,6 @@
 
 #include "ambrel/objects/display_list.h"
 #include "ambrel/objects/drawing.h"
-#include "host/host_classes.h"
 
 namespace ambrel {
 
@@ -48,26 +47,11 @@ STDMETHODIMP BaseObject::RenderDrawFocus(IVexRenderDC* dc) noexcept
 
 STDMETHODIMP BaseObject::DrawChildren(hyper dc, SkinRect rect) noexcept
 {
-    return guarded([&]() -> HRESULT {
-        if (!dc)
-            return E_INVALIDARG;
-        ComPtr<IVexObjectDraw> draw;
-        const HRESULT status = CoCreateInstance(morvane::kClsidObjectDraw, nullptr, CLSCTX_INPROC_SERVER,
-                                                morvane::iidOf<IVexObjectDraw>(), draw.putVoid());
-        if (FAILED(status))
-            return status;
-        ChildIteration children(m_node);
-        while (ObjectNode* child = children.next()) {
-            const ComPtr<IVexControlBase> childControl(coreOf(*child).control());
-            if (!childControl || !child->shownRect().intersects(morvane::toRect(rect)))
-                continue;
-            VARIANT_BOOL drawn = VARIANT_FALSE;
-            draw->BeginDraw(dc, childControl.get(), VARIANT_TRUE, VARIANT_FALSE);
-            childControl->DrawObject(draw.get(), morvane::toSkinRect(child->rect()), &drawn);
-            draw->EndDraw();
-            childControl->DrawChildren(dc, rect);
-        }
-        return S_OK;
+    // By the render path, which every control has.
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    return onDeviceContext(dc, &drawn, [&](HDC target) {
+        const ComPtr<IVexControlBase> hold(control());
+        return drawChildrenOnto(target, m_node, morvane::toRect(rect));
     });
 }
 

@@ -328,9 +328,6 @@ TEST_F(BaseObjectTest, PropertyGroupsAreListedInOrderAndChangesReachTheControl)
 TEST_F(BaseObjectTest, WhatThisRuntimeDoesNotHaveIsNotCalledSuccess)
 {
     auto control = make(L"control");
-    ILayerGraphics* layer = reinterpret_cast<ILayerGraphics*>(1);
-    EXPECT_EQ(control->GetLayerMe(&layer), E_NOTIMPL);
-    EXPECT_EQ(layer, nullptr);
     VARIANT_BOOL answer = VARIANT_TRUE;
     EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_ALWAYS, &answer), E_NOTIMPL);
     EXPECT_EQ(answer, VARIANT_FALSE);

@@ -2,7 +2,6 @@
 
 #include "ambrel/objects/skin_object_core.h"
 #include "ambrel/render/focus_mark.h"
-#include "ambrel/render/render_dc.h"
 
 namespace ambrel {
 
@@ -10,25 +9,67 @@ namespace {
 
 constexpr int kFocusRingWidth = 2; // on a foreign context, which has no rounded ring
 
-/// Draws aside, for objects that are not wholly opaque. Does nothing on a foreign context.
-class Layer {
+/// Marks an object whose shown part is being drawn as a whole: what it asks to have redrawn meanwhile is being drawn
+/// anyway. Not for drawings beside the window's own.
+class BeingDrawn {
 public:
-    Layer(IVexRenderDC& dc, const Rect& rect, int opacity) : m_dc(opacity < 255 ? fromInterface(&dc) : nullptr)
+    BeingDrawn(ObjectNode& node, const IVexRenderDC& dc, const Rect& part) : m_node(&node)
     {
-        if (m_dc)
-            m_dc->pushLayer(rect, opacity);
+        RootServices* const window = node.services();
+        m_isWindows = window && window->renderContext() == &dc;
+        if (m_isWindows)
+            node.set(NodeFlag::BeingDrawn, part == node.shownRect());
     }
-    Layer(const Layer&) = delete;
-    Layer& operator=(const Layer&) = delete;
-    ~Layer()
+    BeingDrawn(const BeingDrawn&) = delete;
+    BeingDrawn& operator=(const BeingDrawn&) = delete;
+    ~BeingDrawn()
     {
-        if (m_dc)
-            m_dc->popLayer();
+        if (m_isWindows && m_node)
+            m_node->set(NodeFlag::BeingDrawn, false);
     }
 
 private:
-    ComPtr<RenderDC> m_dc;
+    WeakNode m_node;
+    bool m_isWindows;
 };
+
+void drawControl(ObjectNode& node, IVexControlBase& control, IVexRenderDC& dc, const Rect& part)
+{
+    VARIANT_BOOL drawn = VARIANT_FALSE;
+    dc.SetCurrentControl(&control);
+    const BeingDrawn marked(node, dc, part);
+    control.RenderDrawObject(&dc, morvane::toSkinRect(part), &drawn);
+    dc.SetCurrentControl(nullptr);
+}
+
+} // namespace
+
+DrawingInside::DrawingInside(IVexRenderDC& dc, const Rect& rect, int opacity)
+    : m_dc(&dc), m_layers(opacity < 255 ? fromInterface(&dc) : nullptr)
+{
+    dc.GetUpdateRect(&m_former);
+    dc.SetUpdateRect(morvane::toSkinRect(rect));
+    if (m_layers)
+        m_layers->pushLayer(rect, opacity);
+}
+
+DrawingInside::~DrawingInside()
+{
+    if (m_layers)
+        m_layers->popLayer();
+    m_dc->SetUpdateRect(m_former);
+}
+
+void drawAlone(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
+{
+    const ComPtr<IVexControlBase> control(coreOf(node).control());
+    if (!control)
+        return;
+    const WeakNode alive(&node);
+    drawControl(node, *control.get(), dc, part);
+    if (alive)
+        coreOf(node).drawRetained(dc);
+}
 
 void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
 {
@@ -40,34 +81,24 @@ void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
     const ComPtr<IVexControlBase> control(coreOf(node).control());
     if (!control)
         return;
-    const SkinRect rect = morvane::toSkinRect(shown);
-    dc.SetUpdateRect(rect);
-    const Layer layer(dc, shown, node.opacity());
-    VARIANT_BOOL drawn = VARIANT_FALSE;
-    dc.SetCurrentControl(control.get());
-    const WeakNode alive(&node);
-    node.set(NodeFlag::BeingDrawn, shown == node.shownRect());
-    control->RenderDrawObject(&dc, rect, &drawn);
-    if (alive)
-        alive.get()->set(NodeFlag::BeingDrawn, false);
-    dc.SetCurrentControl(nullptr);
-    control->RenderDrawChildren(&dc, rect);
+    const DrawingInside inside(dc, shown, node.opacity());
+    drawControl(node, *control.get(), dc, shown);
+    control->RenderDrawChildren(&dc, morvane::toSkinRect(shown));
 }
-
-} // namespace
 
 void drawChildren(ObjectNode& parent, IVexRenderDC& dc, const Rect& part)
 {
-    const Rect shown = parent.shownRect().intersection(part);
+    const Rect shown = parent.rect().intersection(part);
     if (shown.isEmpty() || parent.childCount() == 0)
         return;
     const ComPtr<IVexRenderDC> hold(&dc);
-    SkinRect former{};
-    dc.GetUpdateRect(&former);
+    SkinRect update{};
+    dc.GetUpdateRect(&update);
+    const Rect allowed = morvane::toRect(update);
+    const Rect within = allowed.isEmpty() ? shown : shown.intersection(allowed);
     ChildIteration children(parent);
     while (ObjectNode* child = children.next())
-        drawObject(*child, dc, shown);
-    dc.SetUpdateRect(former);
+        drawObject(*child, dc, within);
 }
 
 void drawFocusMark(IVexRenderDC& dc, const Rect& rect)

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ambrel/objects/geometry_objects.h"
+#include "ambrel/objects/layers.h"
 #include "ambrel/objects/skin_object_core.h"
 #include "frame/com/dispatch.h"
 #include "frame/com/result.h"
@@ -385,18 +386,38 @@ public:
         return guarded([&] { this->callEvent(id, wParam, lParam); });
     }
 
-    // This runtime draws a window's objects afresh into one surface and keeps no layers.
-    STDMETHODIMP GetLayerBack(SkinRect, ILayerGraphics** result) noexcept override { return noLayer(result); }
-    STDMETHODIMP GetLayerFore(SkinRect, ILayerGraphics** result) noexcept override { return noLayer(result); }
-    STDMETHODIMP GetLayerMe(ILayerGraphics** result) noexcept override { return noLayer(result); }
-    STDMETHODIMP GetAmbrelLayerCache(ILayerGraphics** result) noexcept override { return noLayer(result); }
-    STDMETHODIMP UpdateAmbrelLayerCache(SkinRect, hyper, SkinRect, VARIANT_BOOL* result) noexcept override
+    // Layers are drawn when they are asked for; the caller owns them. Nothing follows when the tree changes.
+    STDMETHODIMP GetLayerBack(SkinRect rect, ILayerGraphics** result) noexcept override
     {
-        return notImplemented(result);
+        return layer(LayerPart::Behind, rect, result);
     }
-    STDMETHODIMP DrawCurrentLayer(hyper, VARIANT_BOOL, SkinRect, VARIANT_BOOL, VARIANT_BOOL* result) noexcept override
+    STDMETHODIMP GetLayerFore(SkinRect rect, ILayerGraphics** result) noexcept override
     {
-        return notImplemented(result);
+        return layer(LayerPart::InFront, rect, result);
+    }
+    STDMETHODIMP GetLayerMe(ILayerGraphics** result) noexcept override
+    {
+        return layer(LayerPart::Itself, morvane::toSkinRect(m_node.rect()), result);
+    }
+    STDMETHODIMP GetAmbrelLayerCache(ILayerGraphics** result) noexcept override
+    {
+        return finding(result, [&] { return copyOfWindowPicture(m_node); });
+    }
+    STDMETHODIMP UpdateAmbrelLayerCache(SkinRect target, hyper dc, SkinRect source,
+                                        VARIANT_BOOL* result) noexcept override
+    {
+        return onDeviceContext(dc, result, [&](HDC from) {
+            return changeWindowPicture(m_node, morvane::toRect(target), from, morvane::toRect(source));
+        });
+    }
+    STDMETHODIMP DrawCurrentLayer(hyper dc, VARIANT_BOOL children, SkinRect update, VARIANT_BOOL memoryContext,
+                                  VARIANT_BOOL* result) noexcept override
+    {
+        return onDeviceContext(dc, result, [&](HDC target) {
+            const ComPtr<ISkinObjResBase> hold(this->face());
+            return drawOnto(target, m_node, children != VARIANT_FALSE ? Beneath::Drawn : Beneath::LeftOut,
+                            morvane::toRect(update), memoryContext != VARIANT_FALSE);
+        });
     }
     STDMETHODIMP DrawSprite(hyper, SkinRect, SkinRect, hyper, hyper, VARIANT_BOOL,
                             VARIANT_BOOL* result) noexcept override
@@ -454,6 +475,19 @@ protected:
         });
     }
 
+    /// A body that works with a device context of somebody else, as `answering`; E_INVALIDARG for what is none.
+    template <class Body>
+    static HRESULT onDeviceContext(hyper handle, VARIANT_BOOL* result, Body&& body) noexcept
+    {
+        const HDC dc = reinterpret_cast<HDC>(handle);
+        const DWORD kind = GetObjectType(dc);
+        if (result && kind != OBJ_DC && kind != OBJ_MEMDC) {
+            *result = VARIANT_FALSE;
+            return E_INVALIDARG;
+        }
+        return answering(result, [&] { return body(dc); });
+    }
+
     template <class Out>
     static HRESULT notImplemented(Out* result) noexcept
     {
@@ -464,7 +498,13 @@ protected:
     }
 
 private:
-    static HRESULT noLayer(ILayerGraphics** result) noexcept { return notImplemented(result); }
+    HRESULT layer(LayerPart part, const SkinRect& rect, ILayerGraphics** result) noexcept
+    {
+        return finding(result, [&] {
+            const ComPtr<ISkinObjResBase> hold(this->face());
+            return drawLayer(m_node, part, morvane::toRect(rect));
+        });
+    }
 
     template <class Body>
     HRESULT onChild(ISkinObjResBase* object, VARIANT_BOOL* result, Body&& body) noexcept

@@ -13,17 +13,23 @@ void* LayerGraphics::findInterface(REFIID iid) noexcept
     return isOurs ? static_cast<ILayerGraphics*>(this) : nullptr;
 }
 
+bool LayerGraphics::cover(const Rect& rect)
+{
+    const auto isOdd = [](std::int64_t from, std::int64_t to) { return to <= from || to - from > Surface::kMaxSide; };
+    if (isOdd(rect.left, rect.right) || isOdd(rect.top, rect.bottom))
+        return false;
+    auto surface = std::make_unique<DibSurface>(rect.size());
+    if (surface->isEmpty())
+        return false;
+    m_surface = std::move(surface);
+    m_rect = rect;
+    m_info = bitmapInfoOf(rect.size());
+    return true;
+}
+
 STDMETHODIMP LayerGraphics::Create(SkinRect rect, VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] {
-        auto surface = std::make_unique<DibSurface>(toRect(rect).size());
-        if (surface->isEmpty())
-            return false;
-        m_surface = std::move(surface);
-        m_rect = toRect(rect);
-        m_info = bitmapInfoOf(m_rect.size());
-        return true;
-    });
+    return returning(result, [&] { return cover(toRect(rect)); });
 }
 
 STDMETHODIMP LayerGraphics::GetDC(hyper* result) noexcept

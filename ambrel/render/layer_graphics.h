@@ -17,6 +17,11 @@ public:
     void finalRelease() noexcept {}
     void* findInterface(REFIID iid) noexcept;
 
+    /// Starts anew, transparent, over a rectangle in window coordinates. False, and nothing changes, for an empty one
+    /// or one beyond what bitmaps may have. Throws std::bad_alloc.
+    bool cover(const Rect& rect);
+    const DibSurface* surface() const noexcept { return m_surface.get(); } // null before cover
+
     STDMETHODIMP Create(SkinRect rect, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetDC(hyper* result) noexcept override;
     STDMETHODIMP Destroy() noexcept override;

@@ -21,12 +21,24 @@ using morvane::toRect;
 using morvane::toSkinRect;
 
 RenderDC::RenderDC() = default;
-RenderDC::~RenderDC() = default;
+
+RenderDC::~RenderDC()
+{
+    setDevice(nullptr);
+}
 
 void* RenderDC::findInterface(REFIID iid) noexcept
 {
     const bool isOurs = iid == IID_IDispatch || iid == morvane::iidOf<IVexRenderDC>() || iid == kImplementationIid;
     return isOurs ? static_cast<IVexRenderDC*>(this) : nullptr;
+}
+
+void RenderDC::setDevice(RenderDevice* device)
+{
+    if (device)
+        device->addContext(*this);
+    if (RenderDevice* const former = std::exchange(m_device, device))
+        former->removeContext(*this);
 }
 
 void RenderDC::deviceGone() noexcept
@@ -134,7 +146,8 @@ void RenderDC::finishDrawing() noexcept
     if (!std::exchange(m_hasGdiDrawing, false))
         return;
     const Canvas where = canvas();
-    if (!currentLayer() && m_device && m_device->isOpaque())
+    const bool isDevices = !currentLayer() && m_device && m_target == m_device->surface();
+    if (isDevices && m_device->isOpaque())
         makeOpaque(where, where.clip);
     else
         repairAlpha(where);

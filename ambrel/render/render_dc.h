@@ -31,7 +31,8 @@ public:
 
     /// The device this context draws for; null for a context of its own and after the device is gone.
     RenderDevice* device() const noexcept { return m_device; }
-    void setDevice(RenderDevice* device) noexcept { m_device = device; }
+    /// Throws std::bad_alloc for a device; not for null.
+    void setDevice(RenderDevice* device);
     void deviceGone() noexcept;
 
     /// Draws on this surface from now on (borrowed; null for nothing), its first pixel at `origin`. Layers, update

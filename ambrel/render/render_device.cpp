@@ -3,6 +3,7 @@
 #include "ambrel/render/render_dc.h"
 #include "frame/com/instance.h"
 
+#include <algorithm>
 #include <set>
 
 namespace ambrel {
@@ -42,8 +43,16 @@ RenderDevice::RenderDevice(Scale scale) : m_scale(scale)
 RenderDevice::~RenderDevice()
 {
     livingDevices().erase(this);
-    if (m_renderDC)
-        m_renderDC->deviceGone();
+    for (RenderDC* each : m_contexts)
+        each->deviceGone();
+}
+
+void RenderDevice::removeContext(RenderDC& dc) noexcept
+{
+    // Once only: a context that is given the same device again was added before it is removed.
+    const auto found = std::find(m_contexts.begin(), m_contexts.end(), &dc);
+    if (found != m_contexts.end())
+        m_contexts.erase(found);
 }
 
 RenderDevice* RenderDevice::fromHandle(std::int64_t handle) noexcept

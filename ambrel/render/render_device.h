@@ -13,6 +13,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace ambrel {
 
@@ -44,6 +45,9 @@ public:
     bool isOpaque() const noexcept { return m_isOpaque; }
     void setOpaque(bool isOpaque) noexcept { m_isOpaque = isOpaque; }
 
+    /// What shows where no object draws.
+    Pixel ground() const noexcept { return m_isOpaque ? kGround : 0; }
+
     /// The drawing context on the surface; the same one for the device's life. Throws std::bad_alloc.
     RenderDC& renderDC();
 
@@ -63,12 +67,19 @@ public:
     bool dropImage(std::wstring_view name);
     bool dropImage(IVexRenderImage* image);
 
+    /// Contexts that draw for this device and are told when it ends. Throws std::bad_alloc.
+    void addContext(RenderDC& dc) { m_contexts.push_back(&dc); }
+    void removeContext(RenderDC& dc) noexcept;
+
 private:
+    static constexpr Pixel kGround = 0xFFF3F4F7;
+
     Scale m_scale;
     bool m_isOpaque = true;
     std::unique_ptr<DibSurface> m_surface;
     morvane::ComPtr<RenderDC> m_renderDC;
     std::map<std::wstring, morvane::ComPtr<IVexRenderImage>, std::less<>> m_images;
+    std::vector<RenderDC*> m_contexts; // living ones
     morvane::ModuleLock m_moduleLock;
 };
 
