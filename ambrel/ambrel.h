@@ -42,6 +42,18 @@ HRESULT STDMETHODCALLTYPE AmbrelApplySkin(IVexRes* resources, IVexControlBase* c
 /// The same with a package in a zip file or a folder.
 HRESULT STDMETHODCALLTYPE AmbrelApplySkinFile(IVexRes* resources, IVexControlBase* control, const wchar_t* path);
 
+/// What became of a package after its file changed: S_OK it is in use, S_FALSE it says what it said before, or why it
+/// cannot be used (the thread's error info says "file:line:column: ..."). `path` is as it was given to
+/// AmbrelApplySkinFile. After all packages comes a call with null for it. The watch may be ended inside.
+using AmbrelSkinFileChanged = void(STDMETHODCALLTYPE*)(void* context, const wchar_t* path, HRESULT status);
+
+/// Watches a folder with packages from now on. When something in it changes, the packages that AmbrelApplySkinFile was
+/// asked for since are read again: controls that were given one change in place, only in what the package says
+/// differently; one that cannot be read changes nothing. Needs the message loop of the calling thread. One folder at a
+/// time; a null folder ends the watch. `told` may be null.
+HRESULT STDMETHODCALLTYPE AmbrelWatchSkinFiles(IVexRes* resources, const wchar_t* folder, AmbrelSkinFileChanged told,
+                                               void* context);
+
 /// The scale in percent (100 to 300) at which a window draws what skins give in pixels of their own: borders and
 /// natural sizes of pictures, text sizes. A window starts with its monitor's; positions of objects are the
 /// application's and stay.

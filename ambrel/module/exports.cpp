@@ -121,6 +121,15 @@ HRESULT STDMETHODCALLTYPE AmbrelApplySkinFile(IVexRes* resources, IVexControlBas
     });
 }
 
+HRESULT STDMETHODCALLTYPE AmbrelWatchSkinFiles(IVexRes* resources, const wchar_t* folder, AmbrelSkinFileChanged told,
+                                               void* context)
+{
+    return morvane::guarded([&] {
+        VexRes* const own = VexRes::from(resources);
+        return own ? own->watchPackages(folder ? folder : L"", told, context) : E_INVALIDARG;
+    });
+}
+
 HRESULT STDMETHODCALLTYPE AmbrelSetScale(IAmbrel* root, long percent)
 {
     return morvane::guarded([&] {

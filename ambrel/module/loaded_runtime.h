@@ -26,6 +26,8 @@ public:
     AMBREL_ENTRY(AmbrelCreateRes)
     AMBREL_ENTRY(AmbrelRenderWindow)
     AMBREL_ENTRY(AmbrelApplySkin)
+    AMBREL_ENTRY(AmbrelApplySkinFile)
+    AMBREL_ENTRY(AmbrelWatchSkinFiles)
     AMBREL_ENTRY(AmbrelLiveObjects)
     AMBREL_ENTRY(AmbrelFreezeClock)
     AMBREL_ENTRY(AmbrelAdvanceClock)
