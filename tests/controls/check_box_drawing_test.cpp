@@ -10,25 +10,14 @@ using testing::LongObject;
 
 const SkinRect kBox = {0, 0, 13, 13};
 
-class CheckBoxDrawingTest : public testing::ControlsFixture {
+class CheckBoxDrawingTest : public testing::CheckBoxFixture {
 protected:
     void SetUp() override
     {
-        box = bringUp<IVexCheckBox>(iidOf<::VexCheckBox>()); // in 10,20,110,60
+        testing::CheckBoxFixture::SetUp();
         for (const wchar_t* group : {L"Unchecked.Normal", L"Checked.Normal", L"Unchecked.Hot", L"Unchecked.Inactive"})
             giveSection(box, group, L"Image", kBox);
     }
-    void TearDown() override
-    {
-        box.control.reset();
-        ControlsFixture::TearDown();
-    }
-    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
-    {
-        box.property<BoolObject>(group, name).value = value;
-    }
-
-    testing::Made<IVexCheckBox> box;
 };
 
 TEST_F(CheckBoxDrawingTest, TheBoxStandsAtTheLeftInTheMiddleAndTheTextTwoPixelsBesideIt)

@@ -11,21 +11,8 @@ using testing::Log;
 
 const std::string kRedrawOwn = "redraw 10,20,110,60";
 
-class CheckBoxTest : public testing::ControlsFixture {
+class CheckBoxTest : public testing::CheckBoxFixture {
 protected:
-    void SetUp() override { box = bringUp<IVexCheckBox>(iidOf<::VexCheckBox>()); }
-    void TearDown() override
-    {
-        box.control.reset();
-        ControlsFixture::TearDown();
-    }
-
-    int value()
-    {
-        VEXCHECKBOX_VALUE result{};
-        EXPECT_EQ(box->GetValue(&result), S_OK);
-        return result;
-    }
     std::vector<int> valuesAfterClicks(int clicks)
     {
         std::vector<int> values;
@@ -35,12 +22,6 @@ protected:
         }
         return values;
     }
-    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
-    {
-        box.property<BoolObject>(group, name).value = value;
-    }
-
-    testing::Made<IVexCheckBox> box;
 };
 
 using Values = std::vector<int>;

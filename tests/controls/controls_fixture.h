@@ -123,4 +123,36 @@ private:
     ServedClass m_sections;
 };
 
+/// One check or radio box, at 10,20,110,60 of the window. `Class` is the library's class of that name.
+template <class Interface, class Class>
+class BoxFixture : public ControlsFixture {
+protected:
+    void SetUp() override { box = bringUp<Interface>(iidOf<Class>()); }
+    void TearDown() override
+    {
+        box.control.reset();
+        ControlsFixture::TearDown();
+    }
+
+    int value() { return read(&Interface::GetValue); }
+    int state() { return read(&Interface::GetButtonState); }
+    void set(const wchar_t* group, const wchar_t* name, VARIANT_BOOL value)
+    {
+        box.template property<BoolObject>(group, name).value = value;
+    }
+
+    Made<Interface> box;
+
+private:
+    template <class Value>
+    int read(HRESULT (STDMETHODCALLTYPE Interface::*getter)(Value*))
+    {
+        Value result{};
+        EXPECT_EQ((box.control.get()->*getter)(&result), S_OK);
+        return result;
+    }
+};
+using CheckBoxFixture = BoxFixture<IVexCheckBox, ::VexCheckBox>;
+using RadioBoxFixture = BoxFixture<IRadioBox, ::RadioBox>;
+
 } // namespace morvane::testing

@@ -8,21 +8,14 @@ using testing::BoolObject;
 using testing::Log;
 using testing::LongObject;
 
-class RadioBoxDrawingTest : public testing::ControlsFixture {
+class RadioBoxDrawingTest : public testing::RadioBoxFixture {
 protected:
     void SetUp() override
     {
-        box = bringUp<IRadioBox>(iidOf<::RadioBox>()); // in 10,20,110,60
+        testing::RadioBoxFixture::SetUp();
         for (const wchar_t* group : {L"Unchecked.Normal", L"Checked.Normal", L"Unchecked.Hot", L"Unchecked.Disabled"})
             giveSection(box, group, L"Box", {0, 0, 12, 12});
     }
-    void TearDown() override
-    {
-        box.control.reset();
-        ControlsFixture::TearDown();
-    }
-
-    testing::Made<IRadioBox> box;
 };
 
 TEST_F(RadioBoxDrawingTest, BackgroundBoxAndTextInThisOrder)

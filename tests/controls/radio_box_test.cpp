@@ -9,35 +9,17 @@ using testing::kHandled;
 using testing::kLeftToFramework;
 using testing::Log;
 
-class RadioBoxTest : public testing::ControlsFixture {
+class RadioBoxTest : public testing::RadioBoxFixture {
 protected:
     void SetUp() override
     {
-        box = bringUp<IRadioBox>(iidOf<::RadioBox>());
+        testing::RadioBoxFixture::SetUp();
         form->objectName = L"form";
         parentNumber = static_cast<long>(reinterpret_cast<std::intptr_t>(static_cast<ISkinObjResBase*>(form.get())));
     }
-    void TearDown() override
-    {
-        box.control.reset();
-        ControlsFixture::TearDown();
-    }
 
-    int value()
-    {
-        VEXRADIOBOX_VALUE result{};
-        EXPECT_EQ(box->GetValue(&result), S_OK);
-        return result;
-    }
-    int state()
-    {
-        VEX_RADIOBOXSTATE result{};
-        EXPECT_EQ(box->GetButtonState(&result), S_OK);
-        return result;
-    }
     std::string told() const { return "message 3025 " + testing::hex(parentNumber) + " one"; }
 
-    testing::Made<IRadioBox> box;
     long parentNumber = 0;
 };
 
@@ -88,6 +70,17 @@ TEST_F(RadioBoxTest, EnteringShowsTheTipAndTheHotStateLeavingTheNormalOne)
     EXPECT_EQ(state(), VEX_RADIOBOX_NORMAL);
     EXPECT_EQ(point(box, VEXSM_LBUTTONDBCLICK), kHandled);
     EXPECT_EQ(log(), Log({"redraw"}));
+}
+
+TEST_F(RadioBoxTest, ThePointerThatComesBackWhilePressedShowsHotAndTheReleaseCounts)
+{
+    point(box, VEXSM_LBUTTONDOWN);
+    point(box, VEXSM_MOUSELEAVE);
+    EXPECT_EQ(state(), VEX_RADIOBOX_NORMAL);
+    point(box, VEXSM_MOUSEENTER);
+    EXPECT_EQ(state(), VEX_RADIOBOX_HOT);
+    point(box, VEXSM_LBUTTONUP);
+    EXPECT_EQ(value(), VEXRADIOBOX_CHECKED);
 }
 
 TEST_F(RadioBoxTest, DisablingHoldsTheStateUntilItIsEnabled)
