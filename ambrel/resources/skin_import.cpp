@@ -75,7 +75,6 @@ void tellConfigured(SkinObjectCore& core)
     notice.eVexMsgId = VEXSM_ACCESSCONFIGED;
     notice.lParam1 = 1;
     core.notify(notice);
-    core.redraw();
 }
 
 PositionHalf halfOf(const skin::PositionAxis& axis)
@@ -205,17 +204,28 @@ void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexCon
     if (moves)
         setPlace(object, *core);
     tellConfigured(*core);
+    core->redraw();
 }
 
-void applyChanges(const Description& now, const Description& before, IVexControlBase& control,
+void applyChanges(const Description& now, const Description* before, IVexControlBase& control,
                   const SkinResourceSet& resources)
 {
     SkinObjectCore* const core = coreOf(&control);
     if (!core)
         return;
     const ComPtr<IVexControlBase> hold(&control);
-    setAllProperties(now, &before, *core, resources);
-    if (now.object.settings != before.object.settings)
+    setAllProperties(now, before, *core, resources);
+    applySettings(now, before, control);
+    core->redraw();
+}
+
+void applySettings(const Description& now, const Description* before, IVexControlBase& control)
+{
+    SkinObjectCore* const core = coreOf(&control);
+    if (!core)
+        return;
+    const ComPtr<IVexControlBase> hold(&control);
+    if (!before || now.object.settings != before->object.settings)
         setSettings(now.object, *core, control);
     tellConfigured(*core);
 }

@@ -66,10 +66,12 @@ struct Description {
     const skin::SkinObject& object;
 };
 
-/// The same for a control that has what an earlier edition of the skin gave it: only what that one said differently is
-/// set, so that what the application changed meanwhile stays.
-void applyChanges(const Description& now, const Description& before, IVexControlBase& control,
+/// The same for a control that has what an earlier edition of the skin gave it (null: it has nothing of it): only what
+/// that one said differently is set, so that what the application changed meanwhile stays.
+void applyChanges(const Description& now, const Description* before, IVexControlBase& control,
                   const SkinResourceSet& resources);
+/// The same when the properties are set already: only the settings, and the control is told.
+void applySettings(const Description& now, const Description* before, IVexControlBase& control);
 
 /// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its
 /// class cannot be created.

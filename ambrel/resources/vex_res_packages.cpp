@@ -207,8 +207,10 @@ void VexRes::change(Package& package, std::shared_ptr<const skin::Skin> skin, Sk
         const auto identity = ObjectIndex::Control::of(*control.get());
         const skin::SkinObject* const described = objectsNow.find(identity);
         const skin::SkinObject* const before = objectsBefore.find(identity);
-        if (described && before)
-            applyChanges({*now, *described}, {*former, *before}, *control.get(), package.resources);
+        if (described && before) {
+            const Description had{*former, *before};
+            applyChanges({*now, *described}, &had, *control.get(), package.resources);
+        }
     }
     notifyAll(VEXSM_CHANGESKIN);
     redrawAll();

@@ -1,4 +1,5 @@
 // Opening, changing, importing and saving skins.
+#include "ambrel/resources/skin_change.h"
 #include "ambrel/resources/skin_export.h"
 #include "ambrel/resources/skin_import.h"
 #include "ambrel/resources/skin_watch.h"
@@ -40,19 +41,10 @@ void parseVersion(std::string_view text, LONG& main, LONG& sub) noexcept
 void VexRes::applyToAll(const skin::Skin* former)
 {
     const std::shared_ptr<const skin::Skin> running = m_skin; // a control may change the skin again
-    const skin::Skin none;
-    const ObjectIndex now(*running);
-    const ObjectIndex before(former ? *former : none);
-    const bool sameKeys = former && former->keys == running->keys;
+    SkinChange change(*running, former, m_skinResources);
     anyObject([&](ObjectNode& node) {
-        const ComPtr<IVexControlBase> control(coreOf(node).control());
-        if (!control)
-            return false;
-        const auto identity = ObjectIndex::Control::of(*control.get());
-        const skin::SkinObject* described = now.find(identity);
-        const skin::SkinObject* old = before.find(identity);
-        if (described && !(old && sameKeys && *old == *described))
-            applyObject(*running, *described, *control.get(), m_skinResources, false);
+        if (const ComPtr<IVexControlBase> control{coreOf(node).control()})
+            change.applyTo(*control.get());
         return running != m_skin;
     });
 }
