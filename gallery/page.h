@@ -30,6 +30,16 @@ void buildLayoutPage(Scene& scene, IVexControlBase& page);
 
 /// The heading and the sentence at the top of a page; the rest begins at the returned y.
 int pageHeading(Scene& scene, IVexControlBase& page, const wchar_t* title, const wchar_t* sentence);
+/// Sets a property by its path ("Graphics/RightAlign") to a value as skins write it.
+void setProperty(IVexControlBase& control, std::wstring_view path, const std::wstring& value);
+/// The same with a shared resource, such as an image section or a text style; null for none.
+void setProperty(IVexControlBase& control, std::wstring_view path, IDispatch* resource);
+
+/// Leaves a sample alone that shall not answer the mouse or the Tab key.
+void makeStill(IVexControlBase& control);
+/// A still mark of the focus around a sample of 112 by 24.
+void focusSample(Scene& scene, IVexControlBase& page, Point at);
+
 /// A small heading over a part of a page.
 void sectionHeading(Scene& scene, IVexControlBase& page, Point at, const wchar_t* text);
 

@@ -3,7 +3,10 @@
 #include "ambrel/ambrel.h"
 #include "ambrel/objects/callbacks.h"
 #include "gallery/options.h"
+#include "gallery/skin_folder.h"
 #include "host/host_classes.h"
+
+#include <commctrl.h>
 
 #include <algorithm>
 #include <stdexcept>
@@ -16,6 +19,19 @@ constexpr int kButtonSkin = 2080;
 constexpr int kCheckBoxSkin = 2092;
 constexpr int kRadioBoxSkin = 2086;
 constexpr wchar_t kFontFace[] = L"Tahoma";
+
+std::wstring programFolder()
+{
+    wchar_t path[MAX_PATH] = L"";
+    GetModuleFileNameW(nullptr, path, MAX_PATH);
+    const std::wstring program(path);
+    return program.substr(0, program.rfind(L'\\'));
+}
+
+std::wstring drawingsFolder(bool isDark)
+{
+    return programFolder() + (isDark ? L"\\pictures\\dark\\" : L"\\pictures\\light\\");
+}
 
 /// What AddMsgCallback calls; `context` is the function to run.
 VARIANT_BOOL STDMETHODCALLTYPE runAction(std::int64_t context, long, std::int64_t, std::int64_t)
@@ -40,6 +56,17 @@ ComPtr<Interface> require(ComPtr<Interface> object, const char* what)
     return object;
 }
 
+/// Colour and font; not where the text stands.
+void copyLook(IVexTextStyle& from, IVexTextStyle& to)
+{
+    OLE_COLOR color = 0;
+    ComPtr<IVexFontEx> font;
+    from.get_clrText(&color);
+    from.get_fontExPtr(font.put());
+    to.put_clrText(color);
+    to.put_fontExPtr(font.get());
+}
+
 std::wstring keyOf(const TextLook& look)
 {
     return std::to_wstring(look.color) + L'/' + std::to_wstring(look.points) + (look.isBold ? L"b" : L"") +
@@ -51,19 +78,25 @@ std::wstring keyOf(const TextLook& look)
 
 SkinSource skinSourceOf(const Options& options, HINSTANCE controls)
 {
-    if (options.skinFolder.empty() && options.isDark) {
+    SkinSource source{controls, {}, options.isDark, nullptr};
+    if (!options.skinFolder.empty())
+        source.custom = std::make_shared<SkinFolder>(options.skinFolder, options.isDark);
+    if (options.isDark) {
         // The module carries the light looks; the dark ones lie beside the program.
-        wchar_t path[MAX_PATH] = L"";
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::wstring program(path);
-        return {controls, program.substr(0, program.rfind(L'\\')) + L"\\skins", true};
+        source.folder = programFolder() + L"\\skins";
     }
-    return {controls, options.skinFolder, options.isDark};
+    return source;
 }
 
 Scene::Scene(ComPtr<IVexRes> res, ComPtr<IAmbrel> root, SkinSource skins, int scale)
     : m_res(std::move(res)), m_root(std::move(root)), m_skins(std::move(skins)), m_scale(scale)
 {
+}
+
+Scene::~Scene()
+{
+    if (const HWND handle = window())
+        RemoveWindowSubclass(handle, &Scene::windowProcedure, 1);
 }
 
 Rect Scene::scaled(const Rect& rect) const
@@ -81,10 +114,20 @@ void Scene::place(IVexControlBase& control, const Rect& place) const
     placePixels(control, scaled(place));
 }
 
-void Scene::placePixels(IVexControlBase& control, const Rect& r) const
+void Scene::placePixels(IVexControlBase& control, const Rect& place) const
+{
+    setPlace(control, place, PHST_LEFTWIDTH);
+}
+
+void Scene::placeFitting(IVexControlBase& control, const Rect& place) const
+{
+    setPlace(control, scaled(place), PHST_FASTNESS);
+}
+
+void Scene::setPlace(IVexControlBase& control, const Rect& r, PosHorzSpaceType kind) const
 {
     VexPosition record{};
-    record.horzPos = {PHAT_LEFT, PHST_LEFTWIDTH, r.left, 0, r.width()};
+    record.horzPos = {PHAT_LEFT, kind, r.left, 0, r.width()};
     record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0,
                       r.height()};
     ComPtr<IDispatch> object;
@@ -114,6 +157,8 @@ ComPtr<IVexControlBase> Scene::create(REFCLSID classId, IVexControlBase* parent,
 
 void Scene::applySkin(IVexControlBase& control, int package) const
 {
+    if (m_skins.custom && m_skins.custom->apply(*m_res, control, package))
+        return;
     if (m_skins.folder.empty()) {
         require(AmbrelApplySkin(m_res.get(), &control, m_skins.module, package), "a default skin could not be applied");
         return;
@@ -184,6 +229,21 @@ ComPtr<ICmdButton> Scene::label(IVexControlBase* parent, const Rect& where, std:
     return label;
 }
 
+Bstr Scene::drawing(const std::wstring& name) const
+{
+    const wchar_t* form = L"";
+    for (const auto& [percent, ending] : {std::pair{125, L"@125"}, {150, L"@150"}, {200, L"@200"}})
+        form = m_scale >= percent ? ending : form;
+    return Bstr(drawingsFolder(m_skins.isDark) + name + form + L".png");
+}
+
+ComPtr<IVexImageBase> Scene::drawingSection(const std::wstring& name) const
+{
+    ComPtr<IVexImageBase> section;
+    m_res->GetImageBaseFromFile(Bstr(drawingsFolder(m_skins.isDark) + name + L".png").get(), section.put());
+    return require(section, "a drawing is not beside the program");
+}
+
 ComPtr<IVexFontEx> Scene::font(int points, bool isBold)
 {
     const std::wstring name = std::wstring(kFontFace) + L',' + std::to_wstring(points) + (isBold ? L",bold" : L"");
@@ -227,6 +287,35 @@ ComPtr<IVexTextStyle> Scene::textStyle(const TextLook& look)
     return style;
 }
 
+ComPtr<IVexTextStyle> Scene::textStyleLike(IVexTextStyle& source, const TextPlacement& placement)
+{
+    for (const Derived& known : m_derivedStyles)
+        if (known.source.get() == &source && known.placement == placement)
+            return known.style;
+    const Bstr name(nextName(L"Gallery.Derived"));
+    ComPtr<IVexObj> object;
+    m_res->AddResObject(VEXOBJTYPE_TEXTSTYLE, nullptr, name.get(), VARIANT_FALSE, object.put());
+    Derived made{ComPtr<IVexTextStyle>(&source), require(object.as<IVexTextStyle>(), "a text style could not be made"),
+                 placement};
+    made.style->put_bSingleLine(VARIANT_TRUE);
+    made.style->put_bHotkeyPrefixShow(VARIANT_TRUE);
+    made.style->put_nHAlign(static_cast<short>(placement.align));
+    made.style->put_nVAlign(1);
+    made.style->put_nLeftOffset(static_cast<short>(placement.left));
+    made.style->put_nRightOffset(static_cast<short>(placement.right));
+    made.style->put_nTopOffset(static_cast<short>(placement.top));
+    made.style->put_nBottomOffset(static_cast<short>(placement.bottom));
+    copyLook(*made.source, *made.style);
+    m_derivedStyles.push_back(made);
+    return made.style;
+}
+
+void Scene::skinChanged()
+{
+    for (const Derived& each : m_derivedStyles)
+        copyLook(*each.source, *each.style);
+}
+
 ComPtr<IFillColor> Scene::fill(OLE_COLOR from, OLE_COLOR to, int degrees)
 {
     const Bstr name(nextName(L"Gallery.Fill"));
@@ -251,24 +340,32 @@ void Scene::onMessage(IVexControlBase& control, long message, std::function<void
 
 void Scene::onClick(IVexControlBase& control, std::function<void()> action)
 {
-    onMessage(control, VEXSM_LBUTTONUP, [raw = &control, action = std::move(action)] {
-        // A release outside is no click.
-        ComPtr<IVexRect> object;
-        SkinRect rect{};
-        POINT cursor{};
-        std::int64_t window = 0;
-        raw->GetRect(object.put());
-        if (!object || FAILED(object->GetRectStruct(&rect)) || FAILED(raw->GetWindow(&window)))
-            return;
-        GetCursorPos(&cursor);
-        ScreenToClient(reinterpret_cast<HWND>(window), &cursor);
-        // Pressed by the keyboard, the cursor may be anywhere.
-        VARIANT_BOOL hasFocus = VARIANT_FALSE;
-        raw->IsFocus(&hasFocus);
-        if (hasFocus ||
-            (cursor.x >= rect.left && cursor.x < rect.right && cursor.y >= rect.top && cursor.y < rect.bottom))
-            action();
-    });
+    // A press that ends elsewhere, or with Escape, brings no release.
+    onMessage(control, VEXSM_LBUTTONUP, std::move(action));
+}
+
+HWND Scene::window() const
+{
+    std::int64_t window = 0;
+    m_root->GetWindowHandle(&window);
+    return reinterpret_cast<HWND>(window);
+}
+
+LRESULT CALLBACK Scene::windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR,
+                                        DWORD_PTR scene)
+{
+    const auto& actions = reinterpret_cast<Scene*>(scene)->m_windowActions;
+    if (const auto found = actions.find(message); found != actions.end()) {
+        const auto action = found->second; // it may be replaced inside
+        action(wParam);
+    }
+    return DefSubclassProc(window, message, wParam, lParam);
+}
+
+void Scene::onWindowMessage(UINT message, std::function<void(WPARAM)> action)
+{
+    m_windowActions[message] = std::move(action);
+    SetWindowSubclass(window(), &Scene::windowProcedure, 1, reinterpret_cast<DWORD_PTR>(this));
 }
 
 void Scene::every(int periodMs, IVexControlBase& control, std::function<void()> action)

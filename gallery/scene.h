@@ -10,6 +10,7 @@
 #include "host/host.h"
 
 #include <functional>
+#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
@@ -35,11 +36,25 @@ struct TextLook {
     bool isTrimmed = false; // too long texts end in dots; marks of access keys are then plain text
 };
 
-/// Where default looks come from: the module's packages, or a folder that is read instead.
+/// Where a text stands in its rectangle: how far from which side.
+struct TextPlacement {
+    TextAlign align = TextAlign::Centre;
+    int left = 0;
+    int top = 0;
+    int right = 0;
+    int bottom = 0;
+
+    friend bool operator==(const TextPlacement&, const TextPlacement&) = default;
+};
+
+class SkinFolder;
+
+/// Where looks come from: the module's packages, or a folder that is read instead; and before both, what the user gave.
 struct SkinSource {
     HINSTANCE module = nullptr;
-    std::wstring folder; // empty: the module's own
+    std::wstring folder; // with "2080.dark.zip" and its companions; empty: the module's own
     bool isDark = false;
+    std::shared_ptr<SkinFolder> custom; // may lack packages; null: none
 };
 
 struct Options;
@@ -48,10 +63,14 @@ SkinSource skinSourceOf(const Options& options, HINSTANCE controls);
 class Scene {
 public:
     Scene(ComPtr<IVexRes> res, ComPtr<IAmbrel> root, SkinSource skins, int scale);
+    Scene(const Scene&) = delete;
+    Scene& operator=(const Scene&) = delete;
+    ~Scene();
 
     IVexRes& res() const { return *m_res; }
     IAmbrel& root() const { return *m_root; }
     const Theme& theme() const { return m_skins.isDark ? Theme::dark() : Theme::light(); }
+    const std::shared_ptr<SkinFolder>& skinFolder() const { return m_skins.custom; }
     int scale() const { return m_scale; }
     int scaled(int value) const { return value * m_scale / 100; }
     Rect scaled(const Rect& rect) const;
@@ -69,17 +88,29 @@ public:
     void place(IVexControlBase& control, const Rect& place) const;
     /// The same in device pixels.
     void placePixels(IVexControlBase& control, const Rect& place) const;
+    /// For a control that sizes itself: its size is its own from then on.
+    void placeFitting(IVexControlBase& control, const Rect& place) const;
     void finish(IVexControlBase& control) const;
     void applySkin(IVexControlBase& control, int package) const;
 
+    /// The path of a picture that is drawn in both palettes, for the scene's palette and scale: device pixels.
+    Bstr drawing(const std::wstring& name) const;
+    /// The whole of such a picture as a section, which follows the window's scale itself.
+    ComPtr<IVexImageBase> drawingSection(const std::wstring& name) const;
+
     ComPtr<IVexTextStyle> textStyle(const TextLook& look);
+    /// A style of the same colour and font, also after a change of the skin, whose text stands elsewhere.
+    ComPtr<IVexTextStyle> textStyleLike(IVexTextStyle& source, const TextPlacement& placement);
+    /// Shared resources of the skin have changed in place.
+    void skinChanged();
     ComPtr<IFillColor> fill(OLE_COLOR from, OLE_COLOR to, int degrees);
 
     /// Runs a function at every message of that number from a control, for as long as the scene lives.
     void onMessage(IVexControlBase& control, long message, std::function<void()> action);
-    /// At the release of the left button inside the control.
+    /// When the control was clicked, or pressed by the keyboard.
     void onClick(IVexControlBase& control, std::function<void()> action);
-
+    /// When controls send the window a message of their own; the last action for a number replaces the one before.
+    void onWindowMessage(UINT message, std::function<void(WPARAM)> action);
     /// Every so many milliseconds while the control is shown, until it leaves the window.
     void every(int periodMs, IVexControlBase& control, std::function<void()> action);
 
@@ -91,6 +122,15 @@ private:
         IUnknown* control; // to forget it by
         std::unique_ptr<std::function<void()>> action;
     };
+    struct Derived {
+        ComPtr<IVexTextStyle> source;
+        ComPtr<IVexTextStyle> style;
+        TextPlacement placement;
+    };
+    static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
+                                            DWORD_PTR scene);
+    HWND window() const;
+    void setPlace(IVexControlBase& control, const Rect& pixels, PosHorzSpaceType kind) const;
     std::wstring nextName(const wchar_t* kind);
     ComPtr<IVexFontEx> font(int points, bool isBold);
 
@@ -100,7 +140,9 @@ private:
     int m_scale;
     int m_lastName = 0;
     std::vector<std::pair<std::wstring, ComPtr<IVexTextStyle>>> m_textStyles; // by what they look like
+    std::vector<Derived> m_derivedStyles;
     std::vector<Callback> m_callbacks;
+    std::map<UINT, std::function<void(WPARAM)>> m_windowActions;
     std::vector<std::unique_ptr<Ticker>> m_tickers;
 };
 

@@ -35,16 +35,16 @@ Shell::Shell(const Options& options, HINSTANCE controls)
     AmbrelSetScale(m_root.get(), options.scale);
     SetWindowTextW(window(), L"Morvane gallery");
 
-    m_background = m_scene->form(nullptr, {0, 0, kWindowWidth, kWindowHeight}, m_scene->theme().window);
-    buildList();
-    if (options.isInspectorShown)
-        openInspector();
+    buildWindow();
+    if (const auto& folder = m_scene->skinFolder())
+        folder->watch(*m_res, [this](SkinFolder::Change change) { skinChanged(change); });
 }
 
 Shell::~Shell()
 {
     m_inspector.reset();
     m_entries.clear();
+    m_problems.reset();
     m_page.reset();
     m_background.reset();
     if (const HWND handle = window())
@@ -63,6 +63,14 @@ HWND Shell::window() const
     std::int64_t handle = 0;
     m_root->GetWindowHandle(&handle);
     return reinterpret_cast<HWND>(handle);
+}
+
+void Shell::buildWindow()
+{
+    m_background = m_scene->form(nullptr, {0, 0, kWindowWidth, kWindowHeight}, m_scene->theme().window);
+    buildList();
+    if (m_isInspectorShown)
+        openInspector();
 }
 
 void Shell::buildList()
@@ -116,12 +124,17 @@ bool Shell::preview(const MSG& message)
 
 void Shell::selectPage(std::size_t index)
 {
-    if (index >= allPages().size())
-        return;
+    if (index < allPages().size() && !(m_page && index == m_pageIndex))
+        openPage(index);
+}
+
+void Shell::openPage(std::size_t index)
+{
     if (m_inspector)
         m_inspector->pageClosing();
     if (m_page)
         m_scene->remove(*m_page);
+    m_pageIndex = index;
     const PageInfo& page = allPages()[index];
     m_page = m_scene->form(m_background.get(), Rect::at({kListWidth + 1, 0}, kPageSize), m_scene->theme().window);
     page.build(*m_scene, *m_page);
@@ -129,9 +142,49 @@ void Shell::selectPage(std::size_t index)
     m_entries[index]->GetValue(&value);
     if (value != VEXRADIOBOX_CHECKED)
         m_entries[index]->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+    showProblems();
     m_background->DirectRedraw(nullptr);
     if (m_inspector)
         m_inspector->pageOpened(*m_page);
+}
+
+void Shell::skinChanged(SkinFolder::Change change)
+{
+    m_scene->skinChanged();
+    if (change == SkinFolder::Change::InPlace) {
+        showProblems();
+        m_background->DirectRedraw(nullptr);
+        return;
+    }
+    m_inspector.reset();
+    m_entries.clear();
+    m_problems.reset();
+    m_page.reset();
+    m_scene->remove(*m_background);
+    buildWindow();
+    openPage(m_pageIndex);
+}
+
+void Shell::showProblems()
+{
+    if (m_problems)
+        m_scene->remove(*m_problems);
+    m_problems.reset();
+    const auto& folder = m_scene->skinFolder();
+    if (!folder || folder->problems().empty())
+        return;
+    const Theme& theme = m_scene->theme();
+    constexpr Rect kPlace{kListWidth + 17, kWindowHeight - 72, kWindowWidth - 16, kWindowHeight - 16};
+    constexpr Size kInside{kPlace.width() - 2, kPlace.height() - 2};
+    m_problems = m_scene->form(m_background.get(), kPlace, theme.danger);
+    const auto inside = m_scene->form(m_problems.get(), Rect::at({1, 1}, kInside), theme.surface);
+    const auto& [path, text] = *folder->problems().begin();
+    const std::size_t others = folder->problems().size() - 1;
+    const std::wstring title = L"A skin cannot be used; the look stays as it was" +
+                               (others ? L" (and " + std::to_wstring(others) + L" more)" : std::wstring());
+    m_scene->label(inside.get(), Rect::at({16, 6}, {kInside.width - 32, 20}), title, {theme.danger, 9, true});
+    m_scene->label(inside.get(), Rect::at({16, 28}, {kInside.width - 32, 20}), folder->shortName(path) + L'\\' + text,
+                   {theme.text, 9, false, TextAlign::Near, 0, true});
 }
 
 void Shell::show()

@@ -4,6 +4,7 @@
 #include "gallery/inspector/inspector.h"
 #include "gallery/options.h"
 #include "gallery/page.h"
+#include "gallery/skin_folder.h"
 
 #include <optional>
 
@@ -30,8 +31,13 @@ public:
     Size size() const;
 
 private:
+    void buildWindow();
     void buildList();
+    void openPage(std::size_t index);
     void openInspector();
+    void skinChanged(SkinFolder::Change change);
+    /// What is wrong with the user's skins, over the lower edge of the page; nothing when nothing is.
+    void showProblems();
 
     Options m_options;
     ComPtr<IVexRes> m_res;
@@ -39,6 +45,8 @@ private:
     std::unique_ptr<Scene> m_scene;
     ComPtr<IUIFormObj> m_background;
     ComPtr<IUIFormObj> m_page;
+    ComPtr<IUIFormObj> m_problems;
+    std::size_t m_pageIndex = 0;
     std::vector<ComPtr<IRadioBox>> m_entries;
     std::unique_ptr<Inspector> m_inspector; // made when it is first shown
     bool m_isInspectorShown = false;

@@ -14,6 +14,7 @@ struct Theme {
     OLE_COLOR accent;
     OLE_COLOR selectSoft;
     OLE_COLOR hotSoft;
+    OLE_COLOR danger;
 
     static const Theme& light();
     static const Theme& dark();
