@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace ambrel {
 
@@ -50,17 +51,42 @@ Size jpegSize(const ByteReader& in)
     return {};
 }
 
-/// The largest picture of an icon file; a stored 0 means 256.
+/// One entry of an icon file's directory; a stored 0 means 256 pixels.
+struct IconEntry {
+    Size size;
+    int depth = 0; // bits for each pixel
+};
+
+IconEntry iconEntry(const ByteReader& in, std::size_t at)
+{
+    const auto side = [&](std::size_t place) { return in.u8(place) == 0 ? 256 : in.u8(place); };
+    const std::size_t picture = in.u32le(at + 12);
+    const int told = in.u16le(at + 6);
+    const bool isPng = in.startsWith("\x89PNG", picture);
+    return {{side(at), side(at + 1)}, told != 0 ? told : isPng ? 32 : in.u16le(picture + 14)};
+}
+
+/// Calls `function(index, entry)` for each entry that is inside the bytes.
+template <class Function>
+void forEachIcon(const ByteReader& in, Function&& function)
+{
+    constexpr std::size_t kDirectory = 6;
+    constexpr std::size_t kEntry = 16;
+    const int count = in.u16le(4);
+    for (int i = 0; i < count; ++i) {
+        const std::size_t at = kDirectory + kEntry * static_cast<std::size_t>(i);
+        if (!in.isInside(at, kEntry))
+            return;
+        function(i, iconEntry(in, at));
+    }
+}
+
 Size icoSize(const ByteReader& in)
 {
     Size largest;
-    const int count = in.u16le(4);
-    for (int i = 0; i < count && in.isInside(6 + 16 * static_cast<std::size_t>(i), 16); ++i) {
-        const std::size_t at = 6 + 16 * static_cast<std::size_t>(i);
-        const int width = in.u8(at) == 0 ? 256 : in.u8(at);
-        const int height = in.u8(at + 1) == 0 ? 256 : in.u8(at + 1);
-        largest = {std::max(largest.width, width), std::max(largest.height, height)};
-    }
+    forEachIcon(in, [&](int, const IconEntry& entry) {
+        largest = {std::max(largest.width, entry.size.width), std::max(largest.height, entry.size.height)};
+    });
     return largest;
 }
 
@@ -97,6 +123,20 @@ ImageHeader readImageHeader(std::span<const std::uint8_t> bytes)
     if (isTga(in))
         return {ImageFormat::Tga, {in.u16le(12), in.u16le(14)}};
     return {};
+}
+
+int bestIconImage(std::span<const std::uint8_t> bytes)
+{
+    int best = 0;
+    std::pair<int, int> most; // pixels, then depth
+    forEachIcon(ByteReader(bytes), [&](int index, const IconEntry& entry) {
+        const std::pair worth{entry.size.width * entry.size.height, entry.depth};
+        if (worth > most) {
+            most = worth;
+            best = index;
+        }
+    });
+    return best;
 }
 
 } // namespace ambrel

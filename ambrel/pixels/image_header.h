@@ -19,4 +19,7 @@ struct ImageHeader {
 /// Looks at the content only; names and extensions do not count. Unknown for anything that is not clearly a picture.
 ImageHeader readImageHeader(std::span<const std::uint8_t> bytes);
 
+/// The largest picture of an icon file and of those the one with the most colours: its place in the directory.
+int bestIconImage(std::span<const std::uint8_t> bytes);
+
 } // namespace ambrel

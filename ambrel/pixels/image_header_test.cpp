@@ -79,7 +79,7 @@ TEST(TgaTest, ASizeThatTheBytesCannotHoldGetsNoMemory)
     std::copy(std::begin(header), std::end(header), picture.begin());
     EXPECT_EQ(decodeTga(picture).size(), (Size{1, 1}));
     picture[13] = picture[15] = 0x20; // 8193 by 8193
-    for (const std::uint8_t kind : {2, 10}) {
+    for (const std::uint8_t kind : {std::uint8_t{2}, std::uint8_t{10}}) {
         picture[2] = kind;
         EXPECT_TRUE(decodeTga(picture).isEmpty());
     }
@@ -114,6 +114,23 @@ TEST(GifComposerTest, AClearedFrameLeavesNothingAndAKeptOneStays)
     EXPECT_EQ(third.view().at(0, 0), red);
     EXPECT_EQ(third.view().at(1, 0), 0u);
     EXPECT_EQ(third.view().at(3, 0), red);
+}
+
+TEST(GifComposerTest, AFrameThatTakesItselfBackLeavesWhatWasBefore)
+{
+    const Pixel red = packPixel(255, 255, 0, 0);
+    const Pixel blue = packPixel(255, 0, 0, 255);
+    const Pixel reds[] = {red, red};
+    GifComposer composer({2, 1});
+    composer.add({{0, 0, 2, 1}, 0, GifDisposal::Keep}, {reds, 2, 1, 2});
+    for (int i = 0; i < 2; ++i) { // one after the other: each goes back to what was before the first
+        const Surface& covered = composer.add({{i, 0, i + 1, 1}, 0, GifDisposal::RestorePrevious}, {&blue, 1, 1, 1});
+        EXPECT_EQ(covered.view().at(i, 0), blue);
+        EXPECT_EQ(covered.view().at(1 - i, 0), red);
+    }
+    const Surface& last = composer.add({{0, 0, 0, 0}, 0, GifDisposal::Keep}, {});
+    EXPECT_EQ(last.view().at(0, 0), red);
+    EXPECT_EQ(last.view().at(1, 0), red);
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "ambrel/render/picture_decoder.h"
 
+#include "ambrel/pixels/bmp.h"
 #include "ambrel/pixels/draw.h"
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/tga.h"
@@ -26,8 +27,6 @@ const GUID* containerOf(ImageFormat format)
     switch (format) {
     case ImageFormat::Png:
         return &GUID_ContainerFormatPng;
-    case ImageFormat::Bmp:
-        return &GUID_ContainerFormatBmp;
     case ImageFormat::Jpeg:
         return &GUID_ContainerFormatJpeg;
     case ImageFormat::Gif:
@@ -79,24 +78,6 @@ Surface frameOf(IWICImagingFactory* factory, IWICBitmapDecoder* decoder, UINT in
     return SUCCEEDED(decoder->GetFrame(index, frame.put())) ? pixelsOf(factory, frame.get()) : Surface();
 }
 
-/// The largest frame: an icon file holds one picture in several sizes.
-UINT largestFrame(IWICBitmapDecoder* decoder, UINT count)
-{
-    UINT best = 0;
-    std::uint64_t most = 0;
-    for (UINT i = 0; i < count; ++i) {
-        ComPtr<IWICBitmapFrameDecode> frame;
-        UINT width = 0;
-        UINT height = 0;
-        if (SUCCEEDED(decoder->GetFrame(i, frame.put())) && SUCCEEDED(frame->GetSize(&width, &height)) &&
-            std::uint64_t{width} * height > most) {
-            most = std::uint64_t{width} * height;
-            best = i;
-        }
-    }
-    return best;
-}
-
 /// Puts an animation's frames onto its canvas, as they are seen.
 void decodeAnimation(IWICImagingFactory* factory, IWICBitmapDecoder* decoder, const GifLayout& layout, UINT count,
                      DecodedPicture& picture)
@@ -123,8 +104,8 @@ std::optional<DecodedPicture> decodePicture(std::span<const std::uint8_t> bytes)
         return std::nullopt;
     DecodedPicture picture;
     picture.format = header.format;
-    if (header.format == ImageFormat::Tga) {
-        picture.frames.push_back(decodeTga(bytes));
+    if (header.format == ImageFormat::Tga || header.format == ImageFormat::Bmp) {
+        picture.frames.push_back(header.format == ImageFormat::Tga ? decodeTga(bytes) : decodeBmp(bytes));
         picture.delaysMs.push_back(0);
     } else {
         const auto factory = makeFactory();
@@ -136,7 +117,9 @@ std::optional<DecodedPicture> decodePicture(std::span<const std::uint8_t> bytes)
         if (layout) {
             decodeAnimation(factory.get(), decoder.get(), *layout, count, picture);
         } else {
-            const UINT index = header.format == ImageFormat::Ico ? largestFrame(decoder.get(), count) : 0;
+            // An icon file holds one picture in several sizes and depths.
+            const UINT wanted = header.format == ImageFormat::Ico ? static_cast<UINT>(bestIconImage(bytes)) : 0;
+            const UINT index = std::min(wanted, count - 1);
             picture.frames.push_back(frameOf(factory.get(), decoder.get(), index));
             picture.delaysMs.push_back(0);
         }

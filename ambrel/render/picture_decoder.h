@@ -1,4 +1,4 @@
-// Encoded pictures into pixels and back, by the platform's codecs.
+// Encoded pictures into pixels and back, by the platform's codecs and by our own where those fall short.
 #pragma once
 
 #include "ambrel/pixels/image_header.h"
