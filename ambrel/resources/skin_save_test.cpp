@@ -260,6 +260,57 @@ TEST_F(SkinSaveTest, LooksOfPackagesAndPicturesAreSavedWithTheirFiles)
         EXPECT_EQ(text(*again.get(), state, L"Image"), text(*button.get(), state, L"Image")) << state;
 }
 
+TEST_F(SkinSaveTest, TextsFollowTheLanguageAndTheFileForTranslatorsIsReadBack)
+{
+    const fs::path home = folder / "texts";
+    fs::create_directories(home);
+    skin::Skin skin = skin::loadSkin(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip").value();
+    skin.languages = {{VEX_GERMAN,
+                       {{"close", "Schlie\xC3\x9F"
+                                  "en"},
+                        {"unused", ""}}}};
+    ASSERT_TRUE(skin::saveSkin(skin, home));
+    ASSERT_EQ(open(home), S_OK) << errorText();
+    const auto button = addButton(L"Button1");
+    const auto words = property(*button.get(), L"Text", L"Text");
+    const auto bound = reinterpret_cast<hyper>(words.get());
+    const Bstr key(L"close");
+    ASSERT_EQ(resources->AddStrProp(key.get(), Bstr(L"Close").get(), bound), S_OK);
+    ASSERT_EQ(resources->AddStrProp(Bstr(L"save").get(), Bstr(L"Save").get(), 12345), S_OK) << "never followed";
+    EXPECT_EQ(resources->AddStrProp(nullptr, key.get(), bound), E_INVALIDARG);
+
+    ASSERT_EQ(resources->ChangeLanguage(VEX_GERMAN), S_OK);
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Schlie\u00DFen");
+    EXPECT_EQ(resources->ChangeLanguage(VEX_GERMAN), S_FALSE);
+    EXPECT_EQ(resources->ChangeLanguage(VEX_LANGUAGE_LAST), E_INVALIDARG);
+    ASSERT_EQ(resources->ChangeLanguage(VEX_ENGLISH), S_OK);
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Close") << "its own text where the skin has none";
+    Bstr found;
+    EXPECT_EQ(resources->GetString(VEX_GERMAN, key.get(), found.put()), S_OK);
+    EXPECT_EQ(found.view(), L"Schlie\u00DFen");
+    EXPECT_EQ(resources->GetString(VEX_FRENCH, key.get(), found.put()), S_FALSE);
+    EXPECT_EQ(found.view(), L"");
+    VEX_LANGUAGE languages[1] = {VEX_JAPANESE};
+    long count = 0;
+    EXPECT_EQ(resources->GetCurAllLang(languages, 1, &count), S_OK);
+    EXPECT_EQ(count, 2);
+    EXPECT_EQ(languages[0], VEX_ENGLISH);
+
+    EXPECT_EQ(resources->GenerateLanguageXML(nullptr), E_INVALIDARG);
+    EXPECT_TRUE(FAILED(resources->GenerateLanguageXML(Bstr((folder / "none" / "x.xml").wstring()).get())));
+    ASSERT_EQ(resources->GenerateLanguageXML(Bstr((home / "languages.xml").wstring()).get()), S_OK);
+    const auto translated = skin::loadSkin(home);
+    ASSERT_TRUE(translated) << translated.error().text();
+    ASSERT_EQ(translated->languages.size(), 2u);
+    EXPECT_EQ(*translated->languages[0].find("unused"), "");
+    EXPECT_EQ(*translated->languages[1].find("save"), "Save");
+
+    EXPECT_EQ(resources->RemoveStrProp(key.get(), bound), S_OK);
+    EXPECT_EQ(resources->RemoveStrProp(key.get(), bound), S_FALSE);
+    ASSERT_EQ(resources->ChangeLanguage(VEX_GERMAN), S_OK);
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Close");
+}
+
 TEST_F(SkinSaveTest, SavingIntoTheOpenFolderIsNoNewSkinAndKeepsWhatChanged)
 {
     const fs::path home = folder / "open";

@@ -1,6 +1,7 @@
 // Identity, windows, texts and settings of the resource object.
 #include "ambrel/resources/vex_res.h"
 
+#include "ambrel/render/colour_filters.h"
 #include "ambrel/resources/skin_watch.h"
 #include "ambrel/window/tree_walk.h"
 #include "ambrel/window/vex_window.h"
@@ -33,7 +34,10 @@ HRESULT done(VARIANT_BOOL& result, bool worked) noexcept
 } // namespace
 
 VexRes::VexRes() = default;
-VexRes::~VexRes() = default;
+VexRes::~VexRes()
+{
+    removeColourFilters(*this);
+}
 
 void VexRes::finalRelease()
 {
@@ -152,6 +156,8 @@ STDMETHODIMP VexRes::CreateVexWindow(BSTR text, hyper parent, LONG style, hyper*
             return status;
         root.as<IAmbrel>()->GetWindowHandle(&window);
         const auto handle = reinterpret_cast<HWND>(window);
+        if (style & WS_CHILD)
+            root.as<IAmbrel>()->SetPopWindow(VARIANT_FALSE);
         SetWindowLongPtrW(handle, GWL_STYLE, GetWindowLongPtrW(handle, GWL_STYLE) | style);
         return S_OK;
     });
@@ -161,10 +167,11 @@ STDMETHODIMP VexRes::CreateEdit(BSTR text, hyper parent, LONG style, LONG x, LON
                                 hyper* result) noexcept
 {
     return filling(result, [&](hyper& window) {
-        window = reinterpret_cast<hyper>(
-            CreateWindowExW(0, L"EDIT", std::wstring(viewOf(text)).c_str(), static_cast<DWORD>(style) | WS_CHILD,
-                            static_cast<int>(x), static_cast<int>(y), static_cast<int>(cx), static_cast<int>(cy),
-                            reinterpret_cast<HWND>(parent), nullptr, GetModuleHandleW(nullptr), nullptr));
+        // Windows lie within 16 bits; a system may take minutes over larger ones.
+        const auto within = [](LONG given) { return static_cast<int>(std::clamp<LONG>(given, -0x7FFF, 0x7FFF)); };
+        window = reinterpret_cast<hyper>(CreateWindowExW(
+            0, L"EDIT", std::wstring(viewOf(text)).c_str(), static_cast<DWORD>(style) | WS_CHILD, within(x), within(y),
+            within(cx), within(cy), reinterpret_cast<HWND>(parent), nullptr, GetModuleHandleW(nullptr), nullptr));
         return window ? S_OK : S_FALSE;
     });
 }
@@ -218,65 +225,6 @@ STDMETHODIMP VexRes::AddScriptObjects(hyper, VARIANT_BOOL* result) noexcept
 STDMETHODIMP VexRes::CallScripEvent(BSTR, LONG, hyper, hyper, LONG, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [](VARIANT_BOOL&) { return E_NOTIMPL; });
-}
-
-// Languages and texts
-
-STDMETHODIMP VexRes::AddStrProp(BSTR key, BSTR value, hyper property) noexcept
-{
-    return guarded([&] {
-        m_texts.insert_or_assign(std::wstring(viewOf(key)), Text{std::wstring(viewOf(value)), property});
-    });
-}
-STDMETHODIMP VexRes::RemoveStrProp(BSTR key, hyper property) noexcept
-{
-    return guarded([&] {
-        const auto found = m_texts.find(viewOf(key));
-        if (found == m_texts.end() || found->second.property != property)
-            return S_FALSE;
-        m_texts.erase(found);
-        return S_OK;
-    });
-}
-STDMETHODIMP VexRes::GetString(VEX_LANGUAGE language, BSTR key, BSTR* result) noexcept
-{
-    return filling(result, [&](BSTR& text) {
-        const auto found = m_texts.find(viewOf(key));
-        const bool known = found != m_texts.end() && language == m_language;
-        text = Bstr(known ? std::wstring_view(found->second.value) : std::wstring_view()).detach();
-        return known ? S_OK : S_FALSE;
-    });
-}
-STDMETHODIMP VexRes::ChangeLanguage(VEX_LANGUAGE language) noexcept
-{
-    if (language < 0 || language >= VEX_LANGUAGE_LAST)
-        return E_INVALIDARG;
-    return guarded([&] {
-        if (std::exchange(m_language, language) == language)
-            return S_FALSE;
-        const ComPtr<IVexRes> hold(this);
-        notifyAll(VEXSM_CHANGELANGUAGE, language);
-        redrawAll();
-        return S_OK;
-    });
-}
-STDMETHODIMP VexRes::GetCurLanguage(VEX_LANGUAGE* result) noexcept
-{
-    return returning(result, [&] { return m_language; });
-}
-STDMETHODIMP VexRes::GetCurAllLang(VEX_LANGUAGE* languages, LONG size, LONG* result) noexcept
-{
-    if (size > 0 && !languages)
-        return E_POINTER;
-    return returning(result, [&] {
-        if (size > 0)
-            languages[0] = m_language;
-        return 1;
-    });
-}
-STDMETHODIMP VexRes::GenerateLanguageXML(BSTR) noexcept
-{
-    return E_NOTIMPL;
 }
 
 // Dragging
@@ -375,18 +323,38 @@ STDMETHODIMP VexRes::SetCurColorCase(BSTR name, VARIANT_BOOL* result) noexcept
     });
 }
 
-// This runtime recolours single image sections, not a whole skin.
-STDMETHODIMP VexRes::AddColorFilterColorize(short, short, short, VARIANT_BOOL* result) noexcept
+// Hue, saturation and blend run from 0 to 255, as in colour cases; shifts from -255 to 255.
+
+STDMETHODIMP VexRes::AddColorFilterColorize(short hue, short saturation, short blend, VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [](VARIANT_BOOL&) { return E_NOTIMPL; });
+    const auto isByte = [](short value) { return value >= 0 && value <= 255; };
+    return filling(result, [&](VARIANT_BOOL& added) {
+        if (!isByte(hue) || !isByte(saturation) || !isByte(blend))
+            return E_INVALIDARG;
+        addColourFilter(*this, Colourise{hue * 360 / 256, saturation, blend});
+        redrawAll();
+        return done(added, true);
+    });
 }
-STDMETHODIMP VexRes::AddColorFilterShiftRGB(short, short, short, VARIANT_BOOL* result) noexcept
+STDMETHODIMP VexRes::AddColorFilterShiftRGB(short red, short green, short blue, VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [](VARIANT_BOOL&) { return E_NOTIMPL; });
+    const auto isShift = [](short value) { return value >= -255 && value <= 255; };
+    return filling(result, [&](VARIANT_BOOL& added) {
+        if (!isShift(red) || !isShift(green) || !isShift(blue))
+            return E_INVALIDARG;
+        addColourFilter(*this, ChannelShift{red, green, blue});
+        redrawAll();
+        return done(added, true);
+    });
 }
 STDMETHODIMP VexRes::RemoveColorFilters(VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [](VARIANT_BOOL& removed) { return done(removed, false); });
+    return filling(result, [&](VARIANT_BOOL& removed) {
+        const bool had = removeColourFilters(*this);
+        if (had)
+            redrawAll();
+        return done(removed, had);
+    });
 }
 
 // The platform's own controls are not skinned.

@@ -6,6 +6,7 @@
 #include "ambrel/resources/color_cases.h"
 #include "ambrel/resources/resource_store.h"
 #include "ambrel/resources/skin_resources.h"
+#include "ambrel/resources/texts.h"
 #include "ambrel/skin/model.h"
 #include "ambrel/window/root_window.h"
 #include "frame/com/dispatch.h"
@@ -225,14 +226,11 @@ private:
     void applyToAll(const skin::Skin* former);
     void applyOpenSkin(IVexControlBase& control);
     RunningSkin runningSkin();
+    /// Puts the texts of the language that is in use into the properties that are bound to keys. Runs foreign code.
+    void showTexts();
     morvane::ComPtr<IVexControlBase> addPlugin(IVexObj* owner, BSTR name, BSTR guid, bool composed);
     morvane::ComPtr<IVexObj> objectOfNumber(hyper number);
     void notifyAll(VexMsgID id, hyper lParam1 = 0);
-
-    struct Text {
-        std::wstring value;
-        hyper property; // whose text it is; opaque
-    };
 
     struct RenderFont {
         morvane::ComPtr<IVexTextStyle> style;
@@ -256,7 +254,8 @@ private:
     };
     std::shared_ptr<PackageWatch> m_packageWatch;
     ColorCases m_colorCases;
-    std::map<std::wstring, Text, std::less<>> m_texts;
+    BoundTexts m_texts;
+    std::map<std::wstring, std::wstring, std::less<>> m_settings; // texts of the skin itself
     morvane::ComPtr<IVexEvents> m_events;
     hyper m_objectPointer = 0;
     VEX_LANGUAGE m_language = VEX_ENGLISH;

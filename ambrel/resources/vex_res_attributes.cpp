@@ -1,7 +1,7 @@
 // Attributes of configuration nodes, and hooks.
+#include "ambrel/objects/hooks.h"
 #include "ambrel/properties/value_text.h"
 #include "ambrel/properties/xml_node.h"
-#include "ambrel/resources/hooks.h"
 #include "ambrel/resources/vex_res.h"
 
 #include <cwchar>
@@ -133,28 +133,6 @@ STDMETHODIMP VexRes::AccessAttribColor(hyper node, BSTR name, OLE_COLOR* value, 
                                        VARIANT_BOOL* result) noexcept
 {
     return through(node, name, value, read, result, &IVexXMLNode::AccessAttribColor);
-}
-
-STDMETHODIMP VexRes::AccessAttribString2(BSTR name, BSTR* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
-{
-    if (!value)
-        return E_POINTER;
-    return filling(result, [&](VARIANT_BOOL& worked) {
-        // Texts of the application itself, without a node.
-        if (read == VARIANT_FALSE) {
-            m_texts.insert_or_assign(std::wstring(viewOf(name)), Text{std::wstring(viewOf(*value)), 0});
-            worked = VARIANT_TRUE;
-            return S_OK;
-        }
-        const auto found = m_texts.find(viewOf(name));
-        if (found == m_texts.end())
-            return S_FALSE;
-        Bstr text(found->second.value);
-        SysFreeString(*value);
-        *value = text.detach();
-        worked = VARIANT_TRUE;
-        return S_OK;
-    });
 }
 
 // Hooks

@@ -68,6 +68,7 @@ HRESULT VexRes::changeTo(std::shared_ptr<const skin::Skin> skin, std::wstring pa
     // own values is set again.
     if (!(former && former->keys == m_skin->keys && former->objects == m_skin->objects))
         applyToAll(former.get());
+    showTexts();
     notifyAll(VEXSM_CHANGESKIN);
     redrawAll();
     return S_OK;

@@ -57,6 +57,12 @@ const KeyNode* findNode(const std::vector<KeyNode>& nodes, std::string_view grou
 
 } // namespace
 
+const std::string* LanguageTexts::find(std::string_view key) const
+{
+    const auto it = std::find_if(texts.begin(), texts.end(), [&](const KeyedText& each) { return each.key == key; });
+    return it == texts.end() ? nullptr : &it->text;
+}
+
 const TypeKeys* KeyMap::find(std::string_view type) const
 {
     const auto it = std::find_if(types.begin(), types.end(), [&](const TypeKeys& keys) { return keys.type == type; });

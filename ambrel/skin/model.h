@@ -272,6 +272,24 @@ struct KeyMap {
     bool operator==(const KeyMap&) const = default;
 };
 
+/// A text in one language, found by its key.
+struct KeyedText {
+    std::string key;
+    std::string text;
+
+    bool operator==(const KeyedText&) const = default;
+};
+
+/// The texts of one language.
+struct LanguageTexts {
+    std::int32_t language = 0; ///< as the framework numbers languages
+    std::vector<KeyedText> texts;
+
+    /// Null when there is none.
+    const std::string* find(std::string_view key) const;
+    bool operator==(const LanguageTexts&) const = default;
+};
+
 /// A resolved property value; the texts live as long as the skin.
 struct PropertyValue {
     ValueKind kind;
@@ -285,9 +303,10 @@ struct Skin {
     SharedResources resources;
     std::vector<SkinObject> objects;
     KeyMap keys;
+    std::vector<LanguageTexts> languages;
     std::vector<RawElement> otherElements;     ///< of objects.xml's root, SkinCtrls among them
     std::vector<RawElement> otherPropElements; ///< of prop.xml's root
-    PackageFiles files; ///< all files but the four XML ones: pictures and whatever else the package brings
+    PackageFiles files; ///< all files but the XML ones: pictures and whatever else the package brings
 
     /// The value that the skin gives a control's property, nullopt when it leaves the control's default: the object's
     /// own value, else what the key map gives for it. `groupPath` joins groups with '/' ("Unchecked/Normal").

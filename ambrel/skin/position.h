@@ -11,7 +11,7 @@ namespace ambrel::skin {
 /// position record; distances and sizes are in pixels, or in percent where the space type says so.
 struct PositionAxis {
     std::int32_t align = 0; ///< 0 near, 1 centre, 2 far
-    std::int32_t space = 0; ///< 0 near distance and size, 1 far distance and size, 2 percent, 3 both distances
+    std::int32_t space = 0; ///< 0 distance and size, 1 both distances, 2 percent, 3 distance and own size
     std::int32_t nearDistance = 0;
     std::int32_t farDistance = 0;
     std::int32_t size = 0;

@@ -1,6 +1,7 @@
 #include "ambrel/skin/reader.h"
 
 #include "ambrel/skin/key_map_reader.h"
+#include "ambrel/skin/language_reader.h"
 #include "ambrel/skin/object_reader.h"
 
 #include <optional>
@@ -39,6 +40,10 @@ Skin readFiles(PackageFiles files)
     }
     parse(document, files, names::kObjectsFile);
     readObjects(*document, properties ? &*properties : nullptr, read.index, skin);
+    if (files.find(names::kLanguagesFile)) {
+        parse(document, files, names::kLanguagesFile);
+        skin.languages = readLanguages(*document);
+    }
     skin.files = std::move(files);
     return skin;
 }

@@ -317,6 +317,13 @@ std::vector<Word> vocabulary()
     }
     words.push_back({std::string(names::kRoot), ""});
     words.push_back({std::string(names::kRoot), std::string(names::kVersion)});
+    const std::string language(names::kLanguage);
+    const std::string text(names::kText);
+    words.insert(words.end(), {{language, ""},
+                               {language, std::string(names::kNumber)},
+                               {text, ""},
+                               {text, std::string(names::kKey)},
+                               {text, std::string(names::kValue)}});
     for (const std::string_view name : {names::kShare, names::kObjects, names::kProperty, names::kFullInfo,
                                         names::kCompactInfo, names::kPropertyInfo})
         words.push_back({std::string(name), ""});

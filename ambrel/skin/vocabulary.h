@@ -113,6 +113,12 @@ inline constexpr std::string_view kObjectsFile = "objects.xml";
 inline constexpr std::string_view kResourcesFile = "shareres.xml";
 inline constexpr std::string_view kPropertiesFile = "prop.xml";
 inline constexpr std::string_view kKeyMapFile = "mapattrib.xml";
+inline constexpr std::string_view kLanguagesFile = "languages.xml";
+inline constexpr std::string_view kLanguage = "Language";
+inline constexpr std::string_view kNumber = "Number";
+inline constexpr std::string_view kText = "Text";
+inline constexpr std::string_view kKey = "Key";
+inline constexpr std::string_view kValue = "Value";
 inline constexpr std::string_view kClass = "AddinGuid";
 inline constexpr std::string_view kName = "Name";
 inline constexpr std::string_view kType = "Type";
@@ -127,6 +133,9 @@ inline constexpr std::string_view kFullInfo = "SkinInfo";
 inline constexpr std::string_view kCompactInfo = "VexInfo";
 inline constexpr std::string_view kPropertyInfo = "SknInfo";
 } // namespace names
+
+/// Languages are numbered from 0.
+inline constexpr std::int32_t kLanguages = 5;
 
 inline constexpr std::string_view kPluginType = "90000";
 

@@ -1,5 +1,6 @@
 #include "ambrel/skin/writer.h"
 
+#include "ambrel/skin/language_reader.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/skin/text.h"
 #include "ambrel/skin/vocabulary.h"
@@ -73,6 +74,8 @@ public:
             files.add(std::string(names::kKeyMapFile), keyMap());
             files.add(std::string(names::kPropertiesFile), properties());
         }
+        if (!m_skin.languages.empty())
+            files.add(std::string(names::kLanguagesFile), writeLanguages(m_skin.languages));
         return files;
     }
 
