@@ -1,6 +1,7 @@
 #include "ambrel/objects/base_object.h"
 
 #include "ambrel/objects/display_list.h"
+#include "ambrel/objects/hooks.h"
 #include "ambrel/trace/trace.h"
 
 namespace ambrel {
@@ -32,6 +33,8 @@ void BaseObject::finalRelease() noexcept
 {
     // The control is going or gone: nothing is sent to it any more.
     m_realControl = nullptr;
+    if (m_node.has(NodeFlag::Hooks))
+        Hooks::instance().forget(m_node);
     setGroupsOwner(nullptr);
     releaseTree();
 }

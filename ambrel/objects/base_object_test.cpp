@@ -289,6 +289,7 @@ TEST_F(BaseObjectTest, AChildMayLeaveWhileItsSiblingsAreBeingToldOfASize)
     a->onNotice = [&](const VexNotify&) { b.reset(); };
     place(*panel, at(0, 0, 50, 50));
     EXPECT_EQ(rectOf(*a), (Rect{0, 0, 50, 50}));
+    a->onNotice = nullptr; // it outlives b
 }
 
 TEST_F(BaseObjectTest, ItAnswersItsOwnInterfacesWithoutKeepingTheControlAlive)

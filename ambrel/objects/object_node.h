@@ -61,6 +61,7 @@ enum class NodeFlag : std::uint32_t {
     Initialised = 1u << 20,    // told about its window for the first time
     AwaitsFinish = 1u << 21,   // its window will finish its creation when it is shown
     BeingDrawn = 1u << 22,     // all that is shown of it is being drawn right now
+    Hooks = 1u << 23,          // was registered for hooks at least once
 };
 
 /// One object of the tree. Children lie in z-order: the first is drawn first and lies lowest.

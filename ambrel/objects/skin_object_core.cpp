@@ -227,6 +227,15 @@ HRESULT SkinObjectCore::setAvailableRect(IVexRect* given)
     return S_OK;
 }
 
+void SkinObjectCore::scaleChildGaps(int from, int to) noexcept
+{
+    if (!m_extras)
+        return;
+    Rect& gaps = m_extras->childGaps;
+    for (int* gap : {&gaps.left, &gaps.top, &gaps.right, &gaps.bottom})
+        *gap = MulDiv(*gap, to, from);
+}
+
 Rect SkinObjectCore::areaForLayout() const noexcept
 {
     return m_node.parent() ? coreOf(*m_node.parent()).availableRect() : Rect{};

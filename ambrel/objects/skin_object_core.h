@@ -63,6 +63,8 @@ public:
     void layOutNow(bool alwaysTell);
     void moveTo(const Rect& rect); // takes this rectangle and keeps it as its position
     void layOutChildren();
+    /// Adapts what it keeps free of laid out children to another resolution.
+    void scaleChildGaps(int from, int to) noexcept;
     void setMirrored(bool mirrored); // with everything beneath
 
     // State.

@@ -52,10 +52,12 @@ public:
         return S_OK;
     }
 
-    STDMETHODIMP RenderDrawObject(IVexRenderDC*, SkinRect rect, VARIANT_BOOL* result) noexcept override
+    STDMETHODIMP RenderDrawObject(IVexRenderDC* dc, SkinRect rect, VARIANT_BOOL* result) noexcept override
     {
         if (onDraw)
             onDraw(rect);
+        if (onRender)
+            onRender(*dc, rect);
         *result = VARIANT_TRUE;
         return S_OK;
     }
@@ -67,6 +69,7 @@ public:
     std::vector<long> answers;
     std::function<void(const VexNotify&)> onNotice;
     std::function<void(const SkinRect&)> onDraw;
+    std::function<void(IVexRenderDC&, SkinRect)> onRender;
     int propertyTables = 0;
     int destroyedAt = 0;
     static inline long alive = 0;

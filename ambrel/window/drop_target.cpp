@@ -25,6 +25,7 @@ public:
 
     STDMETHODIMP DragLeave() noexcept override
     {
+        const ComPtr<IDropTarget> hold(this); // what is told may end the window
         return morvane::guarded([&] {
             moveTo(nullptr);
             m_data.reset();
@@ -35,12 +36,13 @@ public:
     {
         if (!effect)
             return E_POINTER;
+        const ComPtr<IDropTarget> hold(this);
         return morvane::guarded([&] {
             m_data = ComPtr<IDataObject>(data);
             const Point point = inWindow(at);
             moveTo(controlAt(point));
             *effect = tell(VEXSM_DODRAGDROP, point, *effect);
-            m_under.reset();
+            moveTo(nullptr);
             m_data.reset();
         });
     }
@@ -50,6 +52,7 @@ private:
     {
         if (!effect)
             return E_POINTER;
+        const ComPtr<IDropTarget> hold(this);
         return morvane::guarded([&] {
             const Point point = inWindow(at);
             moveTo(controlAt(point));
@@ -87,7 +90,7 @@ private:
     /// The effect that the control chose among those allowed.
     DWORD tell(VexMsgID id, Point point, DWORD allowed)
     {
-        if (!m_under)
+        if (!m_under || !m_root || &m_under->root() != m_root.get()) // it has left the window meanwhile
             return DROPEFFECT_NONE;
         SkinObjectCore& core = coreOf(*m_under.get());
         const ComPtr<ISkinObjResBase> hold(core.face());

@@ -1,22 +1,12 @@
 #include "ambrel/window/root_window.h"
 
-#include "ambrel/objects/hit_test.h"
-#include "ambrel/window/drop_target.h"
 #include "frame/com/instance.h"
-
-#include <algorithm>
 
 namespace ambrel {
 
-using morvane::ComPtr;
 using morvane::toVariantBool;
 
 namespace {
-
-bool isTrue(VARIANT_BOOL value) noexcept
-{
-    return value != VARIANT_FALSE;
-}
 
 /// Only dots per inch and the system's own limit the other direction: a window of this size can be made anywhere.
 bool isPossible(const Rect& rect) noexcept
@@ -51,32 +41,30 @@ void RootWindow::sizeChanged()
     m_core.invalidate(node().rect());
 }
 
-template <class Body>
-HRESULT RootWindow::onWindow(VARIANT_BOOL* result, Body&& body) noexcept
-{
-    return answering(result, [&] { return m_core.window() && body(m_core.window()); });
-}
-
 HRESULT RootWindow::setTrait(bool& trait, VARIANT_BOOL on) noexcept
 {
     return guarded([&] {
-        if (trait == isTrue(on))
+        if (trait == (on != VARIANT_FALSE))
             return S_FALSE;
-        trait = isTrue(on);
+        trait = on != VARIANT_FALSE;
         m_core.applyTraits();
         return S_OK;
     });
 }
 
-STDMETHODIMP RootWindow::SetVisible(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept
+STDMETHODIMP RootWindow::Create(hyper parent, SkinRect rect, VARIANT_BOOL* result) noexcept
 {
-    return guarded([&] {
+    return filling(result, [&](VARIANT_BOOL& created) {
+        const auto owner = reinterpret_cast<HWND>(parent);
+        const Rect place = morvane::toRect(rect);
+        if ((owner && !IsWindow(owner)) || !isPossible(place))
+            return E_INVALIDARG;
         const ComPtr<IAmbrel> hold(this);
-        setVisible(isTrue(visible), isTrue(refresh));
-        if (m_core.window() && isTrue(animate))
-            m_core.fade(isTrue(visible), VEX_FADE_IN);
-        else if (m_core.window())
-            ::ShowWindow(m_core.window(), isTrue(visible) ? SW_SHOW : SW_HIDE);
+        if (m_core.window()) // made already: it takes the new place
+            created = toVariantBool(m_core.moveInto(owner, place));
+        else
+            created = toVariantBool(m_core.create(owner, place));
+        return created ? S_OK : S_FALSE;
     });
 }
 
@@ -89,580 +77,157 @@ STDMETHODIMP RootWindow::SetName(BSTR text) noexcept
     });
 }
 
-// The window
+// Showing
 
-STDMETHODIMP RootWindow::Create(hyper parent, SkinRect rect, VARIANT_BOOL* result) noexcept
+STDMETHODIMP RootWindow::SetVisible(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept
 {
-    return filling(result, [&](VARIANT_BOOL& created) {
-        const auto owner = reinterpret_cast<HWND>(parent);
-        const Rect place = morvane::toRect(rect);
-        if ((owner && !IsWindow(owner)) || !isPossible(place))
-            return E_INVALIDARG;
-        const ComPtr<IAmbrel> hold(this);
-        if (m_core.window()) // made already: it takes the new place
-            created = toVariantBool(::SetWindowPos(m_core.window(), nullptr, place.left, place.top, place.width(),
-                                                   place.height(), SWP_NOZORDER | SWP_NOACTIVATE) != FALSE);
-        else
-            created = toVariantBool(m_core.create(owner, place));
-        return isTrue(created) ? S_OK : S_FALSE;
+    return held([&] {
+        setVisible(visible != VARIANT_FALSE, refresh != VARIANT_FALSE);
+        if (m_core.window() && animate != VARIANT_FALSE)
+            m_core.fade(visible != VARIANT_FALSE, VEX_FADE_IN);
+        else if (m_core.window())
+            ::ShowWindow(m_core.window(), visible != VARIANT_FALSE ? SW_SHOW : SW_HIDE);
     });
 }
 
-STDMETHODIMP RootWindow::GetWindowHandle(hyper* result) noexcept
+STDMETHODIMP RootWindow::IsVisible(VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] { return reinterpret_cast<hyper>(m_core.window()); });
-}
-
-STDMETHODIMP RootWindow::IsSupportPerPixel(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().perPixel; });
-}
-STDMETHODIMP RootWindow::SetSupportPerPixel(VARIANT_BOOL on) noexcept
-{
-    return setTrait(m_core.traits().perPixel, on);
-}
-
-STDMETHODIMP RootWindow::GetResizeBorder(SkinRect* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().resizeBorder; });
-}
-STDMETHODIMP RootWindow::SetResizeBorder(SkinRect border) noexcept
-{
-    if (border.left < 0 || border.top < 0 || border.right < 0 || border.bottom < 0)
-        return E_INVALIDARG;
-    m_core.traits().resizeBorder = border;
-    return S_OK;
-}
-
-STDMETHODIMP RootWindow::GetMinSize(SkinSize* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().minSize; });
-}
-STDMETHODIMP RootWindow::SetMinSize(SkinSize* size) noexcept
-{
-    return size ? (m_core.traits().minSize = *size, S_OK) : E_POINTER;
-}
-STDMETHODIMP RootWindow::GetMaxSize(SkinSize* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().maxSize; });
-}
-STDMETHODIMP RootWindow::SetMaxSize(SkinSize* size) noexcept
-{
-    return size ? (m_core.traits().maxSize = *size, S_OK) : E_POINTER;
-}
-
-STDMETHODIMP RootWindow::IsPopWindow(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().popup; });
-}
-STDMETHODIMP RootWindow::SetPopWindow(VARIANT_BOOL popup) noexcept
-{
-    m_core.traits().popup = isTrue(popup); // for the window's creation
-    return m_core.window() ? S_FALSE : S_OK;
-}
-STDMETHODIMP RootWindow::IsResizable(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().resizable; });
-}
-STDMETHODIMP RootWindow::SetResizable(VARIANT_BOOL on) noexcept
-{
-    return setTrait(m_core.traits().resizable, on);
-}
-STDMETHODIMP RootWindow::IsDragabled(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().dragable; });
-}
-STDMETHODIMP RootWindow::SetDragabled(VARIANT_BOOL on) noexcept
-{
-    m_core.traits().dragable = isTrue(on);
-    return S_OK;
-}
-
-STDMETHODIMP RootWindow::IsSetRgn(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.traits().shaped; });
-}
-STDMETHODIMP RootWindow::SetRgn(VARIANT_BOOL on) noexcept
-{
-    return guarded([&] {
-        m_core.traits().shaped = isTrue(on);
-        m_core.updateShape();
-    });
-}
-STDMETHODIMP RootWindow::SetWindowRgn() noexcept
-{
-    return ReCalcRgn();
-}
-STDMETHODIMP RootWindow::ReCalcRgn() noexcept
-{
-    return guarded([&] { m_core.updateShape(); });
-}
-
-STDMETHODIMP RootWindow::ResizeSence(short width, short height) noexcept
-{
-    if (width < 0 || height < 0)
-        return E_INVALIDARG;
-    return guarded([&] {
-        return m_core.window() && ::SetWindowPos(m_core.window(), nullptr, 0, 0, width, height,
-                                                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE)
-                   ? S_OK
-                   : S_FALSE;
+    // A window is also shown and hidden by others.
+    return returning(result, [&] {
+        return m_core.window() ? IsWindowVisible(m_core.window()) != FALSE : node().has(NodeFlag::Visible);
     });
 }
 
 STDMETHODIMP RootWindow::FadeShow(VARIANT_BOOL show, VEX_FADE_TYPE type) noexcept
 {
-    return guarded([&] {
+    return held([&] {
         if (!m_core.window())
             return S_FALSE;
-        const ComPtr<IAmbrel> hold(this);
-        m_core.fade(isTrue(show), type);
+        m_core.fade(show != VARIANT_FALSE, type);
         return S_OK;
     });
 }
 
-STDMETHODIMP RootWindow::RegSyncMoveWindow(hyper window, IVexControlBase*) noexcept
+STDMETHODIMP RootWindow::SetOpacity(short opacity) noexcept
 {
     return guarded([&] {
-        if (!IsWindow(reinterpret_cast<HWND>(window)))
-            return S_FALSE;
-        m_core.followMoves(reinterpret_cast<HWND>(window), true);
-        return S_OK;
-    });
-}
-STDMETHODIMP RootWindow::UnRegSyncMoveWindow(hyper window) noexcept
-{
-    return guarded([&] { m_core.followMoves(reinterpret_cast<HWND>(window), false); });
-}
-STDMETHODIMP RootWindow::SynMoveWindow() noexcept
-{
-    return guarded([&] { m_core.moveFollowers(); });
-}
-
-// Messages
-
-STDMETHODIMP RootWindow::RegisterMessage(ULONG message, ISkinObjResBase* object, VARIANT_BOOL withChildren,
-                                         VARIANT_BOOL* result) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& added) {
-        SkinObjectCore* core = nullptr;
-        const HRESULT status = checkedCore(object, core);
-        if (FAILED(status))
-            return status;
-        added = toVariantBool(m_core.messages().add(message, core->node(), isTrue(withChildren)));
-        return isTrue(added) ? S_OK : S_FALSE;
+        setOpacity(opacity);
+        m_core.applyTraits();
     });
 }
 
-STDMETHODIMP RootWindow::UnRegisterMessage(ULONG message, ISkinObjResBase* object, VARIANT_BOOL* result) noexcept
-{
-    return answering(result, [&] {
-        SkinObjectCore* core = coreOf(object);
-        return core && m_core.messages().remove(message, core->node());
-    });
-}
+// Its size: the rectangle of a root is the client area of its window.
 
-STDMETHODIMP RootWindow::RemoveAllRegister() noexcept
+STDMETHODIMP RootWindow::ResizeSence(short width, short height) noexcept
 {
-    m_core.messages().removeAll();
-    return S_OK;
-}
-
-STDMETHODIMP RootWindow::RegisterWholeMessage(ISkinObjResBase* object, VARIANT_BOOL withChildren,
-                                              VARIANT_BOOL* result) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& added) {
-        SkinObjectCore* core = nullptr;
-        const HRESULT status = checkedCore(object, core);
-        if (FAILED(status))
-            return status;
-        added = toVariantBool(m_core.messages().addWhole(core->node(), isTrue(withChildren)));
-        return isTrue(added) ? S_OK : S_FALSE;
-    });
-}
-
-STDMETHODIMP RootWindow::UnRegisterWholeMessage(ISkinObjResBase* object, VARIANT_BOOL* result) noexcept
-{
-    return answering(result, [&] {
-        SkinObjectCore* core = coreOf(object);
-        return core && m_core.messages().removeWhole(core->node());
-    });
-}
-
-STDMETHODIMP RootWindow::RemoveAllWholeMessage() noexcept
-{
-    m_core.messages().removeAllWhole();
-    return S_OK;
-}
-
-STDMETHODIMP RootWindow::DoWindowProc(hyper window, LONG message, hyper wParam, hyper lParam, LONG* result) noexcept
-{
-    return filling(result, [&](LONG& answer) {
-        if (!m_core.window() || reinterpret_cast<HWND>(window) != m_core.window())
-            return S_FALSE;
-        answer = static_cast<LONG>(
-            m_core.handle(static_cast<UINT>(message), static_cast<WPARAM>(wParam), static_cast<LPARAM>(lParam)));
-        return S_OK;
-    });
-}
-
-STDMETHODIMP RootWindow::Default(LONG* result) noexcept
-{
-    return returning(result, [&] { return static_cast<LONG>(m_core.defaultForCurrent()); });
-}
-
-STDMETHODIMP RootWindow::SetMessageEntry(LONG*, LONG*) noexcept
-{
-    return E_NOTIMPL;
-}
-
-STDMETHODIMP RootWindow::SetDispatchMsg(LONG message) noexcept
-{
-    return guarded([&] { m_core.passOn(static_cast<UINT>(message), true); });
-}
-STDMETHODIMP RootWindow::RemoveDispatchMsg(LONG message) noexcept
-{
-    return guarded([&] { m_core.passOn(static_cast<UINT>(message), false); });
-}
-
-STDMETHODIMP RootWindow::SetEventRecieve(hyper receiver) noexcept
-{
-    m_core.setReceiver(reinterpret_cast<AmbrelEventReceiver*>(receiver));
-    return S_OK;
-}
-STDMETHODIMP RootWindow::GetEventRecieve(hyper* result) noexcept
-{
-    return returning(result, [&] { return reinterpret_cast<hyper>(m_core.receiver()); });
-}
-
-STDMETHODIMP RootWindow::VexMessage(hyper window, LONG message, hyper wParam, hyper lParam) noexcept
-{
-    return guarded([&] {
-        const ComPtr<IAmbrel> hold(this);
-        m_core.sendToReceiver(reinterpret_cast<HWND>(window), message, wParam, lParam);
-    });
-}
-
-// Painting
-
-STDMETHODIMP RootWindow::Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept
-{
-    if (!dc)
+    if (width < 0 || height < 0)
         return E_INVALIDARG;
-    return answering(result, [&] {
+    return held([&] { return m_core.resizeWindow({width, height}) ? S_OK : S_FALSE; });
+}
+
+STDMETHODIMP RootWindow::Resize(SkinRect* rect, long* result) noexcept
+{
+    return filling(result, [&](long& changed) {
+        if (!rect)
+            return E_POINTER;
         const ComPtr<IAmbrel> hold(this);
-        m_core.renderAll(node().rect().size());
-        m_core.surface().copyTo(reinterpret_cast<HDC>(dc), morvane::toRect(rect));
-        return true;
+        const Rect place = morvane::toRect(*rect);
+        if (!isPossible(place))
+            return E_INVALIDARG;
+        if (place.size() == node().rect().size())
+            return S_FALSE;
+        if (!m_core.resizeWindow(place.size()))
+            moveTo(Rect::at({}, place.size()));
+        changed = 1;
+        return S_OK;
     });
 }
 
-STDMETHODIMP RootWindow::GetRenderEngine(VEX_RENDERENGINE_TYPE* result) noexcept
+STDMETHODIMP RootWindow::SetRect(IVexRect* rect) noexcept
 {
-    return returning(result, [] { return VEX_RENDERENGINE_GDI; });
+    if (!rect)
+        return E_POINTER;
+    SkinRect record{};
+    long changed = 0;
+    const HRESULT status = rect->GetRectStruct(&record);
+    return SUCCEEDED(status) ? SUCCEEDED(Resize(&record, &changed)) ? S_OK : E_INVALIDARG : status;
 }
-STDMETHODIMP RootWindow::SetRenderEngine(VEX_RENDERENGINE_TYPE type) noexcept
+
+STDMETHODIMP RootWindow::Center() noexcept
 {
-    return type == VEX_RENDERENGINE_GDI ? S_OK : E_NOTIMPL;
+    return held([&] { return m_core.centre() ? S_OK : S_FALSE; });
 }
-STDMETHODIMP RootWindow::GetRenderDevice(hyper* result) noexcept
+
+STDMETHODIMP RootWindow::SetResizeBorder(SkinRect border) noexcept
 {
-    return returning(result, [&] { return m_core.renderDevice(); });
-}
-STDMETHODIMP RootWindow::SetRefreshType(VEX_REFRESH_TYPE type) noexcept
-{
-    m_refreshType = type;
+    if (border.left < 0 || border.top < 0 || border.right < 0 || border.bottom < 0)
+        return E_INVALIDARG;
+    traits().resizeBorder = border;
     return S_OK;
 }
-STDMETHODIMP RootWindow::GetRefreshType(hyper* result) noexcept
-{
-    return returning(result, [&] { return m_refreshType; });
-}
 
-STDMETHODIMP RootWindow::FreezeUpdate(VARIANT_BOOL freeze) noexcept
+STDMETHODIMP RootWindow::SetPopWindow(VARIANT_BOOL popup) noexcept
 {
-    return guarded([&] { m_core.setFrozen(isTrue(freeze)); });
-}
-STDMETHODIMP RootWindow::IsFreezeUpdate(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.isFrozen(); });
-}
-STDMETHODIMP RootWindow::GetFreezeHBitmap(hyper* result) noexcept
-{
-    return returning(result,
-                     [&] { return m_core.isFrozen() ? reinterpret_cast<hyper>(m_core.surface().bitmap()) : 0; });
-}
-STDMETHODIMP RootWindow::SetFreezeDrawRect(SkinRect) noexcept
-{
-    return E_NOTIMPL;
-}
-
-STDMETHODIMP RootWindow::AddDirtyRect(SkinRect rect) noexcept
-{
-    return guarded([&] { m_core.invalidate(morvane::toRect(rect).intersection(node().rect())); });
-}
-STDMETHODIMP RootWindow::Present(SkinRect* result) noexcept
-{
-    return returning(result, [&] {
-        const ComPtr<IAmbrel> hold(this);
-        m_core.paintNow();
-        return morvane::toSkinRect(m_core.lastPainted());
-    });
-}
-STDMETHODIMP RootWindow::DirectDrawImmediate() noexcept
-{
-    return guarded([&] {
-        const ComPtr<IAmbrel> hold(this);
-        m_core.invalidate(node().rect());
-        m_core.paintNow();
-    });
-}
-STDMETHODIMP RootWindow::IsBatchMode(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.isBatching(); });
-}
-STDMETHODIMP RootWindow::SetBatchMode(VARIANT_BOOL batch) noexcept
-{
-    return guarded([&] { m_core.setBatching(isTrue(batch)); });
-}
-
-// Input
-
-STDMETHODIMP RootWindow::IsCaptured(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.window() && ::GetCapture() == m_core.window(); });
-}
-
-STDMETHODIMP RootWindow::SetCapture(VARIANT_BOOL captured) noexcept
-{
-    return guarded([&] {
-        if (!m_core.window())
-            return S_FALSE;
-        m_capturesPointer = isTrue(captured);
-        if (m_capturesPointer)
-            ::SetCapture(m_core.window());
-        else if (::GetCapture() == m_core.window())
-            ::ReleaseCapture();
-        return S_OK;
+    return held([&] {
+        keep(traits().popup, popup);
+        m_core.applyParent();
     });
 }
 
-STDMETHODIMP RootWindow::SetCaptureCtrl(IVexControlBase* control) noexcept
+// Its shape and frame
+
+STDMETHODIMP RootWindow::SetRgn(VARIANT_BOOL on) noexcept
 {
-    return guarded([&] {
-        SkinObjectCore* core = coreOf(control);
-        if (!core || &core->node().root() != &node())
-            return E_INVALIDARG;
-        m_core.router().captureFor(targetOf(&core->node()));
-        return S_OK;
-    });
-}
-STDMETHODIMP RootWindow::ReleaseCaptureCtrl() noexcept
-{
-    return guarded([&] { m_core.router().releaseCapture(); });
+    keep(traits().shaped, on);
+    return ReCalcRgn();
 }
 
-STDMETHODIMP RootWindow::GetHotObject(ISkinObjResBase** result) noexcept
+STDMETHODIMP RootWindow::ReCalcRgn() noexcept
 {
-    return finding(result, [&] { return faceOf(m_core.hotNode()); });
-}
-STDMETHODIMP RootWindow::GetCurrentFocusObject(ISkinObjResBase** result) noexcept
-{
-    return finding(result, [&] { return faceOf(m_core.focusNode()); });
-}
-STDMETHODIMP RootWindow::GetVexControlByPt(LONG x, LONG y, ISkinObjResBase** result) noexcept
-{
-    return finding(result, [&] {
-        ObjectNode* met = hitTest(node(), {static_cast<int>(x), static_cast<int>(y)}, HitPurpose::Anything);
-        return faceOf(met == &node() ? nullptr : met);
-    });
-}
-STDMETHODIMP RootWindow::ShiftFocus(VARIANT_BOOL forward) noexcept
-{
-    return guarded([&] {
-        const ComPtr<IAmbrel> hold(this);
-        return m_core.router().shiftFocus(isTrue(forward)) ? S_OK : S_FALSE;
-    });
-}
-
-STDMETHODIMP RootWindow::RegisterHotkey(VARIANT_BOOL use) noexcept
-{
-    m_core.setHotKeys(isTrue(use));
-    return S_OK;
-}
-STDMETHODIMP RootWindow::IsRegisterHotkey(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.usesHotKeys(); });
-}
-
-// Dragging and dropping
-
-STDMETHODIMP RootWindow::IsDraging(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_core.router().isDragging(); });
-}
-STDMETHODIMP RootWindow::RegisterDropTarget() noexcept
-{
-    return guarded([&] {
-        if (!m_core.window() || m_dropTarget)
-            return S_FALSE;
-        ComPtr<IDropTarget> target = makeDropTarget(m_core);
-        const HRESULT status = RegisterDragDrop(m_core.window(), target.get());
-        if (SUCCEEDED(status))
-            m_dropTarget = target;
-        return status;
-    });
-}
-STDMETHODIMP RootWindow::RevokeDropTarget() noexcept
-{
-    return guarded([&] {
-        if (!m_dropTarget)
-            return S_FALSE;
-        m_dropTarget.reset();
-        return m_core.window() ? RevokeDragDrop(m_core.window()) : S_OK;
-    });
-}
-STDMETHODIMP RootWindow::RegisterAcceptFile(IVexControlBase* control, LONG) noexcept
-{
-    return guarded([&] {
-        SkinObjectCore* core = coreOf(control);
-        if (!core)
-            return E_INVALIDARG;
-        m_core.acceptFiles(core->node(), true);
-        return S_OK;
-    });
-}
-STDMETHODIMP RootWindow::RevokeAcceptFile(IVexControlBase* control) noexcept
-{
-    return guarded([&] {
-        SkinObjectCore* core = coreOf(control);
-        if (!core)
-            return E_INVALIDARG;
-        m_core.acceptFiles(core->node(), false);
-        return S_OK;
-    });
-}
-STDMETHODIMP RootWindow::SetDragPosition(VexPosition* position) noexcept
-{
-    return position ? (m_dragPosition = *position, S_OK) : E_POINTER;
-}
-STDMETHODIMP RootWindow::GetDragPosition(VexPosition* position) noexcept
-{
-    return position ? (*position = m_dragPosition, S_OK) : E_POINTER;
-}
-STDMETHODIMP RootWindow::RegisterAccecptHwnd(hyper window) noexcept
-{
-    return guarded([&] {
-        if (!IsWindow(reinterpret_cast<HWND>(window)))
-            return S_FALSE;
-        std::erase(m_acceptingWindows, window);
-        m_acceptingWindows.push_back(window);
-        return S_OK;
-    });
-}
-STDMETHODIMP RootWindow::RevokeAcceptHwnd(hyper window) noexcept
-{
-    return std::erase(m_acceptingWindows, window) ? S_OK : S_FALSE;
-}
-
-// Settings that other objects read
-
-STDMETHODIMP RootWindow::IsCanCopyRun(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_canCopyRun; });
-}
-STDMETHODIMP RootWindow::SetCanCopyRun(VARIANT_BOOL on) noexcept
-{
-    return m_canCopyRun = isTrue(on), S_OK;
-}
-STDMETHODIMP RootWindow::IsParentBlend(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_blendsWithParent; });
-}
-STDMETHODIMP RootWindow::SetParentBlend(VARIANT_BOOL on) noexcept
-{
-    return m_blendsWithParent = isTrue(on), S_OK;
-}
-STDMETHODIMP RootWindow::SetDragFullWindow(VARIANT_BOOL on) noexcept
-{
-    return m_dragsFull = isTrue(on), S_OK;
-}
-STDMETHODIMP RootWindow::SetUseRgnInfo(VARIANT_BOOL on) noexcept
-{
-    return m_usesRegionInfo = isTrue(on), S_OK;
-}
-STDMETHODIMP RootWindow::IsUseRgnInfo(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_usesRegionInfo; });
-}
-STDMETHODIMP RootWindow::GetIsAutoLoad(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_loadsByItself; });
-}
-STDMETHODIMP RootWindow::SetIsAutoLoad(VARIANT_BOOL on) noexcept
-{
-    return m_loadsByItself = isTrue(on), S_OK;
-}
-STDMETHODIMP RootWindow::SetArabicMode(VARIANT_BOOL mirror) noexcept
-{
-    return guarded([&] {
-        const ComPtr<IAmbrel> hold(this);
-        setMirrored(isTrue(mirror));
-        layOutChildren();
-        m_core.invalidate(node().rect());
-    });
+    return guarded([&] { m_core.updateShape(); });
 }
 
 STDMETHODIMP RootWindow::AddNCRgn(VEX_NCRGNTYPE type, IVexSkinSubRgn* region, VARIANT_BOOL* result) noexcept
 {
-    return answering(result, [&] {
-        if (!region)
-            return false;
-        m_regions[type].emplace_back(region);
-        return true;
-    });
+    return answering(result, [&] { return m_core.frameRegions().add(type, region); });
 }
-STDMETHODIMP RootWindow::RemoveNCRgn(VEX_NCRGNTYPE, BSTR, VARIANT_BOOL* result) noexcept
+
+STDMETHODIMP RootWindow::RemoveNCRgn(VEX_NCRGNTYPE type, BSTR name, VARIANT_BOOL* result) noexcept
 {
-    return notImplemented(result); // sub-regions carry no name to find them by
+    return answering(result, [&] { return m_core.frameRegions().remove(type, morvane::viewOf(name)); });
 }
+
 STDMETHODIMP RootWindow::RemoveAllNCRgns(VEX_NCRGNTYPE type, VARIANT_BOOL* result) noexcept
 {
-    return answering(result, [&] { return m_regions.erase(type) != 0; });
+    return answering(result, [&] { return m_core.frameRegions().removeAll(type); });
 }
 
-STDMETHODIMP RootWindow::AppendFinalCtrl(ISkinObjResBase* object) noexcept
+STDMETHODIMP RootWindow::DestroyRgnInfo(VARIANT_BOOL* result) noexcept
 {
-    return guarded([&] {
-        SkinObjectCore* core = coreOf(object);
-        if (!core)
-            return E_INVALIDARG;
-        m_core.finalCreatePending(core->node());
-        return S_OK;
-    });
+    return answering(result, [&] { return m_core.frameRegions().clear(); });
 }
-STDMETHODIMP RootWindow::RemoveFinalCtrl(ISkinObjResBase* object) noexcept
+
+// Windows that move along
+
+STDMETHODIMP RootWindow::RegSyncMoveWindow(hyper window, IVexControlBase* control) noexcept
 {
     return guarded([&] {
-        SkinObjectCore* core = coreOf(object);
-        if (!core)
-            return E_INVALIDARG;
-        m_core.finalCreateDone(core->node());
+        if (!IsWindow(reinterpret_cast<HWND>(window)))
+            return S_FALSE;
+        SkinObjectCore* const core = coreOf(control);
+        m_core.followMoves(reinterpret_cast<HWND>(window), core ? &core->node() : nullptr);
         return S_OK;
     });
 }
 
-STDMETHODIMP RootWindow::RotateWindow(VEX_ROTATE_TYPE, float) noexcept
+STDMETHODIMP RootWindow::UnRegSyncMoveWindow(hyper window) noexcept
 {
-    return E_NOTIMPL;
+    return m_core.unfollowMoves(reinterpret_cast<HWND>(window)) ? S_OK : S_FALSE;
 }
-STDMETHODIMP RootWindow::InitRotateWindow() noexcept
+
+STDMETHODIMP RootWindow::SynMoveWindow() noexcept
 {
-    return E_NOTIMPL;
-}
-STDMETHODIMP RootWindow::EndRotateWindow() noexcept
-{
-    return E_NOTIMPL;
+    return held([&] { m_core.moveFollowers(); });
 }
 
 } // namespace ambrel

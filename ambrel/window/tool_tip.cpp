@@ -17,29 +17,40 @@ constexpr int kPaddingX = 8;
 constexpr int kPaddingY = 6;
 constexpr int kCorner = 4;
 constexpr int kBelowPointer = 20;
+constexpr int kAbovePointer = 4;
 constexpr int kWidest = 400;
-constexpr UINT kTextFormat = DT_LEFT | DT_NOPREFIX | DT_WORDBREAK | DT_EXPANDTABS;
+// Words that are wider than the tip are broken anywhere.
+constexpr UINT kTextFormat = DT_LEFT | DT_NOPREFIX | DT_WORDBREAK | DT_EDITCONTROL | DT_EXPANDTABS;
 
 int scaled(int value, int dpi) noexcept
 {
     return MulDiv(value, dpi, 96);
 }
 
-/// Beside the pointer, inside the monitor's work area.
-POINT placeFor(SIZE size, int dpi) noexcept
+/// The part of the pointer's monitor that windows may cover.
+RECT workArea(POINT pointer) noexcept
+{
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (GetMonitorInfoW(MonitorFromPoint(pointer, MONITOR_DEFAULTTONEAREST), &monitor))
+        return monitor.rcWork;
+    return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
+}
+
+/// Below the pointer, above it where there is no room, always inside the work area. What does not fit at all is cut.
+RECT placeFor(SIZE size, int dpi) noexcept
 {
     POINT pointer{};
     GetCursorPos(&pointer);
-    MONITORINFO monitor{};
-    monitor.cbSize = sizeof monitor;
-    POINT place{pointer.x, pointer.y + scaled(kBelowPointer, dpi)};
-    if (!GetMonitorInfoW(MonitorFromPoint(pointer, MONITOR_DEFAULTTONEAREST), &monitor))
-        return place;
-    const RECT& work = monitor.rcWork;
-    if (place.y + size.cy > work.bottom)
-        place.y = pointer.y - size.cy - scaled(4, dpi);
-    place.x = std::max(work.left, std::min(place.x, work.right - size.cx));
-    return place;
+    const RECT work = workArea(pointer);
+    size.cx = std::min(size.cx, work.right - work.left);
+    size.cy = std::min(size.cy, work.bottom - work.top);
+    long top = pointer.y + scaled(kBelowPointer, dpi);
+    if (top + size.cy > work.bottom)
+        top = pointer.y - size.cy - scaled(kAbovePointer, dpi);
+    top = std::clamp(top, work.top, work.bottom - size.cy);
+    const long left = std::clamp(pointer.x, work.left, work.right - size.cx);
+    return {left, top, left + size.cx, top + size.cy};
 }
 
 } // namespace
@@ -78,6 +89,13 @@ void ToolTip::update(std::int64_t nowMs) noexcept
         close();
 }
 
+void ToolTip::setDpi(int dpi) noexcept
+{
+    if (dpi != m_dpi)
+        m_font.reset();
+    m_dpi = dpi;
+}
+
 bool ToolTip::createWindow() noexcept
 {
     if (m_window)
@@ -106,22 +124,23 @@ void ToolTip::show() noexcept
 {
     if (!createWindow())
         return;
-    const int dpi = static_cast<int>(GetDpiForWindow(m_owner));
-    if (dpi > 0 && (dpi != m_dpi || !m_font)) {
-        m_dpi = dpi;
+    if (!m_font) {
         NONCLIENTMETRICSW metrics{};
         metrics.cbSize = sizeof metrics;
         SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-        metrics.lfStatusFont.lfHeight = -scaled(12, dpi);
+        metrics.lfStatusFont.lfHeight = -scaled(12, m_dpi);
         m_font.reset(CreateFontIndirectW(&metrics.lfStatusFont));
     }
     const HWND window = m_window.get();
     const morvane::WindowDc dc(window);
-    const SIZE size = measure(dc.get());
-    const POINT place = placeFor(size, m_dpi);
+    const RECT place = placeFor(measure(dc.get()), m_dpi);
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
     const int corner = scaled(kCorner, m_dpi) * 2;
-    SetWindowRgn(window, CreateRoundRectRgn(0, 0, size.cx + 1, size.cy + 1, corner, corner), FALSE);
-    SetWindowPos(window, HWND_TOPMOST, place.x, place.y, size.cx, size.cy, SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    morvane::UniqueRegion outline(CreateRoundRectRgn(0, 0, width + 1, height + 1, corner, corner));
+    if (SetWindowRgn(window, outline.get(), FALSE))
+        outline.detach(); // the system's now
+    SetWindowPos(window, HWND_TOPMOST, place.left, place.top, width, height, SWP_NOACTIVATE | SWP_SHOWWINDOW);
     InvalidateRect(window, nullptr, FALSE);
     UpdateWindow(window);
 }

@@ -19,6 +19,8 @@ public:
     void offer(HWND owner, std::uint64_t object, std::wstring text, std::int64_t nowMs);
     void dismiss(std::int64_t nowMs) noexcept;
     void update(std::int64_t nowMs) noexcept;
+    /// Dots per inch that it is shown at.
+    void setDpi(int dpi) noexcept;
     void close() noexcept { m_window.reset(); }
 
     std::int64_t nextDue() const noexcept { return m_timing.nextDue(); }

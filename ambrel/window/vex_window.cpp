@@ -294,10 +294,11 @@ STDMETHODIMP VexWindow::VexGetSystemMetrics(LONG index, LONG* result) noexcept
     return returning(result, [&] { return GetSystemMetrics(static_cast<int>(index)); });
 }
 
-STDMETHODIMP VexWindow::VexSleep(LONG milliseconds, LONG* result) noexcept
+STDMETHODIMP VexWindow::VexSleep(LONG seconds, LONG* result) noexcept
 {
+    constexpr LONG kLongest = 60 * 60; // nobody waits longer for a window that does not answer
     return returning(result, [&] {
-        Sleep(static_cast<DWORD>(std::max<LONG>(milliseconds, 0)));
+        Sleep(1000 * static_cast<DWORD>(std::clamp<LONG>(seconds, 0, kLongest)));
         return 0;
     });
 }

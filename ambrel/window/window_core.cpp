@@ -20,11 +20,6 @@ InputSettings systemSettings() noexcept
     return settings;
 }
 
-void forget(std::vector<WeakNode>& list, const ObjectNode* node) noexcept
-{
-    std::erase_if(list, [&](const WeakNode& each) { return !each || each.get() == node; });
-}
-
 } // namespace
 
 WindowCore::WindowCore(SkinObjectCore& root, IAmbrel& face)
@@ -44,14 +39,12 @@ bool WindowCore::create(HWND parent, const Rect& rect)
     if (m_window.handle())
         return false;
     HostWindow::Shape shape;
-    shape.parent = parent;
+    shape.parent = m_parent = parent;
     shape.rect = {rect.left, rect.top, rect.right, rect.bottom};
     shape.style = WS_CLIPCHILDREN | WS_CLIPSIBLINGS;
     shape.style |= parent && !m_traits.popup ? WS_CHILD : WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
     if (m_traits.resizable && !(shape.style & WS_CHILD))
         shape.style |= WS_THICKFRAME;
-    if (m_traits.perPixel && !(shape.style & WS_CHILD))
-        shape.extendedStyle |= WS_EX_LAYERED;
     const std::wstring title(m_root.name());
     shape.title = title.c_str();
     m_windowHold = ComPtr<IAmbrel>(&m_face);
@@ -61,10 +54,18 @@ bool WindowCore::create(HWND parent, const Rect& rect)
     }
     m_dpi = m_window.dpi();
     m_surface.setScale(m_dpi * 100 / 96);
+    m_tip.setDpi(m_dpi);
+    if (m_traits.perPixel || m_root.node().opacity() < 255)
+        applyTraits();
+    if (!m_fileReceivers.empty())
+        DragAcceptFiles(window(), TRUE);
+    RECT place{};
+    GetWindowRect(window(), &place);
+    m_lastPosition = {static_cast<int>(place.left), static_cast<int>(place.top)};
     RECT client{};
     GetClientRect(window(), &client);
     m_root.moveTo(morvane::fromWin32(client));
-    return true;
+    return m_window.handle() != nullptr;
 }
 
 void WindowCore::windowGone() noexcept
@@ -89,10 +90,17 @@ void WindowCore::applyTraits()
     auto extended = static_cast<DWORD>(GetWindowLongPtrW(handle, GWL_EXSTYLE));
     if (!(style & WS_CHILD)) {
         style = m_traits.resizable ? style | WS_THICKFRAME : style & ~static_cast<DWORD>(WS_THICKFRAME);
-        extended = m_traits.perPixel ? extended | WS_EX_LAYERED : extended & ~static_cast<DWORD>(WS_EX_LAYERED);
+        // Set anew each time: a layered window shows either pixels with their alpha or one opacity, as begun.
+        extended &= ~static_cast<DWORD>(WS_EX_LAYERED);
     }
     SetWindowLongPtrW(handle, GWL_STYLE, static_cast<LONG_PTR>(style));
     SetWindowLongPtrW(handle, GWL_EXSTYLE, static_cast<LONG_PTR>(extended));
+    const std::uint8_t opacity = m_root.node().opacity();
+    if (!(style & WS_CHILD) && (m_traits.perPixel || opacity < 255)) {
+        SetWindowLongPtrW(handle, GWL_EXSTYLE, static_cast<LONG_PTR>(extended | WS_EX_LAYERED));
+        if (!m_traits.perPixel)
+            SetLayeredWindowAttributes(handle, 0, opacity, LWA_ALPHA);
+    }
     SetWindowPos(handle, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     invalidate(m_root.node().rect());
@@ -114,7 +122,9 @@ bool WindowCore::setFocus(ObjectNode* node)
 
 void WindowCore::nodeWithdrawn(ObjectNode&)
 {
+    const InputTarget formerHot = m_router.hot();
     m_router.sceneChanged();
+    dismissTipUnless(formerHot);
     recheckSceneSoon();
 }
 
@@ -123,7 +133,11 @@ void WindowCore::nodeDetached(ObjectNode& node) noexcept
     const auto lies = [](const void* subtree, InputTarget target) {
         return static_cast<const ObjectNode*>(subtree)->holds(*nodeOf(target));
     };
+    const InputTarget formerHot = m_router.hot();
     m_router.objectsGone(lies, &node);
+    dismissTipUnless(formerHot);
+    if (m_dragRecorded && !m_router.isDragging())
+        clearDragRecord();
     if (m_dragOver && node.holds(*m_dragOver.get()))
         m_dragOver.reset();
     recheckSceneSoon();
@@ -191,6 +205,12 @@ void WindowCore::clockMoved()
     m_tip.update(Clock::instance().nowMs());
 }
 
+void WindowCore::dismissTipUnless(InputTarget hot) noexcept
+{
+    if (m_router.hot() != hot)
+        m_tip.dismiss(Clock::instance().nowMs());
+}
+
 void WindowCore::recheckSceneSoon() noexcept
 {
     if (window() && !m_recheckPosted)
@@ -204,25 +224,25 @@ void WindowCore::setPointerCapture(bool captured)
     m_changingCapture = true;
     if (captured)
         SetCapture(window());
-    else if (GetCapture() == window())
+    else if (GetCapture() == window() && !m_capturesForApplication)
         ReleaseCapture();
     m_changingCapture = false;
 }
 
-void WindowCore::acceptFiles(ObjectNode& node, bool accept)
+bool WindowCore::capturePointer(bool captured)
 {
-    forget(m_fileReceivers, &node);
-    if (accept)
-        m_fileReceivers.emplace_back(&node);
-    if (window())
-        DragAcceptFiles(window(), !m_fileReceivers.empty());
-}
-
-void WindowCore::followMoves(HWND follower, bool follow)
-{
-    std::erase(m_followers, follower);
-    if (follow)
-        m_followers.push_back(follower);
+    if (!window())
+        return false;
+    m_capturesForApplication = captured;
+    if (!captured) {
+        m_router.releaseCapture();
+        setPointerCapture(m_router.pressed() != 0);
+        return true;
+    }
+    if (m_router.pressed())
+        m_router.captureFor(m_router.pressed());
+    setPointerCapture(true);
+    return true;
 }
 
 void WindowCore::passOn(UINT message, bool pass)
@@ -232,37 +252,39 @@ void WindowCore::passOn(UINT message, bool pass)
         m_passedOn.push_back(message);
 }
 
-bool WindowCore::dragsObjects()
+void WindowCore::tellAll(VexMsgID id, hyper lParam1, hyper lParam2)
 {
-    VARIANT_BOOL drags = VARIANT_FALSE;
-    const ComPtr<IVexRes> resources = m_root.resources();
-    return resources && SUCCEEDED(resources->GetDrag(&drags)) && drags != VARIANT_FALSE;
-}
-
-void WindowCore::dragged(const InputAction& action, SkinObjectCore& source)
-{
-    const WeakNode sourceNode(&source.node());
-    const ComPtr<ISkinObjResBase> hold(source.face());
-    const auto tell = [&](ObjectNode* node, VexMsgID id) {
-        if (!node)
-            return;
-        const ComPtr<ISkinObjResBase> target = faceOf(node);
+    walkBeneath(m_root.node(), [&](ObjectNode& node) {
+        SkinObjectCore& core = coreOf(node);
+        const ComPtr<ISkinObjResBase> hold(core.face());
         VexNotify notice{};
         notice.eVexMsgId = id;
-        notice.lParam1 = reinterpret_cast<hyper>(hold.get());
-        notice.lParam2 = action.point.x;
-        notice.lParam3 = action.point.y;
-        coreOf(*node).notify(notice);
-    };
-    if (action.kind == InputKind::DragStart)
-        return tell(&source.node(), VEXSM_STARTDRAG);
-    m_dragOver.reset(nodeOf(m_scene.hitTest(action.point)));
-    if (action.kind == InputKind::DragMove)
-        return tell(m_dragOver.get(), VEXSM_DRAGING);
-    if (action.kind == InputKind::DragEnd)
-        tell(m_dragOver.get(), VEXSM_ENDDRAG);
-    tell(sourceNode.get(), VEXSM_ENDDRAG_NOTIFYFROMOBJ);
-    m_dragOver.reset();
+        notice.lParam1 = lParam1;
+        notice.lParam2 = lParam2;
+        core.notify(notice);
+        return false;
+    });
+}
+
+void WindowCore::keyboardWentTo(HWND other)
+{
+    WeakNode owner;
+    walkBeneath(m_root.node(), [&](ObjectNode& node) {
+        const WeakNode asked(&node);
+        SkinObjectCore& core = coreOf(node);
+        const ComPtr<ISkinObjResBase> hold(core.face());
+        hyper isOwner = 0;
+        VexNotify notice{};
+        notice.eVexMsgId = VEXSM_USER_SETFOCUS;
+        notice.lParam1 = reinterpret_cast<hyper>(other);
+        notice.lParam2 = reinterpret_cast<hyper>(&isOwner);
+        core.notify(notice);
+        if (isOwner)
+            owner = asked;
+        return isOwner != 0;
+    });
+    if (owner && owner.get() != focusNode())
+        setFocus(owner.get());
 }
 
 } // namespace ambrel

@@ -5,6 +5,7 @@
 #include "ambrel/objects/invalid_region.h"
 #include "ambrel/objects/skin_object_core.h"
 #include "ambrel/trace/clock.h"
+#include "ambrel/window/frame_regions.h"
 #include "ambrel/window/host_window.h"
 #include "ambrel/window/input_router.h"
 #include "ambrel/window/message_registry.h"
@@ -12,6 +13,8 @@
 #include "ambrel/window/tree_scene.h"
 #include "ambrel/window/window_surface.h"
 
+#include <unordered_map>
+#include <utility>
 #include <vector>
 
 namespace ambrel {
@@ -22,10 +25,13 @@ struct WindowTraits {
     SkinSize minSize{0, 0};
     SkinSize maxSize{0, 0}; // 0: no limit
     bool resizable = false;
-    bool dragable = false; // by its content
-    bool popup = true;     // false: a child of its parent window
-    bool perPixel = false; // the window's own alpha reaches the desktop
-    bool shaped = false;   // its region follows what is painted
+    bool dragable = false;         // by its content
+    bool popup = true;             // false: a child of its parent window
+    bool perPixel = false;         // the window's own alpha reaches the desktop
+    bool shaped = false;           // its region follows what is painted
+    bool blendsWithParent = false; // a child window: where nothing is drawn, it shows what its parent shows there
+    bool usesFrameRegions = false;
+    bool startsAfresh = false; // its objects are told each time it is shown again
 };
 
 /// What RootWindow, the face of the tree's root, stands on. Lives inside it; while the platform's window exists it
@@ -66,6 +72,10 @@ public:
     InputRouter& router() noexcept { return m_router; }
     MessageRegistry& messages() noexcept { return m_messages; }
     ObjectNode& rootNode() noexcept { return m_root.node(); }
+    /// Gives a window that was made already a parent (owner) and a place in it; null keeps the one it has.
+    bool moveInto(HWND parent, const Rect& rect);
+    /// Makes it a child of its parent or a window of its own, as the traits say.
+    void applyParent();
     /// Brings the platform's styles in line with the traits.
     void applyTraits();
     void sendToReceiver(HWND window, long message, hyper wParam, hyper lParam);
@@ -76,6 +86,8 @@ public:
     LRESULT handle(UINT message, WPARAM wParam, LPARAM lParam) { return windowMessage(message, wParam, lParam); }
     void setFrozen(bool frozen);
     bool isFrozen() const noexcept { return m_frozen; }
+    /// The part that freezing concerns; empty for all of it.
+    void setFrozenPart(const Rect& part);
     void setBatching(bool batching);
     bool isBatching() const noexcept { return m_batching; }
     /// Paints all of it into the surface, whatever waits; for pictures without a display and for Draw.
@@ -83,18 +95,45 @@ public:
     WindowSurface& surface() noexcept { return m_surface; }
     /// The rectangles painted by the last paint, joined.
     const Rect& lastPainted() const noexcept { return m_lastPainted; }
+    void setRefreshType(VEX_REFRESH_TYPE type) noexcept { m_refreshType = type; }
+    VEX_REFRESH_TYPE refreshType() const noexcept { return m_refreshType; }
     void setHotKeys(bool used) noexcept { m_hotKeys = used; }
     bool usesHotKeys() const noexcept override { return m_hotKeys; }
     void updateShape();
     void fade(bool show, VEX_FADE_TYPE type);
+    /// Gives the client area this size; false without a window.
+    bool resizeWindow(Size client);
+    /// Moves the window into the middle of its owner, or of the monitor's work area; false without a window.
+    bool centre();
+    FrameRegions& frameRegions() noexcept { return m_frameRegions; }
+    /// The object that is pressed gets every move and the release, wherever they happen; without one, the window does.
+    bool capturePointer(bool captured);
     void acceptFiles(ObjectNode& node, bool accept);
-    void followMoves(HWND window, bool follow);
+    /// A foreign window that hears of object drags over it by VEXSM_DRAGING and VEXSM_ENDDRAG: wParam the source
+    /// object, lParam the point in its client area.
+    bool acceptDrags(HWND window);
+    bool refuseDrags(HWND window) noexcept;
+    /// A window that moves along with this one, until it or the control it was registered for ends.
+    void followMoves(HWND window, ObjectNode* control);
+    bool unfollowMoves(HWND window) noexcept;
     void moveFollowers();
     /// A message that is passed on to the parent (owner) window.
     void passOn(UINT message, bool pass);
 
 private:
     struct Running; // the message being handled
+    struct Follower {
+        HWND window;
+        WeakNode control;
+        bool hasControl;
+    };
+    /// A position that was adapted to another resolution, so that the way back is exact.
+    struct Rescaled {
+        Position original;
+        int dpi; // of the original
+        Position given;
+    };
+    class Painting;
 
     // HostWindow::Client
     LRESULT windowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
@@ -106,6 +145,20 @@ private:
     void dragged(const InputAction& action, SkinObjectCore& source) override;
 
     void clockMoved() override; // Clock::Listener
+
+    // Drags (window_drag.cpp)
+    void setDragRecord(ISkinObjResBase* source, ISkinObjResBase* target);
+    void clearDragRecord() noexcept;
+    HWND acceptingWindowUnder(Point point, POINT& inWindow);
+    ObjectNode* fileReceiverAt(Point point);
+    bool onDropFiles(WPARAM, LPARAM, LRESULT&);
+
+    /// Tells every object beneath the root.
+    void tellAll(VexMsgID id, hyper lParam1 = 0, hyper lParam2 = 0);
+    void finishWaitingObjects();
+    /// A window of the platform's has the keyboard now: the object that it belongs to gets the focus here.
+    void keyboardWentTo(HWND window);
+    void dismissTipUnless(InputTarget hot) noexcept;
 
     // Messages (window_messages.cpp)
     using Handler = bool (WindowCore::*)(WPARAM, LPARAM, LRESULT&);
@@ -120,9 +173,9 @@ private:
     bool onTimer(WPARAM, LPARAM, LRESULT&);
     bool onTipMessage(WPARAM, LPARAM, LRESULT&);
     bool onShowWindow(WPARAM, LPARAM, LRESULT&);
-    bool onDropFiles(WPARAM, LPARAM, LRESULT&);
     bool onDestroy(WPARAM, LPARAM, LRESULT&);
     bool onSceneChanged(WPARAM, LPARAM, LRESULT&);
+    bool onGroundChanged(WPARAM, LPARAM, LRESULT&);
 
     // Geometry and the desktop (window_frame.cpp)
     bool onSize(WPARAM, LPARAM, LRESULT&);
@@ -131,12 +184,22 @@ private:
     bool onCalculateClient(WPARAM, LPARAM, LRESULT&);
     bool onMinMaxInfo(WPARAM, LPARAM, LRESULT&);
     bool onDpiChanged(WPARAM, LPARAM, LRESULT&);
+    void rescalePositions(int from, int to);
+    bool isTransparentAt(Point onScreen) const;
+
+    // Painting (window_painting.cpp)
     bool onEraseBackground(WPARAM, LPARAM, LRESULT&);
     bool onPaint(WPARAM, LPARAM, LRESULT&);
+    bool onPrintClient(WPARAM, LPARAM, LRESULT&);
     void paint(HDC dc, const RECT* exposed);
-    /// Asks the system for a paint message for everything that waits.
+    /// Takes what is to be painted now out of what waits.
+    InvalidRegion takeInvalid();
+    /// Asks the system for a paint message for a part, all of it for null. Nothing without a window.
+    void askForPaint(const RECT* part);
+    /// The same for everything that waits.
     void requestPaint();
-    void presentPerPixel();
+    bool presentPerPixel(int opacity = 255);
+    void fadeLayer(bool show);
 
     // Pointer and keys (window_input.cpp)
     PointerFact factOf(WPARAM wParam, LPARAM lParam) const;
@@ -168,6 +231,7 @@ private:
     SkinObjectCore& m_root;
     IAmbrel& m_face;
     HostWindow m_window;
+    HWND m_parent = nullptr; // or owner; as given
     ComPtr<IAmbrel> m_windowHold; // while the platform's window exists
     MessageRegistry m_messages;
     TreeScene m_scene;
@@ -180,13 +244,19 @@ private:
     AmbrelEventReceiver* m_receiver = nullptr;
     Running* m_running = nullptr;
     Rect m_lastPainted;
+    Rect m_frozenPart;
+    VEX_REFRESH_TYPE m_refreshType = VEX_REFRESH_PART;
     Point m_lastPosition; // on the screen
     int m_dpi = 96;
     std::vector<WeakNode> m_waitingForFinalCreate;
     std::vector<WeakNode> m_fileReceivers;
-    std::vector<HWND> m_followers;
+    std::vector<HWND> m_dragReceivers;
+    std::vector<Follower> m_followers;
+    std::unordered_map<const ObjectNode*, std::pair<WeakNode, Rescaled>> m_rescaled;
+    FrameRegions m_frameRegions;
     std::vector<UINT> m_passedOn;
     WeakNode m_dragOver;
+    bool m_dragRecorded = false; // the record of the running object drag holds objects
     bool m_dragArmed = false;
     Point m_dragPress;
     bool m_keyHandledByFocus = false; // the raw key message, by the object that has the focus
@@ -200,6 +270,8 @@ private:
     bool m_painting = false;
     bool m_recheckPosted = false;
     bool m_changingCapture = false;
+    bool m_capturesForApplication = false;
+    bool m_wasShown = false;
     bool m_destroying = false;
 };
 

@@ -1,5 +1,4 @@
-// The window's place on the desktop: size, borders, resolution, shape, painting.
-#include "ambrel/trace/trace.h"
+// The window's place on the desktop: size, borders, resolution, companions.
 #include "ambrel/window/tree_walk.h"
 #include "ambrel/window/window_core.h"
 
@@ -9,10 +8,6 @@
 namespace ambrel {
 
 namespace {
-
-constexpr int kMostRequests = 32; // for parts of a window, between two paints
-
-constexpr DWORD kFadeMs = 200;
 
 int scaled(long value, int dpi) noexcept
 {
@@ -59,153 +54,6 @@ LRESULT hitOfBorder(Point at, SIZE window, const SkinRect& border) noexcept
 
 } // namespace
 
-void WindowCore::invalidate(const Rect& rect)
-{
-    if (rect.isEmpty())
-        return;
-    const InvalidRegion known = m_invalid;
-    m_invalid.add(rect);
-    if (m_batching || m_frozen || !window() || m_requests > kMostRequests)
-        return;
-    // Every request costs a round trip to the system's server: what was asked for is not asked for again, and when very
-    // much changes before the next paint, the whole window is asked for once. Still only what changed is drawn.
-    for (const Rect& each : m_invalid.rects()) {
-        if (known.covers(each))
-            continue;
-        const RECT part = morvane::toWin32(each);
-        ++m_requests;
-        InvalidateRect(window(), m_requests > kMostRequests ? nullptr : &part, FALSE);
-    }
-}
-
-void WindowCore::requestPaint()
-{
-    for (const Rect& each : m_invalid.rects()) {
-        const RECT part = morvane::toWin32(each);
-        InvalidateRect(window(), &part, FALSE);
-    }
-}
-
-void WindowCore::paintNow()
-{
-    if (!window() || m_painting)
-        return;
-    const bool isOnlyOurs =
-        m_requests > 0 && m_requests <= kMostRequests && !m_frozen && !m_batching && !m_traits.perPixel;
-    if (!isOnlyOurs || !m_surface.pixels() || m_surface.size() != m_root.node().rect().size()) {
-        UpdateWindow(window());
-        return;
-    }
-    // A few changed parts are painted without a paint message, which would cost twice as many calls to the system's
-    // server.
-    const ComPtr<IAmbrel> hold(&m_face);
-    const InvalidRegion region = m_invalid;
-    m_requests = 0;
-    for (const Rect& each : region.rects()) {
-        const RECT part = morvane::toWin32(each);
-        ValidateRect(window(), &part); // before drawing, which may ask for more
-    }
-    try {
-        paint(nullptr, nullptr);
-    } catch (...) {
-        m_painting = false;
-        throw;
-    }
-    if (!window()) // ended by what was drawn
-        return;
-    const bool hidesCaret = HideCaret(window()) != FALSE;
-    m_surface.copyTo(window(), region.rects());
-    if (hidesCaret)
-        ShowCaret(window());
-}
-
-void WindowCore::setFrozen(bool frozen)
-{
-    m_frozen = frozen;
-    if (!frozen && window())
-        requestPaint();
-}
-
-void WindowCore::setBatching(bool batching)
-{
-    m_batching = batching;
-    if (!batching && !m_frozen)
-        setFrozen(false); // shows what was collected
-}
-
-bool WindowCore::onEraseBackground(WPARAM, LPARAM, LRESULT& result)
-{
-    result = 1; // painting covers everything
-    return true;
-}
-
-bool WindowCore::onPaint(WPARAM, LPARAM, LRESULT&)
-{
-    m_requests = 0;
-    PAINTSTRUCT paintInfo{};
-    const HDC dc = BeginPaint(window(), &paintInfo);
-    if (!dc)
-        return false;
-    try {
-        paint(dc, &paintInfo.rcPaint);
-    } catch (...) {
-        m_painting = false;
-        EndPaint(window(), &paintInfo);
-        throw;
-    }
-    EndPaint(window(), &paintInfo);
-    return true;
-}
-
-void WindowCore::paint(HDC dc, const RECT* exposed)
-{
-    const Rect client = m_root.node().rect();
-    const Size size = client.size();
-    if (m_painting || size.isEmpty())
-        return;
-    m_surface.setOpaque(!m_traits.perPixel);
-    const bool fresh = m_surface.resize(size);
-    if (fresh)
-        m_invalid.add(client);
-    m_invalid.clip(client);
-    if (!m_frozen && !m_invalid.isEmpty()) {
-        const InvalidRegion region = m_invalid;
-        m_invalid.clear();
-        m_painting = true;
-        m_lastPainted = region.bounds();
-        for (const Rect& part : region.rects()) {
-            traceRect(AMBREL_TRACE_PAINT, &m_face, morvane::toSkinRect(part));
-            m_surface.draw(m_root.node(), part);
-        }
-        m_painting = false;
-        if (!m_batching)
-            requestPaint(); // what was asked for meanwhile, in case a paint message inside this one took it
-        if (m_traits.shaped)
-            updateShape();
-    }
-    if (m_traits.perPixel)
-        presentPerPixel();
-    else if (dc && exposed)
-        m_surface.copyTo(dc, morvane::fromWin32(*exposed).united(m_lastPainted));
-}
-
-void WindowCore::presentPerPixel()
-{
-    RECT place{};
-    GetWindowRect(window(), &place);
-    m_surface.presentLayered(window(), {static_cast<int>(place.left), static_cast<int>(place.top)});
-}
-
-void WindowCore::renderAll(Size size)
-{
-    if (m_root.node().rect().size() != size)
-        m_root.moveTo(Rect::at({0, 0}, size));
-    m_surface.resize(size);
-    m_painting = true;
-    m_surface.draw(m_root.node(), Rect::at({0, 0}, size));
-    m_painting = false;
-}
-
 bool WindowCore::onSize(WPARAM kind, LPARAM extent, LRESULT&)
 {
     if (kind == SIZE_MINIMIZED)
@@ -214,7 +62,7 @@ bool WindowCore::onSize(WPARAM kind, LPARAM extent, LRESULT&)
     const Rect client = Rect::at({0, 0}, {GET_X_LPARAM(extent), GET_Y_LPARAM(extent)});
     m_root.moveTo(client);
     m_invalid.add(client);
-    InvalidateRect(window(), nullptr, FALSE);
+    askForPaint(nullptr);
     return false;
 }
 
@@ -228,33 +76,128 @@ bool WindowCore::onMove(WPARAM, LPARAM, LRESULT&)
 void WindowCore::moveFollowers()
 {
     RECT place{};
-    GetWindowRect(window(), &place);
+    // A minimized window stands somewhere outside of the screen; what is above it is hidden by the system.
+    if (!window() || IsIconic(window()) || !GetWindowRect(window(), &place))
+        return;
     const Point now{static_cast<int>(place.left), static_cast<int>(place.top)};
     const Point by = now - m_lastPosition;
     m_lastPosition = now;
-    std::erase_if(m_followers, [](HWND each) { return !IsWindow(each); });
+    std::erase_if(m_followers,
+                  [](const Follower& each) { return !IsWindow(each.window) || (each.hasControl && !each.control); });
     if (by == Point{})
         return;
-    for (const HWND each : std::vector<HWND>(m_followers)) {
+    for (const Follower& each : std::vector<Follower>(m_followers)) {
         RECT old{};
-        if (GetWindowRect(each, &old))
-            SetWindowPos(each, nullptr, old.left + by.x, old.top + by.y, 0, 0,
+        if (GetWindowRect(each.window, &old))
+            SetWindowPos(each.window, nullptr, old.left + by.x, old.top + by.y, 0, 0,
                          SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
 }
 
+void WindowCore::followMoves(HWND follower, ObjectNode* control)
+{
+    unfollowMoves(follower);
+    m_followers.push_back({follower, WeakNode(control), control != nullptr});
+}
+
+bool WindowCore::unfollowMoves(HWND follower) noexcept
+{
+    return std::erase_if(m_followers, [&](const Follower& each) { return each.window == follower; }) != 0;
+}
+
+bool WindowCore::moveInto(HWND parent, const Rect& rect)
+{
+    if (parent && parent != m_parent) {
+        m_parent = parent;
+        applyParent();
+    }
+    return SetWindowPos(window(), nullptr, rect.left, rect.top, rect.width(), rect.height(),
+                        SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
+}
+
+void WindowCore::applyParent()
+{
+    constexpr DWORD kOwn = WS_POPUP | WS_SYSMENU | WS_MINIMIZEBOX | WS_MAXIMIZEBOX;
+    const HWND handle = window();
+    if (!handle || !IsWindow(m_parent))
+        return;
+    const auto style = static_cast<DWORD>(GetWindowLongPtrW(handle, GWL_STYLE));
+    const auto setStyle = [&](DWORD wanted) { SetWindowLongPtrW(handle, GWL_STYLE, static_cast<LONG_PTR>(wanted)); };
+    // The platform wants a child's style before it becomes one, and takes it back afterwards.
+    if (!m_traits.popup) {
+        setStyle((style & ~(kOwn | WS_THICKFRAME)) | WS_CHILD);
+        SetParent(handle, m_parent);
+    } else {
+        if (style & WS_CHILD)
+            SetParent(handle, nullptr);
+        setStyle((style & ~static_cast<DWORD>(WS_CHILD)) | kOwn);
+        SetWindowLongPtrW(handle, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(m_parent));
+    }
+    applyTraits();
+}
+
+bool WindowCore::resizeWindow(Size client)
+{
+    if (!window())
+        return false;
+    // All of it is client area.
+    return SetWindowPos(window(), nullptr, 0, 0, client.width, client.height,
+                        SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
+}
+
+bool WindowCore::centre()
+{
+    RECT place{};
+    if (!window() || !GetWindowRect(window(), &place))
+        return false;
+    const bool isChild = (GetWindowLongPtrW(window(), GWL_STYLE) & WS_CHILD) != 0;
+    const HWND above = isChild ? GetParent(window()) : GetWindow(window(), GW_OWNER);
+    RECT around{};
+    MONITORINFO monitor{};
+    monitor.cbSize = sizeof monitor;
+    if (isChild)
+        GetClientRect(above, &around);
+    else if (above && !IsIconic(above))
+        GetWindowRect(above, &around);
+    else if (GetMonitorInfoW(MonitorFromWindow(window(), MONITOR_DEFAULTTONEAREST), &monitor))
+        around = monitor.rcWork;
+    const long left = (around.left + around.right - (place.right - place.left)) / 2;
+    const long top = (around.top + around.bottom - (place.bottom - place.top)) / 2;
+    return SetWindowPos(window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
+}
+
+bool WindowCore::isTransparentAt(Point onScreen) const
+{
+    POINT at{onScreen.x, onScreen.y};
+    ScreenToClient(window(), &at);
+    const DibSurface* const surface = m_surface.pixels();
+    if (!surface || at.x < 0 || at.y < 0 || at.x >= surface->size().width || at.y >= surface->size().height)
+        return false;
+    return surface->pixels().row(at.y)[at.x] >> 24 == 0;
+}
+
 bool WindowCore::onHitTest(WPARAM, LPARAM where, LRESULT& result)
 {
-    if (!m_traits.resizable || IsZoomed(window()) || (GetWindowLongPtrW(window(), GWL_STYLE) & WS_CHILD))
-        return false;
+    const Point onScreen{GET_X_LPARAM(where), GET_Y_LPARAM(where)};
     RECT place{};
     GetWindowRect(window(), &place);
-    const SkinRect& b = m_traits.resizeBorder;
-    const SkinRect border{scaled(b.left, m_dpi), scaled(b.top, m_dpi), scaled(b.right, m_dpi), scaled(b.bottom, m_dpi)};
-    const Point at{GET_X_LPARAM(where) - static_cast<int>(place.left),
-                   GET_Y_LPARAM(where) - static_cast<int>(place.top)};
-    result = hitOfBorder(at, {place.right - place.left, place.bottom - place.top}, border);
-    return result != HTCLIENT;
+    const Point at = onScreen - Point{static_cast<int>(place.left), static_cast<int>(place.top)};
+    const bool hasFrame = !IsZoomed(window()) && !(GetWindowLongPtrW(window(), GWL_STYLE) & WS_CHILD);
+    if (hasFrame && m_traits.usesFrameRegions) {
+        result = m_frameRegions.hitAt(at);
+        if (result != HTNOWHERE)
+            return true;
+    }
+    if (hasFrame && m_traits.resizable) {
+        const SkinRect& b = m_traits.resizeBorder;
+        const SkinRect border{scaled(b.left, m_dpi), scaled(b.top, m_dpi), scaled(b.right, m_dpi),
+                              scaled(b.bottom, m_dpi)};
+        result = hitOfBorder(at, {place.right - place.left, place.bottom - place.top}, border);
+        if (result != HTCLIENT)
+            return true;
+    }
+    result = HTTRANSPARENT;
+    return m_traits.perPixel && isTransparentAt(onScreen);
 }
 
 bool WindowCore::onCalculateClient(WPARAM wantsRects, LPARAM parameters, LRESULT& result)
@@ -288,38 +231,45 @@ bool WindowCore::onMinMaxInfo(WPARAM, LPARAM parameters, LRESULT&)
     return true;
 }
 
-bool WindowCore::onDpiChanged(WPARAM dpi, LPARAM suggested, LRESULT&)
+void WindowCore::rescalePositions(int from, int to)
 {
-    const int former = std::exchange(m_dpi, static_cast<int>(LOWORD(dpi)));
-    if (m_dpi <= 0 || former <= 0 || m_dpi == former)
-        return true;
-    m_surface.setScale(m_dpi * 100 / 96);
+    std::unordered_map<const ObjectNode*, std::pair<WeakNode, Rescaled>> adapted;
     walkBeneath(m_root.node(), [&](ObjectNode& node) {
-        const Position& old = node.position();
-        node.setPosition({scaled(old.horizontal, former, m_dpi), scaled(old.vertical, former, m_dpi)});
+        Rescaled entry{node.position(), from, {}};
+        // What nobody has moved since goes by its first position, so that roundings do not add up.
+        const auto known = m_rescaled.find(&node);
+        if (known != m_rescaled.end() && known->second.first && known->second.second.given == node.position())
+            entry = known->second.second;
+        entry.given = {scaled(entry.original.horizontal, entry.dpi, to),
+                       scaled(entry.original.vertical, entry.dpi, to)};
+        node.setPosition(entry.given);
+        coreOf(node).scaleChildGaps(from, to);
+        adapted.insert_or_assign(&node, std::pair(WeakNode(&node), entry));
         return false;
     });
-    const RECT& place = *reinterpret_cast<const RECT*>(suggested);
-    SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
-                 SWP_NOZORDER | SWP_NOACTIVATE);
+    m_rescaled = std::move(adapted);
+}
+
+bool WindowCore::onDpiChanged(WPARAM dpi, LPARAM suggested, LRESULT&)
+{
+    const int present = static_cast<int>(LOWORD(dpi));
+    const int former = m_dpi;
+    if (present <= 0 || present == former)
+        return true;
+    m_dpi = present;
+    m_surface.setScale(m_dpi * 100 / 96);
+    m_tip.dismiss(Clock::instance().nowMs());
+    m_tip.setDpi(m_dpi);
+    rescalePositions(former, m_dpi);
+    m_root.scaleChildGaps(former, m_dpi);
+    if (suggested) {
+        const RECT& place = *reinterpret_cast<const RECT*>(suggested);
+        SetWindowPos(window(), nullptr, place.left, place.top, place.right - place.left, place.bottom - place.top,
+                     SWP_NOZORDER | SWP_NOACTIVATE);
+    }
     m_root.layOutChildren();
     invalidate(m_root.node().rect());
     return true;
-}
-
-void WindowCore::updateShape()
-{
-    if (window())
-        SetWindowRgn(window(), m_traits.shaped ? m_surface.opaqueRegion() : nullptr, TRUE);
-}
-
-void WindowCore::fade(bool show, VEX_FADE_TYPE type)
-{
-    static constexpr DWORD kDirections[] = {AW_SLIDE | AW_VER_POSITIVE, AW_SLIDE | AW_VER_NEGATIVE,
-                                            AW_SLIDE | AW_HOR_POSITIVE, AW_SLIDE | AW_HOR_NEGATIVE, AW_BLEND};
-    const DWORD direction = type >= 0 && type < static_cast<int>(std::size(kDirections)) ? kDirections[type] : AW_BLEND;
-    if (!AnimateWindow(window(), kFadeMs, direction | (show ? AW_ACTIVATE : AW_HIDE)))
-        ShowWindow(window(), show ? SW_SHOW : SW_HIDE);
 }
 
 } // namespace ambrel

@@ -209,7 +209,9 @@ bool WindowCore::onKillFocus(WPARAM newOwner, LPARAM, LRESULT&)
 {
     // An editor's own little window takes the keyboard for the object that has the focus here.
     const auto owner = reinterpret_cast<HWND>(newOwner);
-    if (!owner || !IsChild(window(), owner))
+    if (owner && IsChild(window(), owner))
+        keyboardWentTo(owner);
+    else
         m_router.windowFocused(false);
     return true;
 }

@@ -6,7 +6,6 @@
 
 #include <algorithm>
 #include <new>
-#include <shellapi.h>
 
 namespace ambrel {
 
@@ -62,6 +61,7 @@ const WindowCore::HandlerEntry* WindowCore::handlerFor(UINT message) noexcept
         {WM_NCHITTEST, &W::onHitTest},
         {WM_SETCURSOR, &W::onSetCursor},
         {WM_ERASEBKGND, &W::onEraseBackground},
+        {WM_PRINTCLIENT, &W::onPrintClient},
         {WM_SIZE, &W::onSize},
         {WM_MOVE, &W::onMove},
         {WM_LBUTTONDOWN, &W::onLeftDown},
@@ -90,6 +90,7 @@ const WindowCore::HandlerEntry* WindowCore::handlerFor(UINT message) noexcept
         {kToolTipMessage, &W::onTipMessage},
         {kGroupChoiceMessage, &W::onGroupChoice},
         {kSceneChangedMessage, &W::onSceneChanged},
+        {kGroundChangedMessage, &W::onGroundChanged},
     };
     const auto* found = std::find_if(std::begin(kHandlers), std::end(kHandlers),
                                      [&](const HandlerEntry& each) { return each.message == message; });
@@ -190,15 +191,7 @@ bool WindowCore::onTimer(WPARAM id, LPARAM procedure, LRESULT&)
     if (procedure)
         return false; // the platform calls it
     // Identifiers are shared by all objects of a window, and each knows its own: every object is told.
-    walkBeneath(m_root.node(), [&](ObjectNode& node) {
-        SkinObjectCore& core = coreOf(node);
-        const ComPtr<ISkinObjResBase> hold(core.face());
-        VexNotify notice{};
-        notice.eVexMsgId = VEXSM_TIMER;
-        notice.lParam1 = static_cast<hyper>(id);
-        core.notify(notice);
-        return false;
-    });
+    tellAll(VEXSM_TIMER, static_cast<hyper>(id));
     return true;
 }
 
@@ -210,13 +203,8 @@ bool WindowCore::onTipMessage(WPARAM text, LPARAM control, LRESULT&)
     return true;
 }
 
-bool WindowCore::onShowWindow(WPARAM shown, LPARAM, LRESULT&)
+void WindowCore::finishWaitingObjects()
 {
-    if (!shown) {
-        m_tip.dismiss(Clock::instance().nowMs());
-        return false;
-    }
-    // What was attached without being finished is finished now.
     while (!m_waitingForFinalCreate.empty()) {
         const std::vector<WeakNode> waiting = std::exchange(m_waitingForFinalCreate, {});
         for (const WeakNode& node : waiting) {
@@ -228,30 +216,31 @@ bool WindowCore::onShowWindow(WPARAM shown, LPARAM, LRESULT&)
                 control->FinalCreate(VARIANT_TRUE);
         }
     }
-    return false;
 }
 
-bool WindowCore::onDropFiles(WPARAM drop, LPARAM, LRESULT& result)
+bool WindowCore::onShowWindow(WPARAM shown, LPARAM, LRESULT&)
 {
-    const auto files = reinterpret_cast<HDROP>(drop);
-    POINT at{};
-    DragQueryPoint(files, &at);
-    const Point point{static_cast<int>(at.x), static_cast<int>(at.y)};
-    ObjectNode* receiver = nullptr;
-    for (const WeakNode& each : m_fileReceivers) {
-        if (each && each->shownRect().contains(point))
-            receiver = each.get(); // the one registered last lies on top, as far as we know
+    if (!shown) {
+        m_tip.dismiss(Clock::instance().nowMs());
+        return false;
     }
-    if (receiver)
-        forward(*receiver, WM_DROPFILES, drop, 0, result, false);
-    DragFinish(files);
-    return true;
+    // Whoever shows the window means its objects, too.
+    if (m_root.node().set(NodeFlag::Visible, true))
+        invalidate(m_root.node().rect());
+    finishWaitingObjects(); // what was attached without being finished
+    if (m_traits.perPixel)
+        paint(nullptr, nullptr); // the system shows such a window only once it has a picture
+    if (std::exchange(m_wasShown, true) && m_traits.startsAfresh)
+        tellAll(VEXSM_AUTOLOADINIT);
+    return false;
 }
 
 bool WindowCore::onSceneChanged(WPARAM, LPARAM, LRESULT&)
 {
     m_recheckPosted = false;
+    const InputTarget formerHot = m_router.hot();
     m_router.sceneChanged();
+    dismissTipUnless(formerHot);
     return true;
 }
 
@@ -262,6 +251,8 @@ bool WindowCore::onDestroy(WPARAM, LPARAM, LRESULT&)
     m_face.RevokeDropTarget(); // the system would keep the target, and with it this window
     m_root.removeChildren(true);
     m_router.shutDown();
+    if (m_dragRecorded)
+        clearDragRecord();
     KillTimer(window(), kTipTimer);
     m_messages.removeAll();
     m_messages.removeAllWhole();

@@ -13,6 +13,7 @@ inline constexpr UINT kGroupChoiceMessage = 3025;
 
 // The runtime's own. The numbers lie outside of what controls use.
 inline constexpr UINT kSceneChangedMessage = WM_APP + 0x3A51;
+inline constexpr UINT kGroundChangedMessage = WM_APP + 0x3A52; // what a parent shows beneath its child windows
 inline constexpr UINT_PTR kTipTimer = 0x41'4D'42'01;
 
 } // namespace ambrel

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ambrel/objects/object_node.h"
+#include "frame/com/module_lock.h"
 #include "frame/platform/handles.h"
 #include "host/host.h"
 
@@ -29,6 +30,9 @@ public:
     bool removeKeyboard(const ObjectNode& node) noexcept;
     bool isKeyboardRegistered(const ObjectNode& node) const noexcept;
 
+    /// The object ends: hooks that only it needed go at once, and do not stay in the system for code that may be gone.
+    void forget(const ObjectNode& node) noexcept;
+
     /// Hooks of the first list work between these two; they nest. Keyboard objects are always served.
     bool start();
     bool end() noexcept;
@@ -53,7 +57,11 @@ private:
 
     std::map<VEX_HOOKTYPE, List> m_objects;
     List m_keyboard;
-    std::map<VEX_HOOKTYPE, morvane::UniqueHook> m_hooks;
+    struct Installed {
+        morvane::UniqueHook hook;
+        morvane::ModuleLock lock; // the system calls into this module
+    };
+    std::map<VEX_HOOKTYPE, Installed> m_hooks;
     int m_started = 0;
     HHOOK m_running = nullptr;
 };

@@ -1,4 +1,4 @@
-#include "ambrel/resources/hooks.h"
+#include "ambrel/objects/hooks.h"
 
 #include "ambrel/objects/skin_object_core.h"
 
@@ -31,6 +31,7 @@ bool addTo(std::vector<WeakNode>& list, ObjectNode& node)
     if (contains(list, node))
         return false;
     list.emplace_back(&node);
+    node.set(NodeFlag::Hooks, true);
     return true;
 }
 
@@ -61,7 +62,7 @@ LRESULT CALLBACK Hooks::procedure(int code, WPARAM wParam, LPARAM lParam) noexce
 {
     Hooks& self = instance();
     const auto installed = self.m_hooks.find(Kind);
-    const HHOOK own = installed == self.m_hooks.end() ? nullptr : installed->second.get();
+    const HHOOK own = installed == self.m_hooks.end() ? nullptr : installed->second.hook.get();
     const HHOOK outer = std::exchange(self.m_running, own);
     LRESULT answer = 0;
     bool handled = false;
@@ -131,9 +132,8 @@ void Hooks::update() noexcept
     for (const Platform& each : kPlatform) {
         if (!isNeeded(each.kind))
             m_hooks.erase(each.kind);
-        else if (!m_hooks.contains(each.kind))
-            m_hooks.emplace(each.kind, morvane::UniqueHook(
-                                           SetWindowsHookExW(each.id, each.procedure, nullptr, GetCurrentThreadId())));
+        else if (auto& installed = m_hooks[each.kind]; !installed.hook)
+            installed.hook.reset(SetWindowsHookExW(each.id, each.procedure, nullptr, GetCurrentThreadId()));
     }
 }
 
@@ -185,6 +185,15 @@ bool Hooks::removeKeyboard(const ObjectNode& node) noexcept
 bool Hooks::isKeyboardRegistered(const ObjectNode& node) const noexcept
 {
     return contains(m_keyboard, node);
+}
+
+void Hooks::forget(const ObjectNode& node) noexcept
+{
+    const auto isGone = [&](const WeakNode& each) { return !each || each.get() == &node; };
+    std::erase_if(m_keyboard, isGone);
+    for (auto& [kind, list] : m_objects)
+        std::erase_if(list, isGone);
+    update();
 }
 
 bool Hooks::start()
