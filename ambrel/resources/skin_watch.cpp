@@ -1,12 +1,15 @@
 #include "ambrel/resources/skin_watch.h"
 
+#include <filesystem>
 #include <map>
+#include <system_error>
 
 namespace ambrel {
 
 namespace {
 
 constexpr UINT kLookEveryMs = 300;
+constexpr std::size_t kMostFolders = 64;
 constexpr DWORD kChanges = FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME;
 
 /// Timers without a window know only their number.
@@ -19,9 +22,11 @@ std::map<UINT_PTR, SkinWatch*>& watches()
 } // namespace
 
 SkinWatch::SkinWatch(const std::wstring& folder, std::function<void()> changed)
-    : m_changed(std::move(changed)), m_notification(FindFirstChangeNotificationW(folder.c_str(), TRUE, kChanges)),
-      m_timer(m_notification != INVALID_HANDLE_VALUE ? SetTimer(nullptr, 0, kLookEveryMs, &SkinWatch::look) : 0)
+    : m_folder(folder), m_changed(std::move(changed))
 {
+    listen();
+    if (!m_notifications.empty())
+        m_timer = SetTimer(nullptr, 0, kLookEveryMs, &SkinWatch::look);
     if (m_timer)
         watches()[m_timer] = this;
 }
@@ -32,8 +37,33 @@ SkinWatch::~SkinWatch()
         KillTimer(nullptr, m_timer);
         watches().erase(m_timer);
     }
-    if (m_notification != INVALID_HANDLE_VALUE)
-        FindCloseChangeNotification(m_notification);
+    stopListening();
+}
+
+/// Each folder by itself: a notification of a whole tree does not reach everywhere what happens further down.
+void SkinWatch::listen()
+{
+    stopListening();
+    std::vector<std::wstring> folders{m_folder};
+    std::error_code problem;
+    for (std::filesystem::directory_iterator each(m_folder, problem), end; !problem && each != end;
+         each.increment(problem)) {
+        std::error_code unreadable;
+        if (each->is_directory(unreadable) && folders.size() < kMostFolders)
+            folders.push_back(each->path().wstring());
+    }
+    for (const std::wstring& folder : folders) {
+        const HANDLE notification = FindFirstChangeNotificationW(folder.c_str(), FALSE, kChanges);
+        if (notification != INVALID_HANDLE_VALUE)
+            m_notifications.push_back(notification);
+    }
+}
+
+void SkinWatch::stopListening()
+{
+    for (const HANDLE notification : m_notifications)
+        FindCloseChangeNotification(notification);
+    m_notifications.clear();
 }
 
 void CALLBACK SkinWatch::look(HWND, UINT, UINT_PTR timer, DWORD) noexcept
@@ -45,11 +75,10 @@ void CALLBACK SkinWatch::look(HWND, UINT, UINT_PTR timer, DWORD) noexcept
 void SkinWatch::look()
 {
     bool changed = false;
-    while (WaitForSingleObject(m_notification, 0) == WAIT_OBJECT_0) {
-        changed = true;
-        if (!FindNextChangeNotification(m_notification))
-            break;
-    }
+    for (const HANDLE notification : m_notifications)
+        changed = changed || WaitForSingleObject(notification, 0) == WAIT_OBJECT_0;
+    if (changed)
+        listen(); // to folders that came, too; what changes until then is read with the rest
     // An editor writes several files, or one in several steps: one look without a change is waited for.
     if (changed) {
         m_pending = true;

@@ -5,11 +5,12 @@
 
 #include <functional>
 #include <string>
+#include <vector>
 
 namespace ambrel {
 
-/// Looks now and then, on the thread that made it, whether anything in a folder changed, and tells once things are
-/// quiet. Needs that thread's message loop. `changed` may end the watch.
+/// Looks now and then, on the thread that made it, whether anything in a folder or the folders directly in it changed,
+/// and tells once things are quiet. Needs that thread's message loop. `changed` may end the watch.
 class SkinWatch {
 public:
     SkinWatch(const std::wstring& folder, std::function<void()> changed);
@@ -20,10 +21,13 @@ public:
 private:
     static void CALLBACK look(HWND, UINT, UINT_PTR timer, DWORD) noexcept;
     void look();
+    void listen();
+    void stopListening();
 
+    std::wstring m_folder;
     std::function<void()> m_changed;
-    HANDLE m_notification;
-    UINT_PTR m_timer;
+    std::vector<HANDLE> m_notifications; // of the folder and those in it
+    UINT_PTR m_timer = 0;
     bool m_pending = false;
 };
 
