@@ -1,16 +1,12 @@
 // Layers of a window whose objects are plain rectangles of one colour.
+#include "ambrel/objects/memory_bitmap.h"
 #include "ambrel/objects/test_control.h"
 #include "ambrel/objects/test_window.h"
-#include "frame/platform/handles.h"
 
 #include <gtest/gtest.h>
 
-#include <cstdint>
-
 namespace ambrel::testing_objects {
 namespace {
-
-using Pixel = std::uint32_t;
 
 constexpr OLE_COLOR kRed = 0x000000FF;
 constexpr OLE_COLOR kGreen = 0x0000FF00;
@@ -39,39 +35,6 @@ public:
 
     OLE_COLOR colour = 0;
     ComPtr<IVexRenderDC> lastContext;
-};
-
-/// A bitmap with a device context, filled with one value.
-class MemoryBitmap {
-public:
-    MemoryBitmap(int width, int height, Pixel value) : m_width(width)
-    {
-        BITMAPINFO info{};
-        info.bmiHeader = {sizeof info.bmiHeader, width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        m_dc.reset(CreateCompatibleDC(nullptr));
-        m_bitmap.reset(CreateDIBSection(m_dc.get(), &info, DIB_RGB_COLORS, &bits, nullptr, 0));
-        m_former = SelectObject(m_dc.get(), m_bitmap.get());
-        m_pixels = static_cast<Pixel*>(bits);
-        std::fill_n(m_pixels, width * height, value);
-    }
-    MemoryBitmap(const MemoryBitmap&) = delete;
-    MemoryBitmap& operator=(const MemoryBitmap&) = delete;
-    ~MemoryBitmap() { SelectObject(m_dc.get(), m_former); }
-
-    hyper dc() const { return reinterpret_cast<hyper>(m_dc.get()); }
-    Pixel at(int x, int y) const
-    {
-        GdiFlush();
-        return m_pixels[y * m_width + x];
-    }
-
-private:
-    morvane::UniqueMemoryDc m_dc;
-    morvane::UniqueBitmap m_bitmap;
-    HGDIOBJ m_former = nullptr;
-    Pixel* m_pixels = nullptr;
-    int m_width;
 };
 
 /// Reads a layer in window coordinates.

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdlib>
 
 namespace ambrel {
 
@@ -85,6 +86,21 @@ void applyColourise(PixelView pixels, const Colourise& change)
                 lastOut = colourised(*p, change);
             }
             *p = lastOut;
+        }
+    }
+}
+
+void applyShift(PixelView pixels, const ChannelShift& shift)
+{
+    for (int y = 0; y < pixels.height; ++y) {
+        for (Pixel* p = pixels.row(y); p != pixels.row(y) + pixels.width; ++p) {
+            const int alpha = alphaOf(*p);
+            const auto moved = [alpha](int channel, int by) {
+                const int share = div255(std::abs(by) * alpha);
+                return std::clamp(by < 0 ? channel - share : channel + share, 0, alpha);
+            };
+            *p = packPixel(alpha, moved(redOf(*p), shift.red), moved(greenOf(*p), shift.green),
+                           moved(blueOf(*p), shift.blue));
         }
     }
 }

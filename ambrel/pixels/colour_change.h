@@ -19,6 +19,14 @@ struct Colourise {
 };
 void applyColourise(PixelView pixels, const Colourise& change);
 
+/// Adds to each channel (-255..255 each, in straight colours); alpha stays.
+struct ChannelShift {
+    int red = 0;
+    int green = 0;
+    int blue = 0;
+};
+void applyShift(PixelView pixels, const ChannelShift& shift);
+
 /// The stored colour that means "leave the colours alone".
 inline constexpr std::uint32_t kNoColourise = 0xFFFFFFFFu;
 

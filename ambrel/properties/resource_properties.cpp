@@ -1,5 +1,6 @@
 #include "ambrel/properties/resource_properties.h"
 
+#include "ambrel/properties/draws_text.h"
 #include "ambrel/properties/hotkey.h"
 #include "ambrel/properties/picture_frames.h"
 #include "ambrel/properties/property_descriptor.h"
@@ -203,7 +204,12 @@ STDMETHODIMP TextStylePropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRec
     return drawing(m_object, rect, drawn, [&](IVexTextStyle& style, VARIANT_BOOL& done) -> HRESULT {
         if (!dc)
             return E_POINTER;
-        const Bstr content(text ? std::wstring_view(text) : std::wstring_view());
+        const std::wstring_view words = text ? std::wstring_view(text) : std::wstring_view();
+        ComPtr<DrawsText> ours;
+        style.QueryInterface(kIidDrawsText, ours.putVoid());
+        if (ours)
+            return ours->renderText(*dc, *rect, words, done);
+        const Bstr content(words);
         return style.RenderDrawText(dc, content.get(), *rect, VARIANT_FALSE, -1, nullptr, &done);
     });
 }

@@ -62,11 +62,6 @@ HCURSOR Cursor::handle()
     return standard ? standard : LoadCursorW(nullptr, MAKEINTRESOURCEW(kArrow));
 }
 
-STDMETHODIMP Cursor::get_ImageObj(IVexPicture** result) noexcept
-{
-    return returning(result, [&] { return m_pictureObject; });
-}
-
 STDMETHODIMP Cursor::put_ImageObj(IVexPicture* picture) noexcept
 {
     m_pictureObject = morvane::ComPtr(picture);
@@ -74,16 +69,6 @@ STDMETHODIMP Cursor::put_ImageObj(IVexPicture* picture) noexcept
     m_standard = picture ? 0 : kArrow;
     changed();
     return S_OK;
-}
-
-STDMETHODIMP Cursor::GetStandardCursorID(long* result) noexcept
-{
-    return returning(result, [&] { return m_standard; });
-}
-
-STDMETHODIMP Cursor::IsStandardCursor(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_standard != 0; });
 }
 
 STDMETHODIMP Cursor::GetCursorHandle(hyper* result) noexcept

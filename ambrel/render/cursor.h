@@ -21,10 +21,10 @@ public:
     /// The cursor to show, owned by this object or by the system; the arrow when there is no other.
     HCURSOR handle();
 
-    STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override;
+    STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override { return give(m_pictureObject, result); }
     STDMETHODIMP put_ImageObj(IVexPicture* picture) noexcept override;
-    STDMETHODIMP GetStandardCursorID(long* result) noexcept override;
-    STDMETHODIMP IsStandardCursor(VARIANT_BOOL* result) noexcept override;
+    STDMETHODIMP GetStandardCursorID(long* result) noexcept override { return give(m_standard, result); }
+    STDMETHODIMP IsStandardCursor(VARIANT_BOOL* result) noexcept override { return give(m_standard != 0, result); }
     STDMETHODIMP GetCursorHandle(hyper* result) noexcept override;
     STDMETHODIMP SetCursor() noexcept override;
 

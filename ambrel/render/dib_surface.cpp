@@ -16,6 +16,17 @@ BITMAPINFO bitmapInfoOf(Size size) noexcept
     return info;
 }
 
+void repairAlpha(const Canvas& canvas)
+{
+    const Rect r = canvas.visible(canvas.clip);
+    for (int y = r.top; y < r.bottom; ++y) {
+        Pixel* row = canvas.at(r.left, y);
+        for (int x = 0; x < r.width(); ++x)
+            if (alphaOf(row[x]) == 0 && row[x] != 0)
+                row[x] |= 0xFF000000u;
+    }
+}
+
 DibSurface::DibSurface(Size size) noexcept
 {
     if (size.isEmpty() || !Surface::isAllowed(size))

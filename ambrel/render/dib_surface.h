@@ -36,6 +36,9 @@ private:
     PixelView m_pixels;
 };
 
+/// Gives pixels that GDI drew their alpha, which it clears: colour without alpha can come from nowhere else.
+void repairAlpha(const Canvas& canvas);
+
 /// The description of a top-down 32-bit bitmap.
 BITMAPINFO bitmapInfoOf(Size size) noexcept;
 

@@ -1,6 +1,7 @@
 #include "ambrel/render/fill_color.h"
 
 #include "ambrel/pixels/gradient.h"
+#include "ambrel/render/colour_filters.h"
 #include "ambrel/render/colours.h"
 #include "ambrel/render/dib_surface.h"
 #include "ambrel/render/render_dc.h"
@@ -25,40 +26,9 @@ void FillColor::setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexce
 
 void FillColor::draw(const Canvas& canvas, const Rect& rect) const
 {
-    fillGradient(canvas, rect, toPixel(m_start), toPixel(m_end), static_cast<int>(m_rotation % 360));
-}
-
-STDMETHODIMP FillColor::get_clrStart(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_start; });
-}
-
-STDMETHODIMP FillColor::put_clrStart(OLE_COLOR value) noexcept
-{
-    setColours(value, m_end, m_rotation);
-    return S_OK;
-}
-
-STDMETHODIMP FillColor::get_clrEnd(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_end; });
-}
-
-STDMETHODIMP FillColor::put_clrEnd(OLE_COLOR value) noexcept
-{
-    setColours(m_start, value, m_rotation);
-    return S_OK;
-}
-
-STDMETHODIMP FillColor::get_nGradientIrotation(long* result) noexcept
-{
-    return returning(result, [&] { return m_rotation; });
-}
-
-STDMETHODIMP FillColor::put_nGradientIrotation(long value) noexcept
-{
-    setColours(m_start, m_end, value);
-    return S_OK;
+    const ColourFilters* const filters = colourFiltersOf(identity().resources);
+    const auto shown = [&](OLE_COLOR colour) { return filters ? filters->apply(toPixel(colour)) : toPixel(colour); };
+    fillGradient(canvas, rect, shown(m_start), shown(m_end), static_cast<int>(m_rotation % 360));
 }
 
 bool FillColor::preview(HDC dc, const Rect& rect)

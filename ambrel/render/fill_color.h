@@ -19,12 +19,12 @@ public:
     void setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexcept;
     void draw(const Canvas& canvas, const Rect& rect) const;
 
-    STDMETHODIMP get_clrStart(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrStart(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_clrEnd(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrEnd(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_nGradientIrotation(long* result) noexcept override;
-    STDMETHODIMP put_nGradientIrotation(long value) noexcept override;
+    STDMETHODIMP get_clrStart(OLE_COLOR* result) noexcept override { return give(m_start, result); }
+    STDMETHODIMP put_clrStart(OLE_COLOR value) noexcept override { return take(m_start, value); }
+    STDMETHODIMP get_clrEnd(OLE_COLOR* result) noexcept override { return give(m_end, result); }
+    STDMETHODIMP put_clrEnd(OLE_COLOR value) noexcept override { return take(m_end, value); }
+    STDMETHODIMP get_nGradientIrotation(long* result) noexcept override { return give(m_rotation, result); }
+    STDMETHODIMP put_nGradientIrotation(long value) noexcept override { return take(m_rotation, value); }
     STDMETHODIMP Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetBitmap(SkinRect rect, hyper* result) noexcept override;
     STDMETHODIMP RenderDraw(IVexRenderDC* dc, SkinRect rect, VARIANT_BOOL* result) noexcept override;

@@ -2,6 +2,7 @@
 
 #include "ambrel/pixels/colour_change.h"
 #include "ambrel/render/bitmaps.h"
+#include "ambrel/render/colour_filters.h"
 #include "ambrel/render/dib_surface.h"
 #include "ambrel/render/render_dc.h"
 
@@ -61,14 +62,20 @@ Size ImageBase::naturalSize(Scale scale) const noexcept
 
 const FormCache::Form& ImageBase::formFor(Size size, int index, Scale scale)
 {
-    if (m_pictureGeneration != m_picture->generation()) {
+    const ColourFilters* const filters = colourFiltersOf(identity().resources);
+    const unsigned generation = filters ? filters->generation() : 0;
+    if (m_pictureGeneration != m_picture->generation() || m_filterGeneration != generation) {
         forgetForms();
         m_pictureGeneration = m_picture->generation();
+        m_filterGeneration = generation;
     }
     return m_forms.get({size, {}, index, scale.percent(), 0}, [&] {
         const bool isAnimated = m_section.imageCount == 1 && m_picture->frameCount() > 1;
         const Picture::Frame frame = m_picture->frame(scale, isAnimated ? index : 0);
-        return makeForm(m_section, frame.pixels, frame.percent, scale, size, isAnimated ? 0 : index);
+        Surface form = makeForm(m_section, frame.pixels, frame.percent, scale, size, isAnimated ? 0 : index);
+        if (filters)
+            filters->apply(form.view());
+        return form;
     });
 }
 
@@ -94,11 +101,6 @@ HRESULT ImageBase::setFlag(bool& flag, VARIANT_BOOL value) noexcept
     return S_OK;
 }
 
-STDMETHODIMP ImageBase::get_ImageObj(IVexPicture** result) noexcept
-{
-    return returning(result, [&] { return m_pictureObject; });
-}
-
 STDMETHODIMP ImageBase::put_ImageObj(IVexPicture* picture) noexcept
 {
     return guarded([&] { setPicture(picture); });
@@ -111,13 +113,7 @@ STDMETHODIMP ImageBase::get_rect(SkinRect* result) noexcept
 
 STDMETHODIMP ImageBase::put_rect(SkinRect* rect) noexcept
 {
-    if (!rect)
-        return E_POINTER;
-    return guarded([&] {
-        ImageSection section = m_section;
-        section.rect = toRect(*rect);
-        setSection(section);
-    });
+    return rect ? setField(&ImageSection::rect, toRect(*rect)) : E_POINTER;
 }
 
 STDMETHODIMP ImageBase::get_rcBorder(SkinRect* result) noexcept
@@ -128,134 +124,19 @@ STDMETHODIMP ImageBase::get_rcBorder(SkinRect* result) noexcept
 
 STDMETHODIMP ImageBase::put_rcBorder(SkinRect border) noexcept
 {
-    return guarded([&] {
-        const Rect r = toRect(border);
-        ImageSection section = m_section;
-        section.borders = {r.left, r.top, r.right, r.bottom};
-        setSection(section);
-    });
-}
-
-STDMETHODIMP ImageBase::get_bLeftEdgeStretch(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.stretch.left; });
-}
-
-STDMETHODIMP ImageBase::put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.stretch.left, value);
-}
-
-STDMETHODIMP ImageBase::get_bRightEdgeStretch(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.stretch.right; });
-}
-
-STDMETHODIMP ImageBase::put_bRightEdgeStretch(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.stretch.right, value);
-}
-
-STDMETHODIMP ImageBase::get_bTopEdgeStretch(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.stretch.top; });
-}
-
-STDMETHODIMP ImageBase::put_bTopEdgeStretch(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.stretch.top, value);
-}
-
-STDMETHODIMP ImageBase::get_bBottomEdgeStretch(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.stretch.bottom; });
-}
-
-STDMETHODIMP ImageBase::put_bBottomEdgeStretch(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.stretch.bottom, value);
-}
-
-STDMETHODIMP ImageBase::get_bClientAreaStretch(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.stretch.client; });
-}
-
-STDMETHODIMP ImageBase::put_bClientAreaStretch(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.stretch.client, value);
-}
-
-STDMETHODIMP ImageBase::get_bTransparent(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.isTransparent; });
-}
-
-STDMETHODIMP ImageBase::put_bTransparent(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.isTransparent, value);
-}
-
-STDMETHODIMP ImageBase::get_bSupportPerPixel(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_section.usesPixelAlpha; });
-}
-
-STDMETHODIMP ImageBase::put_bSupportPerPixel(VARIANT_BOOL value) noexcept
-{
-    return setFlag(m_section.usesPixelAlpha, value);
-}
-
-STDMETHODIMP ImageBase::get_clrTrans(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_section.keyColour; });
-}
-
-STDMETHODIMP ImageBase::put_clrTrans(OLE_COLOR value) noexcept
-{
-    return guarded([&] {
-        ImageSection section = m_section;
-        section.keyColour = value;
-        setSection(section);
-    });
-}
-
-STDMETHODIMP ImageBase::get_clrColorize(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_section.colourise; });
-}
-
-STDMETHODIMP ImageBase::put_clrColorize(OLE_COLOR value) noexcept
-{
-    return guarded([&] {
-        ImageSection section = m_section;
-        section.colourise = value;
-        setSection(section);
-    });
-}
-
-STDMETHODIMP ImageBase::get_nOpacity(short* result) noexcept
-{
-    return returning(result, [&] { return m_section.opacity; });
+    const Rect r = toRect(border);
+    return setField(&ImageSection::borders, Borders{r.left, r.top, r.right, r.bottom});
 }
 
 STDMETHODIMP ImageBase::put_nOpacity(short value) noexcept
 {
-    return guarded([&] {
-        ImageSection section = m_section;
-        section.opacity = std::clamp<int>(value, 0, 255);
-        setSection(section);
-    });
+    return setField(&ImageSection::opacity, std::clamp<int>(value, 0, 255));
 }
 
 STDMETHODIMP ImageBase::StretchAll(VARIANT_BOOL stretch) noexcept
 {
-    return guarded([&] {
-        const bool all = stretch != VARIANT_FALSE;
-        ImageSection section = m_section;
-        section.stretch = {all, all, all, all, all};
-        setSection(section);
-    });
+    const bool all = stretch != VARIANT_FALSE;
+    return setField(&ImageSection::stretch, PartStretch{all, all, all, all, all});
 }
 
 bool ImageBase::preview(HDC dc, const Rect& rect)
@@ -353,7 +234,9 @@ STDMETHODIMP ImageBase::GetHBitmap(SkinRect rect, OLE_COLOR transparent, hyper* 
             section.keyColour = transparent;
         }
         const Picture::Frame frame = m_picture->frame(currentScale());
-        const Surface form = makeForm(section, frame.pixels, frame.percent, currentScale(), size);
+        Surface form = makeForm(section, frame.pixels, frame.percent, currentScale(), size);
+        if (const ColourFilters* filters = colourFiltersOf(identity().resources))
+            filters->apply(form.view());
         bitmap = reinterpret_cast<hyper>(bitmapOf(form.view()).detach());
         return bitmap != 0 ? S_OK : S_FALSE;
     });
@@ -436,28 +319,35 @@ STDMETHODIMP ImageBase::GetVexRenderImage(hyper, short index, IVexRenderImage** 
     });
 }
 
+namespace {
+
+const ConfigField<Rect> kRectFields[] = {
+    {L"left", &Rect::left}, {L"top", &Rect::top}, {L"right", &Rect::right}, {L"bottom", &Rect::bottom}};
+const ConfigField<Borders> kBorderFields[] = {{L"TopHeight", &Borders::top},
+                                              {L"BottHeight", &Borders::bottom},
+                                              {L"LeftWidth", &Borders::left},
+                                              {L"RightWidth", &Borders::right}};
+const ConfigField<PartStretch> kStretchFields[] = {{L"LeftStretch", &PartStretch::left},
+                                                   {L"RightStretch", &PartStretch::right},
+                                                   {L"TopStretch", &PartStretch::top},
+                                                   {L"BottStretch", &PartStretch::bottom},
+                                                   {L"ClientStretch", &PartStretch::client}};
+const ConfigField<ImageSection> kSectionFields[] = {{L"clrTrans", &ImageSection::keyColour},
+                                                    {L"IsTrans", &ImageSection::isTransparent},
+                                                    {L"Opacity", &ImageSection::opacity},
+                                                    {L"clrColorize", &ImageSection::colourise},
+                                                    {L"SupportPerPixel", &ImageSection::usesPixelAlpha}};
+
+} // namespace
+
 void ImageBase::readConfig(const ConfigNode& node)
 {
     ImageSection s = m_section;
-    readShort(node, L"left", s.rect.left);
-    readShort(node, L"top", s.rect.top);
-    readShort(node, L"right", s.rect.right);
-    readShort(node, L"bottom", s.rect.bottom);
-    readShort(node, L"TopHeight", s.borders.top);
-    readShort(node, L"BottHeight", s.borders.bottom);
-    readShort(node, L"LeftWidth", s.borders.left);
-    readShort(node, L"RightWidth", s.borders.right);
-    readFlag(node, L"LeftStretch", s.stretch.left);
-    readFlag(node, L"RightStretch", s.stretch.right);
-    readFlag(node, L"TopStretch", s.stretch.top);
-    readFlag(node, L"BottStretch", s.stretch.bottom);
-    readFlag(node, L"ClientStretch", s.stretch.client);
-    readColour(node, L"clrTrans", s.keyColour);
-    readFlag(node, L"IsTrans", s.isTransparent);
-    readShort(node, L"Opacity", s.opacity);
+    readFields<Rect>(node, kRectFields, s.rect);
+    readFields<Borders>(node, kBorderFields, s.borders);
+    readFields<PartStretch>(node, kStretchFields, s.stretch);
+    readFields<ImageSection>(node, kSectionFields, s);
     s.opacity = std::clamp(s.opacity, 0, 255);
-    readColour(node, L"clrColorize", s.colourise);
-    readFlag(node, L"SupportPerPixel", s.usesPixelAlpha);
     setSection(s);
     const auto named = identity().find(VEXOBJTYPE_IMAGE, readText(node, L"PicId")).as<IVexPicture>();
     if (named)
@@ -466,27 +356,10 @@ void ImageBase::readConfig(const ConfigNode& node)
 
 void ImageBase::writeConfig(ConfigNode& node) const
 {
-    const ImageSection& s = m_section;
-    const std::pair<const wchar_t*, int> numbers[] = {{L"left", s.rect.left},
-                                                      {L"right", s.rect.right},
-                                                      {L"top", s.rect.top},
-                                                      {L"bottom", s.rect.bottom},
-                                                      {L"TopHeight", s.borders.top},
-                                                      {L"BottHeight", s.borders.bottom},
-                                                      {L"LeftWidth", s.borders.left},
-                                                      {L"RightWidth", s.borders.right},
-                                                      {L"LeftStretch", s.stretch.left},
-                                                      {L"RightStretch", s.stretch.right},
-                                                      {L"TopStretch", s.stretch.top},
-                                                      {L"BottStretch", s.stretch.bottom},
-                                                      {L"ClientStretch", s.stretch.client}};
-    for (const auto& [name, value] : numbers)
-        writeNumber(node, name, value);
-    writeColour(node, L"clrTrans", s.keyColour);
-    writeNumber(node, L"IsTrans", s.isTransparent);
-    writeNumber(node, L"Opacity", s.opacity);
-    writeColour(node, L"clrColorize", s.colourise);
-    writeNumber(node, L"SupportPerPixel", s.usesPixelAlpha);
+    writeFields<Rect>(node, kRectFields, m_section.rect);
+    writeFields<Borders>(node, kBorderFields, m_section.borders);
+    writeFields<PartStretch>(node, kStretchFields, m_section.stretch);
+    writeFields<ImageSection>(node, kSectionFields, m_section);
     node.setAttribute(L"PicId", nameOf(m_pictureObject.get()));
 }
 

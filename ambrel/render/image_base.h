@@ -42,31 +42,76 @@ public:
     /// a picture. Throws std::bad_alloc.
     bool draw(const Canvas& canvas, const Rect& target, int index, Scale scale);
 
-    STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override;
+    STDMETHODIMP get_ImageObj(IVexPicture** result) noexcept override { return give(m_pictureObject, result); }
     STDMETHODIMP put_ImageObj(IVexPicture* picture) noexcept override;
     STDMETHODIMP get_rect(SkinRect* result) noexcept override;
     STDMETHODIMP put_rect(SkinRect* rect) noexcept override;
     STDMETHODIMP get_rcBorder(SkinRect* result) noexcept override;
     STDMETHODIMP put_rcBorder(SkinRect border) noexcept override;
-    STDMETHODIMP get_bLeftEdgeStretch(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bRightEdgeStretch(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bRightEdgeStretch(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bTopEdgeStretch(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bTopEdgeStretch(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bBottomEdgeStretch(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bBottomEdgeStretch(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bClientAreaStretch(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bClientAreaStretch(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bTransparent(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bTransparent(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bSupportPerPixel(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bSupportPerPixel(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_clrTrans(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrTrans(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_clrColorize(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrColorize(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_nOpacity(short* result) noexcept override;
+    STDMETHODIMP get_bLeftEdgeStretch(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.stretch.left, result);
+    }
+    STDMETHODIMP put_bLeftEdgeStretch(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.stretch.left, value);
+    }
+    STDMETHODIMP get_bRightEdgeStretch(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.stretch.right, result);
+    }
+    STDMETHODIMP put_bRightEdgeStretch(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.stretch.right, value);
+    }
+    STDMETHODIMP get_bTopEdgeStretch(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.stretch.top, result);
+    }
+    STDMETHODIMP put_bTopEdgeStretch(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.stretch.top, value);
+    }
+    STDMETHODIMP get_bBottomEdgeStretch(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.stretch.bottom, result);
+    }
+    STDMETHODIMP put_bBottomEdgeStretch(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.stretch.bottom, value);
+    }
+    STDMETHODIMP get_bClientAreaStretch(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.stretch.client, result);
+    }
+    STDMETHODIMP put_bClientAreaStretch(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.stretch.client, value);
+    }
+    STDMETHODIMP get_bTransparent(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.isTransparent, result);
+    }
+    STDMETHODIMP put_bTransparent(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.isTransparent, value);
+    }
+    STDMETHODIMP get_bSupportPerPixel(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_section.usesPixelAlpha, result);
+    }
+    STDMETHODIMP put_bSupportPerPixel(VARIANT_BOOL value) noexcept override
+    {
+        return setFlag(m_section.usesPixelAlpha, value);
+    }
+    STDMETHODIMP get_clrTrans(OLE_COLOR* result) noexcept override { return give(m_section.keyColour, result); }
+    STDMETHODIMP put_clrTrans(OLE_COLOR value) noexcept override { return setField(&ImageSection::keyColour, value); }
+    STDMETHODIMP get_clrColorize(OLE_COLOR* result) noexcept override { return give(m_section.colourise, result); }
+    STDMETHODIMP put_clrColorize(OLE_COLOR value) noexcept override
+    {
+        return setField(&ImageSection::colourise, value);
+    }
+    STDMETHODIMP get_nOpacity(short* result) noexcept override { return give(m_section.opacity, result); }
     STDMETHODIMP put_nOpacity(short value) noexcept override;
     STDMETHODIMP StretchAll(VARIANT_BOOL stretch) noexcept override;
     STDMETHODIMP Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept override;
@@ -94,6 +139,15 @@ protected:
 
 private:
     HRESULT setFlag(bool& flag, VARIANT_BOOL value) noexcept;
+    template <class Field>
+    HRESULT setField(Field ImageSection::*field, Field value) noexcept
+    {
+        return morvane::guarded([&] {
+            ImageSection section = m_section;
+            section.*field = std::move(value);
+            setSection(section);
+        });
+    }
     const FormCache::Form& formFor(Size size, int index, Scale scale);
     morvane::ComPtr<RenderImage> renderImage(int index);
     void forgetForms() noexcept;
@@ -102,6 +156,7 @@ private:
     morvane::ComPtr<IVexPicture> m_pictureObject; // as it was given; may be somebody else's implementation
     morvane::ComPtr<Picture> m_picture;           // the same when it is ours
     unsigned m_pictureGeneration = 0;             // of which the forms were made
+    unsigned m_filterGeneration = 0;              // and through which filters
     FormCache m_forms;
     std::vector<morvane::ComPtr<RenderImage>> m_renderImages; // by index, made when asked for
 };

@@ -5,6 +5,8 @@
 #include "ambrel/render/picture_decoder.h"
 #include "host/geometry.h"
 
+#include <algorithm>
+
 namespace ambrel {
 
 using morvane::returning;
@@ -29,11 +31,16 @@ void* ObjectDraw::findInterface(REFIID iid) noexcept
     return isOurs ? static_cast<IVexObjectDraw*>(this) : nullptr;
 }
 
-STDMETHODIMP ObjectDraw::BeginDraw(hyper dc, ISkinObjResBase* object, VARIANT_BOOL, VARIANT_BOOL) noexcept
+STDMETHODIMP ObjectDraw::BeginDraw(hyper dc, ISkinObjResBase* object, VARIANT_BOOL, VARIANT_BOOL memoryDc) noexcept
 {
     return morvane::guarded([&] {
         m_layer.reset();
         m_rect = rectOf(object);
+        if (memoryDc != VARIANT_FALSE)
+            m_rect = Rect::at({}, m_rect.size());
+        m_opacity = 255;
+        if (short opacity = 0; object && SUCCEEDED(object->GetOpacity(&opacity)))
+            m_opacity = std::clamp<int>(opacity, 0, 255);
         m_dc = reinterpret_cast<HDC>(dc);
         return m_dc ? S_OK : E_INVALIDARG;
     });
@@ -62,9 +69,11 @@ STDMETHODIMP ObjectDraw::GetDC(VARIANT_BOOL blend, hyper* result) noexcept
         if (blend == VARIANT_FALSE) {
             dc = reinterpret_cast<hyper>(targetDc());
         } else {
-            if (!m_layer)
+            if (!m_layer) {
                 m_layer = std::make_unique<DibSurface>(m_rect.size());
-            dc = reinterpret_cast<hyper>(m_layer->dc());
+                SetViewportOrgEx(m_layer->dc(), -m_rect.left, -m_rect.top, nullptr); // coordinates as on the other
+            }
+            dc = m_layer->isEmpty() ? 0 : reinterpret_cast<hyper>(m_layer->dc());
         }
         return dc != 0 ? S_OK : S_FALSE;
     });
@@ -131,7 +140,13 @@ STDMETHODIMP ObjectDraw::Blend(VARIANT_BOOL* result) noexcept
     return returning(result, [&] {
         if (!m_layer || m_layer->isEmpty())
             return false;
-        return paint(m_rect, m_layer->pixels());
+        const BorrowedPixels borrowed(targetDc(), m_rect);
+        if (borrowed.isEmpty())
+            return false;
+        const Canvas layer = m_layer->canvas();
+        repairAlpha(layer);
+        blendImage(borrowed.canvas(), m_rect.topLeft(), layer.pixels, m_opacity);
+        return true;
     });
 }
 

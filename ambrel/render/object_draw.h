@@ -18,6 +18,7 @@ public:
     void finalRelease() noexcept {}
     void* findInterface(REFIID iid) noexcept;
 
+    /// A memory context is the object's own and begins at its left top corner; any other has window coordinates.
     STDMETHODIMP BeginDraw(hyper dc, ISkinObjResBase* object, VARIANT_BOOL drawCurrent,
                            VARIANT_BOOL memoryDc) noexcept override;
     STDMETHODIMP EndDraw() noexcept override;
@@ -29,6 +30,8 @@ public:
     STDMETHODIMP PaintPartImagePart(SkinRect target, SkinRect source, hyper bitmap,
                                     VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP DrawText(IVexTextStyle* style, BSTR text, VARIANT_BOOL* result) noexcept override;
+    /// Puts what was drawn on GetDC(true) over the target, weakened by the object's opacity. What GDI drew there
+    /// covers.
     STDMETHODIMP Blend(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetBmpBits(hyper* result) noexcept override;
     STDMETHODIMP SaveBitmap(BSTR path, VARIANT_BOOL* result) noexcept override;
@@ -40,7 +43,8 @@ private:
     bool paint(const Rect& target, ConstPixelView pixels);
 
     HDC m_dc = nullptr;                  // the caller's, between BeginDraw and EndDraw
-    Rect m_rect;                         // the object's
+    Rect m_rect;                         // the object's, in the device context's coordinates
+    int m_opacity = 255;                 // the object's
     std::unique_ptr<DibSurface> m_layer; // what is drawn aside and put down by Blend
     morvane::ComPtr<IVexRenderDC> m_renderDC;
 };

@@ -125,22 +125,6 @@ HDC RenderDC::beginGdi() noexcept
     return dc;
 }
 
-namespace {
-
-/// GDI clears the alpha of what it draws. Colour without alpha can come from nowhere else.
-void repairAlpha(const Canvas& canvas)
-{
-    const Rect r = canvas.visible(canvas.clip);
-    for (int y = r.top; y < r.bottom; ++y) {
-        Pixel* row = canvas.at(r.left, y);
-        for (int x = 0; x < r.width(); ++x)
-            if (alphaOf(row[x]) == 0 && row[x] != 0)
-                row[x] |= 0xFF000000u;
-    }
-}
-
-} // namespace
-
 void RenderDC::finishDrawing() noexcept
 {
     if (!std::exchange(m_hasGdiDrawing, false))

@@ -1,6 +1,7 @@
 #include "ambrel/pixels/gradient.h"
 #include "ambrel/render/render_dc.h"
 #include "ambrel/render/render_device.h"
+#include "ambrel/render/render_image.h"
 #include "ambrel/render/resource_factory.h"
 #include "ambrel/render/test_support.h"
 #include "ambrel/render/text_style.h"
@@ -180,6 +181,141 @@ TEST_F(RenderDCTest, IconsKeepTheirShape)
     image->HasAlphaChannel(&hasAlpha);
     EXPECT_GT(width, 0);
     EXPECT_EQ(hasAlpha, VARIANT_TRUE);
+}
+
+TEST_F(RenderDCTest, ABitmapsPartIsDrawnStretchedOrInItsOwnSizeCutToTheTarget)
+{
+    DibSurface source({4, 4});
+    fillRect(source.canvas(), {0, 0, 2, 4}, kRed);
+    fillRect(source.canvas(), {2, 0, 4, 4}, kBlue);
+    const auto bitmap = reinterpret_cast<hyper>(source.bitmap());
+    SkinRect target{10, 10, 20, 20};
+    SkinRect right{2, 0, 4, 4};
+    EXPECT_EQ(dc().RenderPartImagePart(&target, &right, bitmap, VARIANT_TRUE, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(10, 10), kBlue);
+    EXPECT_EQ(at(19, 19), kBlue);
+    EXPECT_EQ(at(20, 20), kWhite);
+    SkinRect small{0, 0, 3, 2};
+    dc().RenderPartImagePart(&small, nullptr, bitmap, VARIANT_FALSE, &m_drawn);
+    EXPECT_EQ(at(1, 1), kRed);
+    EXPECT_EQ(at(2, 1), kBlue);
+    EXPECT_EQ(at(3, 1), kWhite) << "cut to the target";
+    EXPECT_EQ(at(1, 2), kWhite);
+    SkinRect beyond{9, 9, 12, 12};
+    EXPECT_EQ(dc().RenderPartImagePart(&target, &beyond, bitmap, VARIANT_TRUE, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+    EXPECT_EQ(dc().RenderPartImagePart(&target, nullptr, 12345, VARIANT_TRUE, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+}
+
+TEST_F(RenderDCTest, AnImagesTransparentColourIsLeftOutAndSmallPartsStaySharpAtTheirSize)
+{
+    Surface pixels = surfaceOf({4, 4}, kGreen);
+    fillRect({pixels.view(), {}, pixels.view().bounds()}, {0, 0, 2, 4}, packPixel(255, 255, 0, 255));
+    const auto image = RenderImage::make(std::move(pixels), VEX_PT_BMP);
+    constexpr OLE_COLOR kMagenta = 0x00FF00FF;
+    SkinRect target{0, 0, 8, 8};
+    SkinRect all{0, 0, 4, 4};
+    EXPECT_EQ(dc().DrawImage(image.get(), &target, &all, VARIANT_FALSE, kMagenta, VARIANT_FALSE, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(1, 1), kWhite);
+    EXPECT_EQ(at(2, 1), kGreen);
+    EXPECT_EQ(at(4, 1), kWhite) << "not stretched";
+    EXPECT_EQ(dc().DrawImage(nullptr, &target, &all, VARIANT_FALSE, 0, VARIANT_FALSE, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+    EXPECT_EQ(dc().DrawImage(image.get(), nullptr, &all, VARIANT_FALSE, 0, VARIANT_FALSE, &m_drawn), E_POINTER);
+}
+
+TEST_F(RenderDCTest, ASectionRecordDrawsTheNamedImageOfItsDevice)
+{
+    Surface strip({8, 4});
+    const Canvas canvas{strip.view(), {}, strip.view().bounds()};
+    fillRect(canvas, {0, 0, 4, 4}, kRed);
+    fillRect(canvas, {4, 0, 8, 4}, kBlue);
+    const auto image = RenderImage::make(std::move(strip), VEX_PT_BMP);
+    m_device.keepImage(L"strip", image.get());
+    const morvane::Bstr name(L"strip");
+    const morvane::Bstr unknown(L"other");
+    SkinImageSection section{};
+    section.szImageName = name.get();
+    section.rect = {4, 0, 8, 4};
+    section.bClientAreaStretch = VARIANT_TRUE;
+    section.nOpacity = 128;
+    section.clrColorize = 0xFFFFFFFF;
+    SkinRect target{10, 10, 20, 20};
+    EXPECT_EQ(dc().DrawImageSection(&section, &target, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(15, 15), packPixel(255, 127, 127, 255));
+    EXPECT_EQ(at(20, 20), kWhite);
+    section.szImageName = unknown.get();
+    EXPECT_EQ(dc().DrawImageSection(&section, &target, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+    EXPECT_EQ(dc().DrawImageSection(nullptr, &target, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_FALSE);
+}
+
+TEST_F(RenderDCTest, LinesHaveTheirWidthAndAlphaAndEndWhereTheyShould)
+{
+    dc().DrawLine(5, 10, 14, 10, 1, 255, kRedColour, &m_drawn);
+    EXPECT_EQ(at(5, 10), kRed);
+    EXPECT_EQ(at(14, 10), kRed);
+    for (const Point beside : {Point{4, 10}, Point{15, 10}, Point{10, 9}, Point{10, 11}})
+        EXPECT_EQ(at(beside.x, beside.y), kWhite);
+    dc().DrawLine(5, 20, 14, 20, 1, 128, kRedColour, &m_drawn);
+    EXPECT_EQ(at(10, 20), packPixel(255, 255, 127, 127));
+    dc().DrawLine(30, 5, 30, 25, 3, 255, kRedColour, &m_drawn);
+    int width = 0;
+    for (int x = 25; x < 36; ++x)
+        width += at(x, 15) == kRed;
+    EXPECT_EQ(width, 3);
+}
+
+TEST_F(RenderDCTest, SystemFramesAreDrawnOpaqueInsideTheirRectangle)
+{
+    SkinRect target{5, 5, 25, 25};
+    for (const auto& [type, state] :
+         {std::pair<long, long>{DFC_BUTTON, DFCS_BUTTONPUSH}, {DFC_SCROLL, DFCS_SCROLLUP}}) {
+        SkinRect all{0, 0, 40, 30};
+        dc().FillSolidColor(&all, 0x00FF00FF, &m_drawn);
+        EXPECT_EQ(dc().DrawFrameControl(&target, type, state, &m_drawn), S_OK);
+        EXPECT_EQ(m_drawn, VARIANT_TRUE);
+        EXPECT_NE(at(15, 7), packPixel(255, 255, 0, 255));
+        EXPECT_EQ(alphaOf(at(15, 15)), 255);
+        EXPECT_EQ(at(26, 26), packPixel(255, 255, 0, 255));
+    }
+}
+
+TEST_F(RenderDCTest, AContextOfAnotherSurfaceKeepsItsTransparency)
+{
+    const DibSurface aside({20, 20});
+    const auto guest = morvane::Instance<RenderDC>::make();
+    guest->setDevice(&m_device);
+    guest->setTarget(&aside, {10, 5});
+    SkinRect rect{10, 5, 15, 25};
+    guest->FillSolidColor(&rect, kRedColour, &m_drawn);
+    HDC gdi = guest->beginGdi();
+    RECT square{20, 5, 22, 8};
+    FillRect(gdi, &square, static_cast<HBRUSH>(GetStockObject(WHITE_BRUSH)));
+    guest->finishDrawing();
+    EXPECT_EQ(aside.pixels().at(0, 0), kRed);
+    EXPECT_EQ(aside.pixels().at(10, 0), kWhite) << "drawn by GDI";
+    EXPECT_EQ(aside.pixels().at(6, 6), 0u) << "though its device is opaque";
+    guest->setTarget(nullptr);
+}
+
+TEST(RenderDeviceTest, EveryContextThatDrawsForItIsToldOfItsEnd)
+{
+    const auto guest = morvane::Instance<RenderDC>::make();
+    {
+        RenderDevice device;
+        guest->setDevice(&device);
+        guest->setDevice(&device);
+        EXPECT_EQ(guest->device(), &device);
+        const auto passing = morvane::Instance<RenderDC>::make();
+        passing->setDevice(&device); // goes before the device
+    }
+    EXPECT_EQ(guest->device(), nullptr);
 }
 
 TEST(RenderPicturesTest, GradientsLinesAndRingsLookAsTheyDid)

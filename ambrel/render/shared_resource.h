@@ -8,7 +8,10 @@
 #include "host/geometry.h"
 #include "host/host.h"
 
+#include <span>
 #include <string>
+#include <type_traits>
+#include <variant>
 
 namespace ambrel {
 
@@ -49,6 +52,44 @@ void readShort(const ConfigNode& node, std::wstring_view name, Short& value)
     long number = value;
     readNumber(node, name, number);
     value = static_cast<Short>(number);
+}
+
+/// An attribute of a node and the member of a record that it holds.
+template <class Record>
+struct ConfigField {
+    const wchar_t* name;
+    std::variant<short Record::*, bool Record::*, int Record::*, OLE_COLOR Record::*> member;
+};
+
+template <class Record>
+void readFields(const ConfigNode& node, std::span<const ConfigField<Record>> fields, Record& record)
+{
+    const auto read = [&](const wchar_t* name, auto member) {
+        auto& value = record.*member;
+        using Value = std::remove_reference_t<decltype(value)>;
+        if constexpr (std::is_same_v<Value, bool>)
+            readFlag(node, name, value);
+        else if constexpr (std::is_same_v<Value, OLE_COLOR>)
+            readColour(node, name, value);
+        else
+            readShort(node, name, value);
+    };
+    for (const ConfigField<Record>& field : fields)
+        std::visit([&](auto member) { read(field.name, member); }, field.member);
+}
+
+template <class Record>
+void writeFields(ConfigNode& node, std::span<const ConfigField<Record>> fields, const Record& record)
+{
+    const auto write = [&](const wchar_t* name, auto member) {
+        const auto& value = record.*member;
+        if constexpr (std::is_same_v<std::remove_cvref_t<decltype(value)>, OLE_COLOR>)
+            writeColour(node, name, value);
+        else
+            writeNumber(node, name, value);
+    };
+    for (const ConfigField<Record>& field : fields)
+        std::visit([&](auto member) { write(field.name, member); }, field.member);
 }
 
 /// The name of a resource; empty for null. Names stand in nodes where resources refer to each other.
@@ -207,6 +248,25 @@ protected:
     virtual void dropReferences() {}
 
     void changed() noexcept { m_identity.isModified = true; }
+
+    /// For the getter of a field.
+    template <class Field, class Out>
+    static HRESULT give(const Field& field, Out* result) noexcept
+    {
+        return morvane::returning(result, [&] { return field; });
+    }
+
+    /// For the setter of a field: stores the value, and the resource is modified.
+    template <class Field, class Value>
+    HRESULT take(Field& field, Value value) noexcept
+    {
+        if constexpr (std::is_same_v<Field, bool>)
+            field = value != VARIANT_FALSE;
+        else
+            field = static_cast<Field>(value);
+        changed();
+        return S_OK;
+    }
 
 private:
     hyper self() noexcept { return reinterpret_cast<hyper>(static_cast<Interface*>(this)); }

@@ -12,6 +12,8 @@ using morvane::toRect;
 
 void* TextStyle::findInterface(REFIID iid) noexcept
 {
+    if (iid == kIidDrawsText)
+        return static_cast<DrawsText*>(this);
     return findResourceInterface(iid, kImplementationIid);
 }
 
@@ -106,210 +108,6 @@ Size TextStyle::measure(std::wstring_view text, Size room, Scale scale, long use
     return measureText(*glyphs(scale), text, room, formatFor(userFormat));
 }
 
-STDMETHODIMP TextStyle::get_clrText(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_look.colour; });
-}
-
-STDMETHODIMP TextStyle::put_clrText(OLE_COLOR value) noexcept
-{
-    m_look.colour = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_clrShadow(OLE_COLOR* result) noexcept
-{
-    return returning(result, [&] { return m_look.shadowColour; });
-}
-
-STDMETHODIMP TextStyle::put_clrShadow(OLE_COLOR value) noexcept
-{
-    m_look.shadowColour = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_bHotkeyPrefixShow(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_look.showsHotkeyPrefix; });
-}
-
-STDMETHODIMP TextStyle::put_bHotkeyPrefixShow(VARIANT_BOOL value) noexcept
-{
-    m_look.showsHotkeyPrefix = value != VARIANT_FALSE;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_bSingleLine(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_look.isSingleLine; });
-}
-
-STDMETHODIMP TextStyle::put_bSingleLine(VARIANT_BOOL value) noexcept
-{
-    m_look.isSingleLine = value != VARIANT_FALSE;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_bVertDraw(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_look.isVertical; });
-}
-
-STDMETHODIMP TextStyle::put_bVertDraw(VARIANT_BOOL value) noexcept
-{
-    m_look.isVertical = value != VARIANT_FALSE;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_bRightToLeft(VARIANT_BOOL* result) noexcept
-{
-    return returning(result, [&] { return m_look.isRightToLeft; });
-}
-
-STDMETHODIMP TextStyle::put_bRightToLeft(VARIANT_BOOL value) noexcept
-{
-    m_look.isRightToLeft = value != VARIANT_FALSE;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nHAlign(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.horizontal; });
-}
-
-STDMETHODIMP TextStyle::put_nHAlign(short value) noexcept
-{
-    m_look.horizontal = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nVAlign(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.vertical; });
-}
-
-STDMETHODIMP TextStyle::put_nVAlign(short value) noexcept
-{
-    m_look.vertical = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nStringTrimming(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.trimming; });
-}
-
-STDMETHODIMP TextStyle::put_nStringTrimming(short value) noexcept
-{
-    m_look.trimming = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nEffect(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.effect; });
-}
-
-STDMETHODIMP TextStyle::put_nEffect(short value) noexcept
-{
-    m_look.effect = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nShadowHSpace(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.shadowX; });
-}
-
-STDMETHODIMP TextStyle::put_nShadowHSpace(short value) noexcept
-{
-    m_look.shadowX = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nShadowVSpace(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.shadowY; });
-}
-
-STDMETHODIMP TextStyle::put_nShadowVSpace(short value) noexcept
-{
-    m_look.shadowY = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nShadowOnPerPixel(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.shadowOnPerPixel; });
-}
-
-STDMETHODIMP TextStyle::put_nShadowOnPerPixel(short value) noexcept
-{
-    m_look.shadowOnPerPixel = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nLeftOffset(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.left; });
-}
-
-STDMETHODIMP TextStyle::put_nLeftOffset(short value) noexcept
-{
-    m_look.left = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nRightOffset(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.right; });
-}
-
-STDMETHODIMP TextStyle::put_nRightOffset(short value) noexcept
-{
-    m_look.right = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nTopOffset(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.top; });
-}
-
-STDMETHODIMP TextStyle::put_nTopOffset(short value) noexcept
-{
-    m_look.top = value;
-    changed();
-    return S_OK;
-}
-
-STDMETHODIMP TextStyle::get_nBottomOffset(short* result) noexcept
-{
-    return returning(result, [&] { return m_look.bottom; });
-}
-
-STDMETHODIMP TextStyle::put_nBottomOffset(short value) noexcept
-{
-    m_look.bottom = value;
-    changed();
-    return S_OK;
-}
-
 STDMETHODIMP TextStyle::get_fontExPtr(IVexFontEx** result) noexcept
 {
     return returning(result, [&] { return m_font; });
@@ -353,6 +151,26 @@ STDMETHODIMP TextStyle::DrawText(hyper dc, BSTR text, SkinRect rect, VARIANT_BOO
     });
 }
 
+/// S_FALSE on a context of somebody else and on one without a target.
+HRESULT TextStyle::drawOn(IVexRenderDC& dc, std::wstring_view text, const Rect& rect, long userFormat)
+{
+    const auto ours = fromInterface(&dc);
+    if (!ours || !ours->hasTarget())
+        return S_FALSE;
+    draw(ours->canvas(), rect, text, ours->scale(), userFormat, ours->isMirrored());
+    return S_OK;
+}
+
+HRESULT TextStyle::renderText(IVexRenderDC& dc, const SkinRect& rect, std::wstring_view text,
+                              VARIANT_BOOL& drawn) noexcept
+{
+    return morvane::filling(&drawn, [&](VARIANT_BOOL& done) {
+        const HRESULT status = drawOn(dc, text, toRect(rect), -1);
+        done = morvane::toVariantBool(status == S_OK);
+        return status;
+    });
+}
+
 STDMETHODIMP TextStyle::RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw,
                                        long userFormat, SkinRect* calculated, VARIANT_BOOL* result) noexcept
 {
@@ -364,13 +182,11 @@ STDMETHODIMP TextStyle::RenderDrawText(IVexRenderDC* dc, BSTR text, SkinRect rec
             return S_FALSE;
         const Rect where = toRect(rect);
         const std::wstring_view words = morvane::viewOf(text);
-        if (calculate(*this, words, where, ours->scale(), calculateAndDraw != VARIANT_FALSE, userFormat, calculated)) {
-            if (!ours->hasTarget())
-                return S_FALSE;
-            draw(ours->canvas(), where, words, ours->scale(), userFormat, ours->isMirrored());
-        }
-        drawn = VARIANT_TRUE;
-        return S_OK;
+        HRESULT status = S_OK;
+        if (calculate(*this, words, where, ours->scale(), calculateAndDraw != VARIANT_FALSE, userFormat, calculated))
+            status = drawOn(*dc, words, where, userFormat);
+        drawn = morvane::toVariantBool(status == S_OK);
+        return status;
     });
 }
 
@@ -427,27 +243,31 @@ bool TextStyle::preview(HDC dc, const Rect& rect)
     return true;
 }
 
+namespace {
+
+const ConfigField<TextLook> kFields[] = {{L"HAlign", &TextLook::horizontal},
+                                         {L"VAlign", &TextLook::vertical},
+                                         {L"clrText", &TextLook::colour},
+                                         {L"Effect", &TextLook::effect},
+                                         {L"clrShadow", &TextLook::shadowColour},
+                                         {L"ShadowH", &TextLook::shadowX},
+                                         {L"ShadowV", &TextLook::shadowY},
+                                         {L"ShadowPixel", &TextLook::shadowOnPerPixel},
+                                         {L"LeftOffset", &TextLook::left},
+                                         {L"RightOffset", &TextLook::right},
+                                         {L"TopOffset", &TextLook::top},
+                                         {L"BottOffset", &TextLook::bottom},
+                                         {L"HotkeyPrefixShow", &TextLook::showsHotkeyPrefix},
+                                         {L"StringTrimming", &TextLook::trimming},
+                                         {L"SingleLine", &TextLook::isSingleLine},
+                                         {L"VertDraw", &TextLook::isVertical},
+                                         {L"RightToLeft", &TextLook::isRightToLeft}};
+
+} // namespace
+
 void TextStyle::readConfig(const ConfigNode& node)
 {
-    TextLook look = m_look;
-    readShort(node, L"HAlign", look.horizontal);
-    readShort(node, L"VAlign", look.vertical);
-    readColour(node, L"clrText", look.colour);
-    readShort(node, L"Effect", look.effect);
-    readColour(node, L"clrShadow", look.shadowColour);
-    readShort(node, L"ShadowH", look.shadowX);
-    readShort(node, L"ShadowV", look.shadowY);
-    readShort(node, L"ShadowPixel", look.shadowOnPerPixel);
-    readShort(node, L"LeftOffset", look.left);
-    readShort(node, L"RightOffset", look.right);
-    readShort(node, L"TopOffset", look.top);
-    readShort(node, L"BottOffset", look.bottom);
-    readFlag(node, L"HotkeyPrefixShow", look.showsHotkeyPrefix);
-    readShort(node, L"StringTrimming", look.trimming);
-    readFlag(node, L"SingleLine", look.isSingleLine);
-    readFlag(node, L"VertDraw", look.isVertical);
-    readFlag(node, L"RightToLeft", look.isRightToLeft);
-    setLook(look);
+    readFields<TextLook>(node, kFields, m_look);
     std::wstring font = readText(node, L"PreFontGUID0");
     if (font.empty())
         font = readText(node, L"PreFontGUID");
@@ -458,25 +278,7 @@ void TextStyle::readConfig(const ConfigNode& node)
 
 void TextStyle::writeConfig(ConfigNode& node) const
 {
-    const std::pair<const wchar_t*, long> numbers[] = {{L"HAlign", m_look.horizontal},
-                                                       {L"VAlign", m_look.vertical},
-                                                       {L"Effect", m_look.effect},
-                                                       {L"ShadowH", m_look.shadowX},
-                                                       {L"ShadowV", m_look.shadowY},
-                                                       {L"ShadowPixel", m_look.shadowOnPerPixel},
-                                                       {L"LeftOffset", m_look.left},
-                                                       {L"RightOffset", m_look.right},
-                                                       {L"TopOffset", m_look.top},
-                                                       {L"BottOffset", m_look.bottom},
-                                                       {L"HotkeyPrefixShow", m_look.showsHotkeyPrefix},
-                                                       {L"StringTrimming", m_look.trimming},
-                                                       {L"SingleLine", m_look.isSingleLine},
-                                                       {L"VertDraw", m_look.isVertical},
-                                                       {L"RightToLeft", m_look.isRightToLeft}};
-    for (const auto& [name, value] : numbers)
-        writeNumber(node, name, value);
-    writeColour(node, L"clrText", m_look.colour);
-    writeColour(node, L"clrShadow", m_look.shadowColour);
+    writeFields<TextLook>(node, kFields, m_look);
     node.setAttribute(L"PreFontGUID0", nameOf(m_font.get()));
 }
 

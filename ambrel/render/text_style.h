@@ -1,6 +1,7 @@
 // How texts look, as shared resources.
 #pragma once
 
+#include "ambrel/properties/draws_text.h"
 #include "ambrel/render/font.h"
 #include "ambrel/render/text_drawing.h"
 
@@ -31,13 +32,18 @@ struct TextLook {
 };
 
 /// IVexTextStyle. Measuring and drawing go through the same fonts and the same layout.
-class TextStyle : public SharedResource<IVexTextStyle> {
+class TextStyle : public SharedResource<IVexTextStyle>, public DrawsText {
 public:
     static constexpr IID kImplementationIid = {
         0x1F6A93E4, 0x7B28, 0x4D05, {0xAE, 0x13, 0xC9, 0x50, 0x84, 0x2E, 0xF7, 0x6B}};
 
     TextStyle() : SharedResource(VEXOBJTYPE_TEXTSTYLE, L"TextStyle") {}
     void* findInterface(REFIID iid) noexcept;
+
+    // Two bases have them; the instance completes them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override = 0;
+    STDMETHODIMP_(ULONG) AddRef() noexcept override = 0;
+    STDMETHODIMP_(ULONG) Release() noexcept override = 0;
 
     const TextLook& look() const noexcept { return m_look; }
     void setLook(const TextLook& look) noexcept { m_look = look; }
@@ -55,42 +61,54 @@ public:
     /// The extent of the text alone, without the offsets, in a room of this size. Throws std::bad_alloc.
     Size measure(std::wstring_view text, Size room, Scale scale, long userFormat = -1);
 
-    STDMETHODIMP get_clrText(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrText(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_clrShadow(OLE_COLOR* result) noexcept override;
-    STDMETHODIMP put_clrShadow(OLE_COLOR value) noexcept override;
-    STDMETHODIMP get_bHotkeyPrefixShow(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bHotkeyPrefixShow(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bSingleLine(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bSingleLine(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bVertDraw(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bVertDraw(VARIANT_BOOL value) noexcept override;
-    STDMETHODIMP get_bRightToLeft(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP put_bRightToLeft(VARIANT_BOOL value) noexcept override;
+    HRESULT renderText(IVexRenderDC& dc, const SkinRect& rect, std::wstring_view text,
+                       VARIANT_BOOL& drawn) noexcept override;
+
+    STDMETHODIMP get_clrText(OLE_COLOR* result) noexcept override { return give(m_look.colour, result); }
+    STDMETHODIMP put_clrText(OLE_COLOR value) noexcept override { return take(m_look.colour, value); }
+    STDMETHODIMP get_clrShadow(OLE_COLOR* result) noexcept override { return give(m_look.shadowColour, result); }
+    STDMETHODIMP put_clrShadow(OLE_COLOR value) noexcept override { return take(m_look.shadowColour, value); }
+    STDMETHODIMP get_bHotkeyPrefixShow(VARIANT_BOOL* result) noexcept override
+    {
+        return give(m_look.showsHotkeyPrefix, result);
+    }
+    STDMETHODIMP put_bHotkeyPrefixShow(VARIANT_BOOL value) noexcept override
+    {
+        return take(m_look.showsHotkeyPrefix, value);
+    }
+    STDMETHODIMP get_bSingleLine(VARIANT_BOOL* result) noexcept override { return give(m_look.isSingleLine, result); }
+    STDMETHODIMP put_bSingleLine(VARIANT_BOOL value) noexcept override { return take(m_look.isSingleLine, value); }
+    STDMETHODIMP get_bVertDraw(VARIANT_BOOL* result) noexcept override { return give(m_look.isVertical, result); }
+    STDMETHODIMP put_bVertDraw(VARIANT_BOOL value) noexcept override { return take(m_look.isVertical, value); }
+    STDMETHODIMP get_bRightToLeft(VARIANT_BOOL* result) noexcept override { return give(m_look.isRightToLeft, result); }
+    STDMETHODIMP put_bRightToLeft(VARIANT_BOOL value) noexcept override { return take(m_look.isRightToLeft, value); }
     STDMETHODIMP get_fontExPtr(IVexFontEx** result) noexcept override;
     STDMETHODIMP put_fontExPtr(IVexFontEx* font) noexcept override;
-    STDMETHODIMP get_nHAlign(short* result) noexcept override;
-    STDMETHODIMP put_nHAlign(short value) noexcept override;
-    STDMETHODIMP get_nVAlign(short* result) noexcept override;
-    STDMETHODIMP put_nVAlign(short value) noexcept override;
-    STDMETHODIMP get_nStringTrimming(short* result) noexcept override;
-    STDMETHODIMP put_nStringTrimming(short value) noexcept override;
-    STDMETHODIMP get_nEffect(short* result) noexcept override;
-    STDMETHODIMP put_nEffect(short value) noexcept override;
-    STDMETHODIMP get_nShadowHSpace(short* result) noexcept override;
-    STDMETHODIMP put_nShadowHSpace(short value) noexcept override;
-    STDMETHODIMP get_nShadowVSpace(short* result) noexcept override;
-    STDMETHODIMP put_nShadowVSpace(short value) noexcept override;
-    STDMETHODIMP get_nShadowOnPerPixel(short* result) noexcept override;
-    STDMETHODIMP put_nShadowOnPerPixel(short value) noexcept override;
-    STDMETHODIMP get_nLeftOffset(short* result) noexcept override;
-    STDMETHODIMP put_nLeftOffset(short value) noexcept override;
-    STDMETHODIMP get_nRightOffset(short* result) noexcept override;
-    STDMETHODIMP put_nRightOffset(short value) noexcept override;
-    STDMETHODIMP get_nTopOffset(short* result) noexcept override;
-    STDMETHODIMP put_nTopOffset(short value) noexcept override;
-    STDMETHODIMP get_nBottomOffset(short* result) noexcept override;
-    STDMETHODIMP put_nBottomOffset(short value) noexcept override;
+    STDMETHODIMP get_nHAlign(short* result) noexcept override { return give(m_look.horizontal, result); }
+    STDMETHODIMP put_nHAlign(short value) noexcept override { return take(m_look.horizontal, value); }
+    STDMETHODIMP get_nVAlign(short* result) noexcept override { return give(m_look.vertical, result); }
+    STDMETHODIMP put_nVAlign(short value) noexcept override { return take(m_look.vertical, value); }
+    STDMETHODIMP get_nStringTrimming(short* result) noexcept override { return give(m_look.trimming, result); }
+    STDMETHODIMP put_nStringTrimming(short value) noexcept override { return take(m_look.trimming, value); }
+    STDMETHODIMP get_nEffect(short* result) noexcept override { return give(m_look.effect, result); }
+    STDMETHODIMP put_nEffect(short value) noexcept override { return take(m_look.effect, value); }
+    STDMETHODIMP get_nShadowHSpace(short* result) noexcept override { return give(m_look.shadowX, result); }
+    STDMETHODIMP put_nShadowHSpace(short value) noexcept override { return take(m_look.shadowX, value); }
+    STDMETHODIMP get_nShadowVSpace(short* result) noexcept override { return give(m_look.shadowY, result); }
+    STDMETHODIMP put_nShadowVSpace(short value) noexcept override { return take(m_look.shadowY, value); }
+    STDMETHODIMP get_nShadowOnPerPixel(short* result) noexcept override
+    {
+        return give(m_look.shadowOnPerPixel, result);
+    }
+    STDMETHODIMP put_nShadowOnPerPixel(short value) noexcept override { return take(m_look.shadowOnPerPixel, value); }
+    STDMETHODIMP get_nLeftOffset(short* result) noexcept override { return give(m_look.left, result); }
+    STDMETHODIMP put_nLeftOffset(short value) noexcept override { return take(m_look.left, value); }
+    STDMETHODIMP get_nRightOffset(short* result) noexcept override { return give(m_look.right, result); }
+    STDMETHODIMP put_nRightOffset(short value) noexcept override { return take(m_look.right, value); }
+    STDMETHODIMP get_nTopOffset(short* result) noexcept override { return give(m_look.top, result); }
+    STDMETHODIMP put_nTopOffset(short value) noexcept override { return take(m_look.top, value); }
+    STDMETHODIMP get_nBottomOffset(short* result) noexcept override { return give(m_look.bottom, result); }
+    STDMETHODIMP put_nBottomOffset(short value) noexcept override { return take(m_look.bottom, value); }
     STDMETHODIMP DrawText(hyper dc, BSTR text, SkinRect rect, VARIANT_BOOL calculateAndDraw, long userFormat,
                           SkinRect* calculated, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetDrawFlags(long* result) noexcept override;
@@ -110,6 +128,7 @@ protected:
 
 private:
     TextFormat formatFor(long userFormat) const noexcept;
+    HRESULT drawOn(IVexRenderDC& dc, std::wstring_view text, const Rect& rect, long userFormat);
 
     TextLook m_look;
     morvane::ComPtr<IVexFontEx> m_font;        // null: the default font

@@ -212,6 +212,86 @@ TEST_F(TextStyleTest, AVerticalTextIsHigherThanWide)
     EXPECT_GT(ink().height(), 2 * ink().width());
 }
 
+TEST_F(TextStyleTest, AShadowLiesBesideTheTextAndAnOutlineAroundIt)
+{
+    m_style->put_clrText(0);
+    m_style->put_clrShadow(kRedColour);
+    const Rect plain = [&] {
+        draw(L"Shade", {20, 20, 200, 60});
+        return ink();
+    }();
+    m_style->put_nShadowHSpace(5);
+    m_style->put_nShadowVSpace(3);
+    m_style->put_nEffect(static_cast<short>(TextEffect::Shadow));
+    draw(L"Shade", {20, 20, 200, 60});
+    EXPECT_EQ(ink().left, plain.left);
+    EXPECT_EQ(ink().top, plain.top);
+    EXPECT_EQ(ink().right, plain.right + 5);
+    EXPECT_EQ(ink().bottom, plain.bottom + 3);
+    m_style->put_nEffect(static_cast<short>(TextEffect::Outline));
+    draw(L"Shade", {20, 20, 200, 60});
+    EXPECT_EQ(ink(), plain.inflated(1));
+    m_style->put_nEffect(77); // unknown: none
+    draw(L"Shade", {20, 20, 200, 60});
+    EXPECT_EQ(ink(), plain);
+}
+
+TEST_F(TextStyleTest, RightToLeftTextsAndMirroredControlsBeginAtTheOtherSide)
+{
+    const Rect room{20, 20, 280, 60};
+    m_style->put_nHAlign(0);
+    m_style->put_nLeftOffset(30);
+    draw(L"abc", room);
+    const Rect nearest = ink();
+    EXPECT_GE(nearest.left, 50);
+    EXPECT_LT(nearest.left, 56);
+    clear();
+    m_style->draw(m_device.renderDC().canvas(), room, L"abc", m_device.scale(), -1, true);
+    EXPECT_LE(ink().right, 250) << "the offset changes sides, too";
+    EXPECT_GT(ink().right, 244);
+    m_style->put_nLeftOffset(0);
+    m_style->put_bRightToLeft(VARIANT_TRUE);
+    draw(L"abc", room);
+    EXPECT_GT(ink().right, 274);
+    m_style->put_nHAlign(1);
+    draw(L"abc", room);
+    EXPECT_NEAR(ink().left + ink().right, 300, 4) << "the centre stays the centre";
+}
+
+TEST_F(TextStyleTest, NothingIsDrawnOutsideTheRectangle)
+{
+    const Rect room{40, 30, 60, 38};
+    m_style->put_nEffect(static_cast<short>(TextEffect::Outline));
+    m_style->put_nStringTrimming(0);
+    draw(L"Wide and much too long", room);
+    EXPECT_TRUE(room.inflated(1).contains(ink()));
+    draw(L"Text", {40, 30, 40, 38});
+    EXPECT_TRUE(ink().isEmpty());
+    m_style->put_nLeftOffset(300); // more than there is
+    draw(L"Text", {40, 30, 100, 60});
+    EXPECT_TRUE(ink().isEmpty());
+}
+
+TEST_F(TextStyleTest, ThePropertiesWayToDrawIsTheInterfacesWay)
+{
+    const SkinRect rect{10, 10, 290, 40};
+    VARIANT_BOOL done = VARIANT_FALSE;
+    clear();
+    m_style->RenderDrawText(&m_device.renderDC(), Bstr(L"Same").get(), rect, VARIANT_TRUE, -1, nullptr, &done);
+    const Rect byInterface = ink();
+    ASSERT_FALSE(byInterface.isEmpty());
+    clear();
+    ComPtr<DrawsText> face;
+    m_style->QueryInterface(kIidDrawsText, face.putVoid());
+    ASSERT_TRUE(face);
+    EXPECT_EQ(face->renderText(m_device.renderDC(), rect, L"Same", done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(ink(), byInterface);
+    const auto alone = Instance<RenderDC>::make();
+    EXPECT_EQ(face->renderText(*alone.get(), rect, L"Same", done), S_FALSE);
+    EXPECT_EQ(done, VARIANT_FALSE);
+}
+
 TEST_F(TextStyleTest, OddArgumentsAreRefused)
 {
     VARIANT_BOOL done = VARIANT_TRUE;
