@@ -430,12 +430,17 @@ TEST_F(KeyboardTest, AUsedKeyLeavesNoCharacterNorOpensTheWindowMenu)
                               }
                               return result;
                           })));
-    // Alt, G, and both up again: the window menu stays away.
-    send(WM_SYSKEYDOWN, VK_MENU, kAltHeld);
-    send(WM_SYSKEYDOWN, 'G', kAltHeld);
-    altCharacter(L'g');
-    send(WM_SYSKEYUP, 'G', kAltHeld | kWasDown);
-    send(WM_KEYUP, VK_MENU, kWasDown);
+    // Alt, a hot key or an access key, and Alt up again first: the window menu stays away.
+    hotKey(*a, L"Hotkey1", 'K', kAlt);
+    for (const WPARAM key : {'K', 'G'}) {
+        holdModifiers(kAlt);
+        send(WM_SYSKEYDOWN, VK_MENU, kAltHeld);
+        send(WM_SYSKEYDOWN, key, kAltHeld);
+        altCharacter(static_cast<wchar_t>(key));
+        holdModifiers(0);
+        send(WM_KEYUP, VK_MENU, kWasDown);
+        send(WM_KEYUP, key, kWasDown);
+    }
     EXPECT_EQ(s_menus, 0);
     EXPECT_EQ(focusName(), "a");
 }

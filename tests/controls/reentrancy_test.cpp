@@ -227,6 +227,30 @@ TEST(ReentrancyTest, AnythingMayHappenInsideEveryCallOut)
     EXPECT_GT(calls, 1000) << "the hosts are asked for too little";
 }
 
+TEST(ReentrancyTest, EverythingMayComeEarlyLateTwiceAndFromABrokenHost)
+{
+    for (const ControlClass& type : kClasses) {
+        SCOPED_TRACE(type.name);
+        World world(type);
+        const auto doEverything = [&] {
+            for (const NamedStep& stimulus : stimuli())
+                for (int time = 0; time < 2; ++time)
+                    stimulus.run(world, *world.control);
+        };
+        world.control = world.host.create<IVexControlBase>(type.clsid);
+        doEverything(); // nobody has attached it, it has no properties
+        world.end();
+
+        world.bringUp();
+        doEverything();
+        notify(*world.control, VEXSM_DESTROYING);
+        doEverything();
+        world.host.base().isBroken = true;
+        doEverything();
+        world.end();
+    }
+}
+
 TEST(ReentrancyTest, AHostWithNothingToGiveIsSurvived)
 {
     for (const ControlClass& type : kClasses) {
