@@ -1,5 +1,6 @@
 // Any bytes as a picture for the parts of decoding that are our own: what kind it is and how large, an animation's
-// layout and composition, Truevision pixels.
+// layout and composition, the pixels of Truevision and bitmap files.
+#include "ambrel/pixels/bmp.h"
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/image_header.h"
 #include "ambrel/pixels/tga.h"
@@ -24,16 +25,15 @@ void compose(const GifLayout& layout)
     }
 }
 
-/// A few bytes must not take much memory: a run of 128 pixels takes at least four of them.
-void decodeTruevision(std::span<const std::uint8_t> bytes, Size told)
+/// A few bytes must not take much memory: a run of 128 pixels takes four bytes, in bitmap files a run of 255 two.
+void expectHeld(const Surface& surface, std::span<const std::uint8_t> bytes, Size told, std::size_t pixelsPerByte)
 {
-    const Surface surface = decodeTga(bytes);
     if (surface.isEmpty())
         return;
     fuzz::require(surface.size() == told, "a decoded picture has the size that its header tells");
     const auto pixels =
         static_cast<std::size_t>(surface.size().width) * static_cast<std::size_t>(surface.size().height);
-    fuzz::require(pixels <= bytes.size() * 32, "the bytes can hold the pixels");
+    fuzz::require(pixels <= bytes.size() * pixelsPerByte, "the bytes can hold the pixels");
 }
 
 } // namespace
@@ -51,7 +51,9 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
         compose(*layout);
     }
     if (header.format == ImageFormat::Tga)
-        decodeTruevision(bytes, header.size);
+        expectHeld(decodeTga(bytes), bytes, header.size, 32);
+    else if (header.format == ImageFormat::Bmp)
+        expectHeld(decodeBmp(bytes), bytes, header.size, 128);
     else
         decodeTga(bytes); // whoever calls it with anything else gets something or nothing
     return 0;

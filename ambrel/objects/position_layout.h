@@ -6,15 +6,17 @@
 //
 //     |<- near ->|<--- size --->|<- far ->|      the parent's extent
 //
-//     NearAndSize   anchor Near: near and size are kept, far follows the parent   (LEFTWIDTH, TOPHEIGHT)
-//                   anchor Far: far and size are kept; anchor Centre: centred, moved by the near distance
-//     BothEdges     near and far are kept, the size follows the parent, whatever the anchor   (RIGHTWIDTH,
-//     BOTTOMHEIGHT) Percent       like NearAndSize, with distance and size in hundredths of the parent's extent; edges
-//     are rounded one by
-//                   one, so neighbours that add up to 100 percent leave no gap
-//     FixedSize     like NearAndSize; the size is the object's own (an object that measures itself may change it), and
-//     the
-//                   object is moved back inside where the parent is large enough to hold it
+//     NearAndSize (LEFTWIDTH, TOPHEIGHT)
+//         anchor Near: near and size are kept, far follows the parent; anchor Far: far and size are kept; anchor
+//         Centre: centred, moved by the near distance
+//     BothEdges (RIGHTWIDTH, BOTTOMHEIGHT)
+//         near and far are kept, the size follows the parent, whatever the anchor
+//     Percent
+//         like NearAndSize, with distance and size in hundredths of the parent's extent; edges are rounded one by one,
+//         so that neighbours that add up to 100 percent leave no gap
+//     FixedSize (FASTNESS)
+//         like NearAndSize; the size is the object's own (an object that measures itself may change it), and the object
+//         is moved back inside where the parent is large enough to hold it
 #pragma once
 
 #include "base/geometry.h"

@@ -86,7 +86,9 @@ protected:
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
         RECT client{};
         GetClientRect(window, &client);
-        return {0, 0, client.right, client.bottom};
+        const Rect result{0, 0, client.right, client.bottom};
+        EXPECT_EQ(result.size(), inside) << "the window took another size";
+        return result;
     }
 
     static Rect rectOf(TestControl& control)

@@ -199,7 +199,7 @@ public:
     {
         constexpr std::size_t kMostPixelsPerByte = 128; // a run of two bytes holds 255
         const auto pixels = static_cast<std::size_t>(m_header.size.width) * m_header.size.height;
-        if (!m_in.isInside(m_at, pixels / kMostPixelsPerByte))
+        if (!m_in.isInside(m_at, (pixels + kMostPixelsPerByte - 1) / kMostPixelsPerByte))
             return {}; // a few bytes that claim to be many get no memory
         m_surface = Surface(m_header.size);
         for (int y = 0; y < m_header.size.height; ++y)

@@ -1,6 +1,9 @@
 // Pictures of every format and form through the platform's decoders: right pixels, and nothing for damaged bytes.
 #include "ambrel/pixels/encoded_pictures.h"
+#include "ambrel/render/picture.h"
 #include "ambrel/render/test_support.h"
+#include "frame/com/bstr.h"
+#include "frame/com/instance.h"
 
 #include <random>
 
@@ -111,6 +114,42 @@ TEST(PictureDecoderTest, AnAnimationThatBreaksOffKeepsTheFramesBeforeTheBreak)
         EXPECT_EQ(picture->frames.front().view().at(2, 1), kRed);
         EXPECT_EQ(picture->delaysMs.size(), picture->frames.size());
     }
+}
+
+// Scales --------------------------------------------------------------------------------------------------------------
+
+/// A file that goes with its test.
+class TemporaryFile {
+public:
+    TemporaryFile(const std::wstring& path, std::span<const std::uint8_t> bytes) : m_path(path)
+    {
+        EXPECT_TRUE(writeFile(path, bytes));
+    }
+    TemporaryFile(const TemporaryFile&) = delete;
+    TemporaryFile& operator=(const TemporaryFile&) = delete;
+    ~TemporaryFile() { DeleteFileW(m_path.c_str()); }
+
+private:
+    std::wstring m_path;
+};
+
+TEST(PictureFileTest, FormsForLargerScalesLieBesideTheFile)
+{
+    wchar_t folder[MAX_PATH] = L"";
+    GetTempPathW(MAX_PATH, folder);
+    const std::wstring name = std::wstring(folder) + L"ambrel_forms";
+    const Bytes damaged = {'P', 'N', 'G'};
+    const TemporaryFile plain(name + L".png", encodePng(surfaceOf({10, 10}, kRed).view()));
+    const TemporaryFile half(name + L"@150.png", damaged);
+    const TemporaryFile twice(name + L"@200.png", encodePng(surfaceOf({20, 20}, kBlue).view()));
+    const auto picture = morvane::Instance<Picture>::make();
+    VARIANT_BOOL done = VARIANT_FALSE;
+    ASSERT_EQ(picture->ImportFile(morvane::Bstr(name + L".png").get(), &done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(picture->size(), (Size{10, 10}));
+    EXPECT_EQ(picture->frame(Scale(100)).percent, 100);
+    EXPECT_EQ(picture->frame(Scale(125)).percent, 200); // the damaged one counts as missing
+    EXPECT_EQ(picture->frame(Scale(200)).pixels.at(5, 5), kBlue);
 }
 
 // Damage --------------------------------------------------------------------------------------------------------------
