@@ -3,7 +3,9 @@
 #include "ambrel/objects/base_object.h"
 #include "ambrel/objects/geometry_objects.h"
 #include "ambrel/render/resource_factory.h"
+#include "ambrel/resources/vex_res.h"
 #include "frame/com/instance.h"
+#include "frame/com/result.h"
 #include "host/host_classes.h"
 
 #include <algorithm>
@@ -39,12 +41,23 @@ private:
     const HostClass* m_class = nullptr;
 };
 
+/// For clients that cannot call AmbrelCreateRes, such as scripts.
+constexpr CLSID kClsidResources = {0x5C0E7B1A, 0x2D4F, 0x4E0B, {0x9A, 0x31, 0x6B, 0x7D, 0x12, 0xC4, 0x58, 0xE6}};
+
+HRESULT createResources(IUnknown* outer, REFIID iid, void** result) noexcept
+{
+    return morvane::filling(result, [&](void*& place) -> HRESULT {
+        return outer ? CLASS_E_NOAGGREGATION : VexRes::make()->QueryInterface(iid, &place);
+    });
+}
+
 const HostClass kClasses[] = {
-    {morvane::kClsidInnerBaseObject, L"Ambrel base object", &createBaseObject},
-    {morvane::kClsidObjectDraw, L"Ambrel object draw", &createObjectDraw},
-    {morvane::kClsidPicture, L"Ambrel picture", &createPicture},
-    {morvane::kClsidImage, L"Ambrel image", &createImage},
-    {morvane::kClsidPosition, L"Ambrel position", &createPosition},
+    {morvane::kClsidInnerBaseObject, L"Ambrel base object", nullptr, &createBaseObject},
+    {morvane::kClsidObjectDraw, L"Ambrel object draw", nullptr, &createObjectDraw},
+    {morvane::kClsidPicture, L"Ambrel picture", nullptr, &createPicture},
+    {morvane::kClsidImage, L"Ambrel image", nullptr, &createImage},
+    {morvane::kClsidPosition, L"Ambrel position", nullptr, &createPosition},
+    {kClsidResources, L"Ambrel resources", L"Ambrel.Resources", &createResources},
 };
 
 } // namespace

@@ -1,4 +1,4 @@
-// The class objects of the runtime's host classes.
+// The class objects of the runtime: the five host classes that controls create, and the resource object for scripts.
 #pragma once
 
 #include "frame/com/com_ptr.h"
@@ -9,7 +9,8 @@ namespace ambrel {
 
 struct HostClass {
     const CLSID& id;
-    const wchar_t* name; // for people who look into the registry
+    const wchar_t* name;   // for people who look into the registry
+    const wchar_t* progId; // null for what only controls create
     HRESULT (*create)(IUnknown* outer, REFIID iid, void** result) noexcept;
 };
 

@@ -28,8 +28,11 @@ bool setValue(const std::wstring& key, const wchar_t* name, const std::wstring& 
 bool registerClass(const ambrel::HostClass& each, const std::wstring& path)
 {
     const std::wstring key = keyOf(each.id);
+    const std::wstring progId = each.progId ? each.progId : L"";
     return setValue(key, nullptr, each.name) && setValue(key + L"\\InprocServer32", nullptr, path) &&
-           setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
+           setValue(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment") &&
+           (progId.empty() || (setValue(key + L"\\ProgID", nullptr, progId) && setValue(progId, nullptr, each.name) &&
+                               setValue(progId + L"\\CLSID", nullptr, key.substr(key.find(L'{')))));
 }
 
 } // namespace
@@ -50,8 +53,11 @@ STDAPI DllCanUnloadNow()
 STDAPI DllUnregisterServer()
 {
     return morvane::guarded([] {
-        for (const ambrel::HostClass& each : ambrel::hostClasses())
+        for (const ambrel::HostClass& each : ambrel::hostClasses()) {
             RegDeleteTreeW(HKEY_CLASSES_ROOT, keyOf(each.id).c_str());
+            if (each.progId)
+                RegDeleteTreeW(HKEY_CLASSES_ROOT, each.progId);
+        }
     });
 }
 
