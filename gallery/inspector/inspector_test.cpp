@@ -23,7 +23,7 @@ protected:
         VARIANT_BOOL created = VARIANT_FALSE;
         const auto window = root.as<IAmbrel>();
         window->Create(0, {0, 0, 400, 300}, &created);
-        scene = std::make_unique<Scene>(res, window, SkinSource{library.module(), {}, false}, 100);
+        scene = std::make_unique<Scene>(res, window, SkinSource{library.module(), {}, false, nullptr}, 100);
         page = scene->form(nullptr, {0, 0, 400, 300}, RGB(255, 255, 255));
         box = scene->checkBox(page.get(), {10, 10, 110, 34}, L"&Mark");
         button = scene->button(page.get(), {10, 50, 110, 78}, L"Press");
