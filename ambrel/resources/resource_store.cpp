@@ -36,13 +36,18 @@ void ResourceStore::add(VexObjType type, std::wstring_view name, ComPtr<IVexObj>
 
 bool ResourceStore::remove(IVexObj* object)
 {
-    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
-                                    [&](const auto& each) { return each.second.object.get() == object; });
-    if (!object || found == m_entries.end())
+    if (!object)
         return false;
-    const Entry leaving = std::move(found->second);
-    m_entries.erase(found);
-    return true;
+    const ComPtr<IVexObj> leaving(object);
+    return std::erase_if(m_entries, [&](const auto& each) { return each.second.object.get() == object; }) > 0;
+}
+
+void ResourceStore::moveToFront(IVexObj* object) noexcept
+{
+    for (auto& [key, entry] : m_entries) {
+        if (entry.object.get() == object)
+            entry.position = --m_first;
+    }
 }
 
 void ResourceStore::clear(bool onlyFromSkin)
@@ -67,8 +72,10 @@ std::vector<ComPtr<IVexObj>> ResourceStore::all(VexObjType type) const
     }
     std::sort(entries.begin(), entries.end(), [](const Entry* a, const Entry* b) { return a->position < b->position; });
     std::vector<ComPtr<IVexObj>> result;
-    for (const Entry* each : entries)
-        result.push_back(each->object);
+    for (const Entry* each : entries) {
+        if (std::ranges::find(result, each->object) == result.end())
+            result.push_back(each->object);
+    }
     return result;
 }
 

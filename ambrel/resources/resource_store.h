@@ -4,6 +4,7 @@
 #include "frame/com/com_ptr.h"
 #include "host/host.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -20,10 +21,13 @@ public:
 
     /// Replaces a resource of the same kind and name. `fromSkin`: it goes when the skin is closed or changed.
     void add(VexObjType type, std::wstring_view name, morvane::ComPtr<IVexObj> object, bool fromSkin);
+    /// Under all names that it has.
     bool remove(IVexObj* object);
+    /// From now on the first one of its kind.
+    void moveToFront(IVexObj* object) noexcept;
     void clear(bool onlyFromSkin);
 
-    /// In the order of adding. A copy: the caller may change the store meanwhile.
+    /// In the order of adding, each once however many names it has. A copy: the caller may change the store meanwhile.
     std::vector<morvane::ComPtr<IVexObj>> all(VexObjType type) const;
     std::size_t size() const noexcept { return m_entries.size(); }
 
@@ -42,11 +46,12 @@ private:
     struct Entry {
         morvane::ComPtr<IVexObj> object;
         bool fromSkin = false;
-        std::size_t position = 0; // in the order of adding
+        std::int64_t position = 0; // in the order of adding
     };
 
     std::unordered_map<Key, Entry, KeyHash> m_entries;
-    std::size_t m_next = 0;
+    std::int64_t m_next = 0;
+    std::int64_t m_first = 0; // the position before it is free
 };
 
 } // namespace ambrel

@@ -147,7 +147,7 @@ void SkinChange::applyTo(IVexControlBase& control)
     std::optional<Description> former;
     const Description* const had = before(objects, former);
     if (step.values->setIn(*core))
-        applySettings(now, had, control);
+        applySettings(now, had, control, m_resources);
     else
         applyChanges(now, had, control, m_resources);
 }

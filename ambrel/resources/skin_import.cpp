@@ -6,6 +6,7 @@
 #include "ambrel/resources/vex_res.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/trace/trace.h"
+#include "frame/com/instance.h"
 
 #include <filesystem>
 
@@ -83,9 +84,30 @@ PositionHalf halfOf(const skin::PositionAxis& axis)
             axis.size};
 }
 
-void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexControlBase& control)
+/// A cursor of the skin, or one of the system's. The arrow is what controls show without any.
+void setCursor(const skin::ObjectSettings& s, IVexControlBase& control, const SkinResourceSet& resources)
+{
+    constexpr std::int32_t kArrow = 32512;
+    ComPtr<IVexCursor> cursor;
+    if (s.customCursor && !s.customCursor->empty()) {
+        if (const auto found = resources.find(_PROPTYPE_CURSOR, widened(*s.customCursor)))
+            cursor = found.as<IVexCursor>();
+    } else if (s.cursor && *s.cursor != kArrow) {
+        const auto standard = morvane::Instance<Cursor>::make();
+        standard->setStandard(*s.cursor);
+        cursor = ComPtr<IVexCursor>(standard.get());
+    }
+    ComPtr<IVexCursor> former;
+    control.GetCursorPtr(former.put());
+    if ((s.customCursor || s.cursor) && cursor.get() != former.get())
+        control.SetCursorPtr(cursor.get());
+}
+
+void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexControlBase& control,
+                 const SkinResourceSet& resources)
 {
     const skin::ObjectSettings& s = object.settings;
+    setCursor(s, control, resources);
     if (s.opacity)
         core.setOpacity(*s.opacity);
     if (s.visible)
@@ -200,7 +222,7 @@ void applyObject(const skin::Skin& skin, const skin::SkinObject& object, IVexCon
         return;
     const ComPtr<IVexControlBase> hold(&control);
     setAllProperties({skin, object}, nullptr, *core, resources);
-    setSettings(object, *core, control);
+    setSettings(object, *core, control, resources);
     if (moves)
         setPlace(object, *core);
     tellConfigured(*core);
@@ -215,18 +237,19 @@ void applyChanges(const Description& now, const Description* before, IVexControl
         return;
     const ComPtr<IVexControlBase> hold(&control);
     setAllProperties(now, before, *core, resources);
-    applySettings(now, before, control);
+    applySettings(now, before, control, resources);
     core->redraw();
 }
 
-void applySettings(const Description& now, const Description* before, IVexControlBase& control)
+void applySettings(const Description& now, const Description* before, IVexControlBase& control,
+                   const SkinResourceSet& resources)
 {
     SkinObjectCore* const core = coreOf(&control);
     if (!core)
         return;
     const ComPtr<IVexControlBase> hold(&control);
     if (!before || now.object.settings != before->object.settings)
-        setSettings(now.object, *core, control);
+        setSettings(now.object, *core, control, resources);
     tellConfigured(*core);
 }
 

@@ -71,7 +71,8 @@ struct Description {
 void applyChanges(const Description& now, const Description* before, IVexControlBase& control,
                   const SkinResourceSet& resources);
 /// The same when the properties are set already: only the settings, and the control is told.
-void applySettings(const Description& now, const Description* before, IVexControlBase& control);
+void applySettings(const Description& now, const Description* before, IVexControlBase& control,
+                   const SkinResourceSet& resources);
 
 /// Creates the object and what lies beneath it under a parent (may be null) and gives them their look. Null when its
 /// class cannot be created.

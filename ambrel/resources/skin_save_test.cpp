@@ -311,6 +311,91 @@ TEST_F(SkinSaveTest, TextsFollowTheLanguageAndTheFileForTranslatorsIsReadBack)
     EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Close");
 }
 
+struct Seen {
+    std::vector<IVexObj*> objects;
+    static void STDMETHODCALLTYPE see(IVexObj* object, hyper context)
+    {
+        reinterpret_cast<Seen*>(context)->objects.push_back(object);
+    }
+};
+
+TEST_F(SkinSaveTest, AResourceWithTwoNamesIsOneResourceAndGoesWithBoth)
+{
+    skin::Skin skin;
+    skin::TextStyle style;
+    style.id = "TextStyle1";
+    style.name = "Plain";
+    skin.resources.textStyles = {style};
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "one.zip"));
+    ASSERT_EQ(open(folder / "one.zip"), S_OK) << errorText();
+    const auto seen = [&](VexObjType type) {
+        Seen result;
+        EXPECT_EQ(resources->EnumObjectsToCallback(type, reinterpret_cast<hyper>(&Seen::see),
+                                                   reinterpret_cast<hyper>(&result)),
+                  S_OK);
+        return result.objects;
+    };
+    EXPECT_EQ(seen(VEXOBJTYPE_TEXTSTYLE).size(), 1u);
+    ComPtr<IVexObj> first;
+    ASSERT_EQ(resources->AddResObject(VEXOBJTYPE_TEXTSTYLE, nullptr, Bstr(L"First").get(), VARIANT_TRUE, first.put()),
+              S_OK);
+    EXPECT_EQ(seen(VEXOBJTYPE_TEXTSTYLE).front(), first.get());
+
+    const auto plain = resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"Plain");
+    EXPECT_EQ(resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"TextStyle1"), plain);
+    VARIANT_BOOL removed = VARIANT_FALSE;
+    EXPECT_EQ(resources->RemoveResObject(plain.get(), &removed), S_OK);
+    EXPECT_FALSE(resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"Plain"));
+    EXPECT_FALSE(resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"TextStyle1"));
+    EXPECT_EQ(resources->RemoveResObject(plain.get(), &removed), S_FALSE);
+
+    EXPECT_EQ(resource<IAmbrel>(VEXOBJTYPE_AMBREL, L"Main"), root) << "windows are found like other objects";
+    EXPECT_EQ(seen(VEXOBJTYPE_AMBREL).size(), 1u);
+}
+
+TEST_F(SkinSaveTest, ResourcesOfAFormerSkinAreNotFoundInTheNextOne)
+{
+    for (const char* name : {"Old", "New"}) {
+        skin::Skin skin;
+        skin::TextStyle style;
+        style.id = name;
+        skin.resources.textStyles = {style};
+        ASSERT_TRUE(skin::saveSkin(skin, folder / "style.zip"));
+        ASSERT_EQ(open(folder / "style.zip"), S_OK) << errorText();
+    }
+    EXPECT_TRUE(resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"New"));
+    EXPECT_FALSE(resource<IVexObj>(VEXOBJTYPE_TEXTSTYLE, L"Old"));
+}
+
+TEST_F(SkinSaveTest, AControlHasTheCursorThatTheSkinGivesIt)
+{
+    skin::Skin skin = skin::loadSkin(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip").value();
+    skin::Cursor hand;
+    hand.id = "Hand";
+    hand.standardCursor = 32649;
+    skin.resources.cursors.push_back(hand);
+    skin.objects[0].settings.customCursor = "Hand";
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "hand.zip"));
+    ASSERT_EQ(open(folder / "hand.zip"), S_OK) << errorText();
+    const auto button = addButton(L"Button1");
+    const auto number = [&] {
+        ComPtr<IVexCursor> cursor;
+        long id = 0;
+        button->GetCursorPtr(cursor.put());
+        return cursor && SUCCEEDED(cursor->GetStandardCursorID(&id)) ? id : 0;
+    };
+    EXPECT_EQ(number(), 32649);
+    skin.objects[0].settings.customCursor = "";
+    skin.objects[0].settings.cursor = 32514;
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "wait.zip"));
+    ASSERT_EQ(open(folder / "wait.zip"), S_OK) << errorText();
+    EXPECT_EQ(number(), 32514);
+    skin.objects[0].settings.cursor = 32512;
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "arrow.zip"));
+    ASSERT_EQ(open(folder / "arrow.zip"), S_OK) << errorText();
+    EXPECT_EQ(number(), 0);
+}
+
 TEST_F(SkinSaveTest, SavingIntoTheOpenFolderIsNoNewSkinAndKeepsWhatChanged)
 {
     const fs::path home = folder / "open";

@@ -230,6 +230,7 @@ private:
     void showTexts();
     morvane::ComPtr<IVexControlBase> addPlugin(IVexObj* owner, BSTR name, BSTR guid, bool composed);
     morvane::ComPtr<IVexObj> objectOfNumber(hyper number);
+    std::vector<morvane::ComPtr<RootWindow>> windowsOf(VexObjType type); // none for any other type
     void notifyAll(VexMsgID id, hyper lParam1 = 0);
 
     struct RenderFont {

@@ -80,14 +80,22 @@ STDMETHODIMP VexRes::GetResObject(VexObjType type, BSTR name, ISkinObjResBase* p
                                   IVexObj** result) noexcept
 {
     return filling(result, [&](IVexObj*& found) {
+        if (type == VEXOBJTYPE_AMBREL) {
+            ComPtr<IDispatch> root;
+            const HRESULT status = GetAmbrelForm(name, root.put());
+            found = root ? root.as<IVexObj>().detach() : nullptr;
+            return status;
+        }
         if (!isControl(type)) {
             found = m_store.find(type, viewOf(name)).detach();
             return found ? S_OK : S_FALSE;
         }
         ComPtr<ISkinObjResBase> control;
-        if (parent)
-            return parent->GetObjectByCaption(type, name, deep, control.put()), found = control.detach(),
-                                                                                found ? S_OK : S_FALSE;
+        if (parent) {
+            parent->GetObjectByCaption(type, name, deep, control.put());
+            found = control.detach();
+            return found ? S_OK : S_FALSE;
+        }
         for (const ComPtr<RootWindow>& each : windows()) {
             if (!control)
                 each->GetObjectByCaption(type, name, VARIANT_TRUE, control.put());
@@ -185,6 +193,11 @@ STDMETHODIMP VexRes::ConvertTypeToIName(VexObjType type, BSTR* result) noexcept
     });
 }
 
+std::vector<ComPtr<RootWindow>> VexRes::windowsOf(VexObjType type)
+{
+    return type == VEXOBJTYPE_AMBREL ? windows() : std::vector<ComPtr<RootWindow>>();
+}
+
 STDMETHODIMP VexRes::EnumObjectsToHwnd(VexObjType type, LONG message, hyper window) noexcept
 {
     return guarded([&] {
@@ -195,6 +208,8 @@ STDMETHODIMP VexRes::EnumObjectsToHwnd(VexObjType type, LONG message, hyper wind
             SendMessageW(target, static_cast<UINT>(message), reinterpret_cast<WPARAM>(object), 0);
         };
         for (const ComPtr<IVexObj>& each : m_store.all(type))
+            tell(each.get());
+        for (const ComPtr<RootWindow>& each : windowsOf(type))
             tell(each.get());
         if (isControl(type))
             anyObject([&](ObjectNode& node) { return tell(faceOf(&node).get()), false; });
@@ -210,6 +225,8 @@ STDMETHODIMP VexRes::EnumObjectsToCallback(VexObjType type, hyper callback, hype
         const auto tell = reinterpret_cast<void(STDMETHODCALLTYPE*)(IVexObj*, hyper)>(callback);
         for (const ComPtr<IVexObj>& each : m_store.all(type))
             tell(each.get(), parameter);
+        for (const ComPtr<RootWindow>& each : windowsOf(type))
+            tell(each.get(), parameter);
         if (isControl(type))
             anyObject([&](ObjectNode& node) { return tell(faceOf(&node).get(), parameter), false; });
         return S_OK;
@@ -218,7 +235,7 @@ STDMETHODIMP VexRes::EnumObjectsToCallback(VexObjType type, hyper callback, hype
 
 // Making
 
-STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_BOOL, IVexObj** result) noexcept
+STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_BOOL first, IVexObj** result) noexcept
 {
     return filling(result, [&](IVexObj*& made) {
         if (type == VEXOBJTYPE_AMBREL) {
@@ -238,6 +255,8 @@ STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_
         if (FAILED(status))
             return status;
         m_store.add(type, viewOf(name), resource, false);
+        if (first != VARIANT_FALSE)
+            m_store.moveToFront(resource.get());
         made = resource.detach();
         return S_OK;
     });
