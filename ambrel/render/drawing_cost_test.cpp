@@ -1,6 +1,7 @@
 // Drawing what was drawn before allocates nothing, except for texts, which are laid out anew.
 #include "ambrel/render/fill_color.h"
 #include "ambrel/render/image_base.h"
+#include "ambrel/render/render_dc.h"
 #include "ambrel/render/render_device.h"
 #include "ambrel/render/test_support.h"
 #include "ambrel/render/text_style.h"
