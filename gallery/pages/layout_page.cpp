@@ -112,7 +112,8 @@ class Panel {
 public:
     Panel(Scene& scene, IVexControlBase& page, Point at)
         : m_scene(scene), m_at(at), m_object(scene.form(&page, Rect::at(at, kUsual), scene.theme().surface)),
-          m_readout(scene.label(&page, {600, 92, 736, 120}, L"", {scene.theme().textSoft, 9, false, TextAlign::Far}))
+          m_readout(scene.label(&page, {600, at.y - 40, 736, at.y - 12}, L"",
+                                {scene.theme().textSoft, 9, false, TextAlign::Far}))
     {
         static constexpr const wchar_t* kAcross[] = {L"left", L"centre", L"right"};
         static constexpr const wchar_t* kDown[] = {L"top", L"middle", L"bottom"};

@@ -41,9 +41,9 @@ void addAlignments(Scene& scene, IVexControlBase& page, int top)
             const auto style = sampleStyle(scene, {L"Tahoma", 8});
             style->put_nHAlign(horizontal);
             style->put_nVAlign(vertical);
-            const bool isMiddle = horizontal == 1 && vertical == 1;
-            const std::wstring name =
-                isMiddle ? L"centre" : std::wstring(kVertical[vertical]) + L' ' + kHorizontal[horizontal];
+            std::wstring name = vertical == 1 ? L"" : kVertical[vertical];
+            if (horizontal != 1 || vertical == 1)
+                name += (name.empty() ? L"" : L" ") + std::wstring(kHorizontal[horizontal]);
             showTextBox(scene, page, row.next(), name, *style);
         }
     }

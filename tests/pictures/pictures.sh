@@ -6,7 +6,7 @@ kept=$pictures/kept
 . "$pictures/../../tools/wine_env.sh"
 
 sheets=(Button CheckBox RadioBox UIForm)
-pages=(button checkbox radiobox form settings)
+pages=(button checkbox radiobox form settings images text layout)
 
 # render BIN FOLDER: every picture, by the gallery in BIN.
 render()
