@@ -338,6 +338,39 @@ TEST_F(LayersTest, TheWindowsPictureIsACopyAndCanBeChangedUntilItIsDrawnAgain)
     EXPECT_EQ(fresh->UpdateAmbrelLayerCache({12, 12, 20, 20}, source.dc(), {0, 0, 4, 4}, &done), S_FALSE);
 }
 
+TEST_F(LayersTest, AColourFilterOfTheSkinShowsAtTheNextDrawing)
+{
+    ComPtr<IVexRes> resources;
+    ASSERT_EQ(root->GetVexRes(resources.put()), S_OK);
+    ComPtr<IVexObj> made;
+    ASSERT_EQ(
+        resources->AddResObject(VEXOBJTYPE_GRADIENTCLR, nullptr, Bstr(L"Ground").get(), VARIANT_FALSE, made.put()),
+        S_OK);
+    const auto fill = made.as<IFillColor>();
+    fill->put_clrStart(0x00404040);
+    fill->put_clrEnd(0x00404040);
+    panel->AddFillColor(fill.get(), {12, 12, 18, 18});
+    const auto shown = [&] {
+        ComPtr<ILayerGraphics> layer;
+        panel->GetLayerMe(layer.put());
+        return pixelOf(layer.get(), 15, 15);
+    };
+    EXPECT_EQ(shown(), 0xFF404040u);
+    EXPECT_EQ(resources->AddColorFilterShiftRGB(16, -16, 255, &done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    EXPECT_EQ(shown(), 0xFF5030FFu);
+    EXPECT_EQ(resources->AddColorFilterColorize(0, 0, 255, &done), S_OK);
+    const Pixel grey = shown();
+    EXPECT_EQ(grey & 0xFF, grey >> 16 & 0xFF) << "no colour is left";
+    EXPECT_EQ(resources->AddColorFilterColorize(256, 0, 0, &done), E_INVALIDARG);
+    EXPECT_EQ(resources->AddColorFilterShiftRGB(0, -256, 0, &done), E_INVALIDARG);
+    EXPECT_EQ(done, VARIANT_FALSE);
+    EXPECT_EQ(resources->RemoveColorFilters(&done), S_OK);
+    EXPECT_EQ(shown(), 0xFF404040u);
+    EXPECT_EQ(resources->RemoveColorFilters(&done), S_FALSE);
+    EXPECT_EQ(resources->RemoveColorFilters(nullptr), E_POINTER);
+}
+
 TEST_F(LayersTest, TheRootsLayersAreTheWholeWindow)
 {
     ComPtr<ILayerGraphics> mine;

@@ -10,8 +10,8 @@ namespace ambrel {
 inline constexpr OLE_COLOR kLightAccent = 0x00D96325; // #2563D9
 inline constexpr OLE_COLOR kDarkAccent = 0x00FFA06E;  // #6EA0FF
 
-/// A ring in the accent colour, 2 wide at 100 percent, along the inside of the rectangle's edge, with the corner radius
-/// of controls. On dark surroundings pass the dark palette's accent.
-void drawFocusMark(const Canvas& canvas, const Rect& rect, Scale scale, OLE_COLOR accent = kLightAccent);
+/// A ring 2 wide at 100 percent, along the inside of the rectangle's edge, with the corner radius of controls. In the
+/// accent colour of the light or of the dark palette, whichever stands out more from what is drawn there.
+void drawFocusMark(const Canvas& canvas, const Rect& rect, Scale scale);
 
 } // namespace ambrel

@@ -1,4 +1,5 @@
 #include "ambrel/pixels/gradient.h"
+#include "ambrel/render/focus_mark.h"
 #include "ambrel/render/render_dc.h"
 #include "ambrel/render/render_device.h"
 #include "ambrel/render/render_image.h"
@@ -302,6 +303,40 @@ TEST_F(RenderDCTest, AContextOfAnotherSurfaceKeepsItsTransparency)
     EXPECT_EQ(aside.pixels().at(10, 0), kWhite) << "drawn by GDI";
     EXPECT_EQ(aside.pixels().at(6, 6), 0u) << "though its device is opaque";
     guest->setTarget(nullptr);
+}
+
+TEST(FocusMarkTest, IsARingInsideTheEdgeAsWideAsTheScaleSaysAndSeenOnEveryGround)
+{
+    for (const int percent : {100, 200}) {
+        const int width = 2 * percent / 100;
+        for (const Pixel ground : {kWhite, Pixel{0xFF1E2126}, Pixel{0xFF2563D9}}) {
+            Surface surface = surfaceOf({60, 60}, ground);
+            const Canvas canvas{surface.view(), {100, 50}, {100, 50, 160, 110}};
+            drawFocusMark(canvas, {110, 60, 150, 100}, Scale(percent));
+            const auto at = [&](int x, int y) { return surface.view().at(x - 100, y - 50); };
+            const Pixel ring = at(110, 80);
+            EXPECT_NE(ring, ground) << std::hex << ground;
+            EXPECT_EQ(at(110 + width - 1, 80), ring);
+            EXPECT_EQ(at(110 + width, 80), ground);
+            EXPECT_EQ(at(149, 80), ring);
+            EXPECT_EQ(at(130, 99), ring);
+            EXPECT_EQ(at(109, 80), ground) << "outside";
+            EXPECT_EQ(at(110, 60), ground) << "the corner is round";
+            const Pixel accent = ground == kWhite ? 0xFF2563D9 : 0xFF6EA0FF;
+            EXPECT_EQ(ring, accent);
+        }
+    }
+}
+
+TEST(FocusMarkTest, APartDrawnLaterLooksAsItDidAndNothingOutsideTheClipChanges)
+{
+    Surface surface = surfaceOf({40, 40}, kWhite);
+    const Canvas part{surface.view(), {}, {30, 0, 40, 40}};
+    drawFocusMark(part, {0, 0, 40, 40}, Scale());
+    EXPECT_EQ(surface.view().at(39, 20), 0xFF2563D9u);
+    EXPECT_EQ(surface.view().at(0, 20), kWhite);
+    drawFocusMark({surface.view(), {100, 100}, {100, 100, 140, 140}}, {90, 90, 150, 150}, Scale()); // edges beyond
+    EXPECT_EQ(surface.view().at(0, 20), kWhite);
 }
 
 TEST(RenderDeviceTest, EveryContextThatDrawsForItIsToldOfItsEnd)

@@ -208,7 +208,7 @@ private:
     {
         const Canvas canvas = dc().canvas();
         drawFocusMark(canvas, scaled({20, 480, 140, 508}), scale());
-        drawFocusMark(canvas, scaled({620, 480, 740, 508}), scale(), kDarkAccent);
+        drawFocusMark(canvas, scaled({620, 480, 740, 508}), scale());
         for (int i = 0; i < 4; ++i)
             drawFrameControl(canvas, scaled({160 + i * 30, 480, 184 + i * 30, 504}), DFC_SCROLL, i, scale());
         drawFrameControl(canvas, scaled({290, 480, 370, 508}), DFC_BUTTON, DFCS_BUTTONPUSH, scale());
