@@ -1,12 +1,15 @@
 // Saving the running skin with what an application changed.
 #include "ambrel/window/window_fixture.h"
 
+#include "ambrel/skin/changes.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/skin/writer.h"
 
 #include <filesystem>
 #include <fstream>
 #include <vector>
+
+#include <wincrypt.h>
 
 namespace ambrel::testing {
 namespace {
@@ -123,6 +126,12 @@ protected:
         ComPtr<IVexPropType> type;
         const auto found = property(control, group, name);
         return found && SUCCEEDED(found->GetPropTypePtr(type.put())) ? type->put_strValue(Bstr(value).get()) : E_FAIL;
+    }
+
+    static void setPlain(skin::Skin& skin, std::string_view group, std::string_view name, const char* value)
+    {
+        skin::setValue(skin, skin.objects[0], group, name, skin::ValueKind::Plain, value);
+        skin::addMissingKeys(skin);
     }
 
     template <class Object>
@@ -394,6 +403,117 @@ TEST_F(SkinSaveTest, AControlHasTheCursorThatTheSkinGivesIt)
     ASSERT_TRUE(skin::saveSkin(skin, folder / "arrow.zip"));
     ASSERT_EQ(open(folder / "arrow.zip"), S_OK) << errorText();
     EXPECT_EQ(number(), 0);
+}
+
+/// The files that docs/writing-a-skin.md has one type: a line with a file's name, then a block with what is in it.
+void typeInThePage(const fs::path& home)
+{
+    std::ifstream page(AMBREL_SKIN_PAGE);
+    std::string name;
+    std::string content;
+    bool isInside = false;
+    for (std::string line; std::getline(page, line);) {
+        const bool isFence = line.starts_with("```");
+        if (isFence && isInside && name.ends_with(".xml"))
+            std::ofstream(home / name, std::ios::binary) << content;
+        if (isFence && isInside && name.ends_with(".bmp")) {
+            DWORD size = 0;
+            std::vector<BYTE> bytes(content.size());
+            size = static_cast<DWORD>(bytes.size());
+            ASSERT_TRUE(
+                CryptStringToBinaryA(content.c_str(), 0, CRYPT_STRING_BASE64, bytes.data(), &size, nullptr, nullptr));
+            std::ofstream(home / name, std::ios::binary)
+                .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(size));
+        }
+        if (isFence) {
+            isInside = !isInside && !name.empty();
+            name = isInside ? name : std::string();
+            content.clear();
+        } else if (isInside) {
+            content += line + '\n';
+        } else if (line.size() > 2 && line.front() == '`' && line.find('`', 1) == line.size() - 1) {
+            name = line.substr(1, line.size() - 2);
+        } else if (!line.empty()) {
+            name.clear();
+        }
+    }
+}
+
+TEST_F(SkinSaveTest, TheExampleOfThePageAboutSkinsIsAButtonThatShowsAsItSays)
+{
+    typeInThePage(folder);
+    ASSERT_EQ(std::distance(fs::directory_iterator(folder), fs::directory_iterator()), 5);
+    ASSERT_EQ(open(folder), S_OK) << errorText();
+    const auto button = addButton(L"Button1");
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"Press me");
+    ComPtr<IVexRect> rect;
+    SkinRect place{};
+    button->GetRect(rect.put());
+    rect->GetRectStruct(&place);
+    EXPECT_EQ(place.left, 16);
+    EXPECT_EQ(place.top, 16);
+    EXPECT_EQ(place.right - place.left, 120);
+    EXPECT_EQ(place.bottom - place.top, 28);
+    std::vector<std::uint32_t> pixels(300 * 200);
+    ASSERT_EQ(runtime.AmbrelRenderWindow()(root.get(), 300, 200, pixels.data()), S_OK);
+    const auto at = [&](int x, int y) { return pixels[static_cast<std::size_t>(y * 300 + x)] & 0xFFFFFFu; };
+    EXPECT_EQ(at(16, 16), 0x2563D9u);
+    EXPECT_EQ(at(135, 43), 0x2563D9u);
+    EXPECT_EQ(at(16, 30), 0x2563D9u) << "the border";
+    EXPECT_EQ(at(17, 17), 0xFFFFFFu) << "and no more of it";
+    EXPECT_NE(at(15, 16), 0x2563D9u);
+    long dark = 0;
+    for (int y = 18; y < 42; ++y) {
+        for (int x = 18; x < 134; ++x)
+            dark += (at(x, y) & 0xFFu) < 0x80u;
+    }
+    EXPECT_GT(dark, 30) << "the letters";
+}
+
+TEST_F(SkinSaveTest, AnOpenFolderIsTakenUpHoweverEditorsWrite)
+{
+    const fs::path home = folder / "edited";
+    fs::create_directories(home);
+    skin::Skin skin = skin::loadSkin(fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip").value();
+    ASSERT_TRUE(skin::saveSkin(skin, home));
+    ASSERT_EQ(open(home), S_OK);
+    const auto button = addButton(L"Button1");
+    const auto shows = [&](const wchar_t* wanted) {
+        const DWORD start = GetTickCount();
+        while (text(*button.get(), L"Text", L"Text") != wanted && GetTickCount() - start < 8000) {
+            MSG message;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+        }
+        return text(*button.get(), L"Text", L"Text");
+    };
+    const auto packageWith = [&](const char* words) {
+        setPlain(skin, "Text", "Text", words);
+        return skin::writeSkin(skin).value();
+    };
+    const auto write = [](const fs::path& path, const skin::Bytes& bytes, std::size_t count) {
+        std::ofstream(path, std::ios::binary)
+            .write(reinterpret_cast<const char*>(bytes.data()), static_cast<std::streamsize>(count));
+    };
+
+    // A fresh file that takes the old one's place, all files of the package one after the other.
+    const auto renamed = packageWith("renamed");
+    for (const auto& [name, bytes] : renamed.all()) {
+        write(home / "edit.tmp", bytes, bytes.size());
+        fs::rename(home / "edit.tmp", home / name);
+    }
+    EXPECT_EQ(shows(L"renamed"), L"renamed");
+
+    // Half a file first: the running skin stays, and the other half is heard of.
+    const auto halved = packageWith("in two halves");
+    const skin::Bytes& prop = *halved.find("prop.xml");
+    const skin::Bytes& objects = *halved.find("objects.xml");
+    write(home / "prop.xml", prop, prop.size() / 2);
+    EXPECT_EQ(shows(L"never"), L"renamed");
+    write(home / "prop.xml", prop, prop.size());
+    write(home / "objects.xml", objects, objects.size());
+    EXPECT_EQ(shows(L"in two halves"), L"in two halves");
 }
 
 TEST_F(SkinSaveTest, SavingIntoTheOpenFolderIsNoNewSkinAndKeepsWhatChanged)
