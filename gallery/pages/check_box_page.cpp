@@ -35,8 +35,8 @@ void addValue(Scene& scene, IVexControlBase& page, int top, std::size_t value)
     add();
     add()->SetMouseMove(VARIANT_TRUE);
     add()->SetLButtonDowned(VARIANT_TRUE);
-    focusSample(scene, page, {left, top});
     add();
+    focusSample(scene, page, {left - kColumn, top});
     disable(*add());
     add()->SetActive(VARIANT_FALSE);
 }

@@ -48,9 +48,9 @@ void addSamples(Scene& scene, IVexControlBase& page, int top)
         scene.label(&page, Rect::at({left, top}, {kBox.width, 16}), column.name, {scene.theme().textSoft, 8});
         for (const bool isChecked : {false, true}) {
             const Point at{left, top + 20 + (isChecked ? kRow : 0)};
+            addSample(scene, page, at, isChecked, column.state);
             if (column.name == kColumns[3].name)
                 focusSample(scene, page, at);
-            addSample(scene, page, at, isChecked, column.state);
         }
         left += kColumn;
     }
