@@ -379,7 +379,7 @@ the_window_menu()
     xdotool keydown alt key s keyup alt
     step "no window menu comes after an access key" "wait called save up" \
         "notify twin1 blur" "notify save focus" "redraw save" "${lines[@]}"
-    xdotool keydown alt key F2 keyup alt
+    xdotool keydown alt keydown F2 keyup alt keyup F2
     step "nor after a hot key" "wait called save up" "${lines[@]}"
 }
 
