@@ -132,8 +132,7 @@ void ToolTip::show() noexcept
         m_font.reset(CreateFontIndirectW(&metrics.lfStatusFont));
     }
     const HWND window = m_window.get();
-    const morvane::WindowDc dc(window);
-    const RECT place = placeFor(measure(dc.get()), m_dpi);
+    const RECT place = placeFor(measure(), m_dpi);
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
     const int corner = scaled(kCorner, m_dpi) * 2;
@@ -145,11 +144,13 @@ void ToolTip::show() noexcept
     UpdateWindow(window);
 }
 
-SIZE ToolTip::measure(HDC dc) const noexcept
+SIZE ToolTip::measure() const noexcept
 {
-    const morvane::SelectedObject font(dc, m_font.get());
+    const morvane::WindowDc dc(m_window.get()); // given back before the window is painted, which takes another one
+    const morvane::SelectedObject font(dc.get(), m_font.get());
     RECT text{0, 0, scaled(kWidest, m_dpi), 0};
-    DrawTextW(dc, m_timing.text().c_str(), static_cast<int>(m_timing.text().size()), &text, kTextFormat | DT_CALCRECT);
+    DrawTextW(dc.get(), m_timing.text().c_str(), static_cast<int>(m_timing.text().size()), &text,
+              kTextFormat | DT_CALCRECT);
     return {text.right + 2 * scaled(kPaddingX, m_dpi), text.bottom + 2 * scaled(kPaddingY, m_dpi)};
 }
 

@@ -34,7 +34,7 @@ private:
     void show() noexcept;
     bool createWindow() noexcept;
     void releaseClass() noexcept;
-    SIZE measure(HDC dc) const noexcept;
+    SIZE measure() const noexcept;
     void draw(HDC dc) const noexcept;
 
     TipTiming m_timing;

@@ -101,6 +101,8 @@ void WindowCore::applyTraits()
         if (!m_traits.perPixel)
             SetLayeredWindowAttributes(handle, 0, opacity, LWA_ALPHA);
     }
+    if ((style & WS_CHILD) && m_traits.blendsWithParent)
+        SendMessageW(GetAncestor(handle, GA_PARENT), kGroundNeededMessage, 0, 0);
     SetWindowPos(handle, nullptr, 0, 0, 0, 0,
                  SWP_NOMOVE | SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE | SWP_FRAMECHANGED);
     invalidate(m_root.node().rect());

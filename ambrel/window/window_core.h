@@ -176,6 +176,8 @@ private:
     bool onDestroy(WPARAM, LPARAM, LRESULT&);
     bool onSceneChanged(WPARAM, LPARAM, LRESULT&);
     bool onGroundChanged(WPARAM, LPARAM, LRESULT&);
+    bool onGroundNeeded(WPARAM, LPARAM, LRESULT&);
+    void tellGroundChanged();
 
     // Geometry and the desktop (window_frame.cpp)
     bool onSize(WPARAM, LPARAM, LRESULT&);
@@ -272,6 +274,7 @@ private:
     bool m_changingCapture = false;
     bool m_capturesForApplication = false;
     bool m_wasShown = false;
+    bool m_isGround = false; // of a child window that blends with it
     bool m_destroying = false;
 };
 

@@ -91,6 +91,7 @@ const WindowCore::HandlerEntry* WindowCore::handlerFor(UINT message) noexcept
         {kGroupChoiceMessage, &W::onGroupChoice},
         {kSceneChangedMessage, &W::onSceneChanged},
         {kGroundChangedMessage, &W::onGroundChanged},
+        {kGroundNeededMessage, &W::onGroundNeeded},
     };
     const auto* found = std::find_if(std::begin(kHandlers), std::end(kHandlers),
                                      [&](const HandlerEntry& each) { return each.message == message; });

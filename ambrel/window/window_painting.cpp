@@ -192,9 +192,8 @@ void WindowCore::paint(HDC dc, const RECT* exposed)
             requestPaint(); // what was asked for meanwhile, in case a paint message inside this one took it
         if (m_traits.shaped)
             updateShape();
-        for (HWND child = window() ? GetWindow(window(), GW_CHILD) : nullptr; child;
-             child = GetWindow(child, GW_HWNDNEXT))
-            PostMessageW(child, kGroundChangedMessage, 0, 0);
+        if (m_isGround)
+            tellGroundChanged();
     }
     if (!window())
         return;
@@ -202,6 +201,18 @@ void WindowCore::paint(HDC dc, const RECT* exposed)
         presentPerPixel();
     else if (dc && exposed)
         m_surface.copyTo(dc, morvane::fromWin32(*exposed).united(m_lastPainted));
+}
+
+void WindowCore::tellGroundChanged()
+{
+    for (HWND child = window() ? GetWindow(window(), GW_CHILD) : nullptr; child; child = GetWindow(child, GW_HWNDNEXT))
+        PostMessageW(child, kGroundChangedMessage, 0, 0);
+}
+
+bool WindowCore::onGroundNeeded(WPARAM, LPARAM, LRESULT&)
+{
+    m_isGround = true;
+    return true;
 }
 
 bool WindowCore::onGroundChanged(WPARAM, LPARAM, LRESULT&)
