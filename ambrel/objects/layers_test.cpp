@@ -295,12 +295,12 @@ TEST_F(LayersTest, WhatCannotBeDrawnIsRefused)
     const MemoryBitmap target(50, 50, 0xFFFFFFFF);
     const SkinRect all{0, 0, 400, 300};
     EXPECT_EQ(panel->DrawCurrentLayer(0, VARIANT_TRUE, all, VARIANT_FALSE, &done), E_INVALIDARG);
-    EXPECT_EQ(panel->DrawCurrentLayer(12345, VARIANT_TRUE, all, VARIANT_FALSE, &done), E_INVALIDARG);
+    EXPECT_EQ(panel->DrawCurrentLayer(brushHandle(), VARIANT_TRUE, all, VARIANT_FALSE, &done), E_INVALIDARG);
     EXPECT_EQ(panel->DrawCurrentLayer(target.dc(), VARIANT_TRUE, all, VARIANT_FALSE, nullptr), E_POINTER);
     EXPECT_EQ(panel->DrawCurrentLayer(target.dc(), VARIANT_TRUE, {}, VARIANT_FALSE, &done), S_FALSE);
     EXPECT_EQ(panel->DrawCurrentLayer(target.dc(), VARIANT_TRUE, {200, 200, 210, 210}, VARIANT_FALSE, &done), S_FALSE);
     EXPECT_EQ(done, VARIANT_FALSE);
-    EXPECT_EQ(panel->DrawChildren(12345, all), E_INVALIDARG);
+    EXPECT_EQ(panel->DrawChildren(brushHandle(), all), E_INVALIDARG);
 }
 
 TEST_F(LayersTest, ChildrenAreDrawnOntoADeviceContextByTheirRenderPath)
@@ -334,7 +334,7 @@ TEST_F(LayersTest, TheWindowsPictureIsACopyAndCanBeChangedUntilItIsDrawnAgain)
     EXPECT_EQ(pixelOf(picture.get(), 15, 15), kRedPixel);
 
     EXPECT_EQ(above->UpdateAmbrelLayerCache({}, source.dc(), {0, 0, 4, 4}, &done), S_FALSE);
-    EXPECT_EQ(above->UpdateAmbrelLayerCache({12, 12, 20, 20}, 5, {0, 0, 4, 4}, &done), E_INVALIDARG);
+    EXPECT_EQ(above->UpdateAmbrelLayerCache({12, 12, 20, 20}, brushHandle(), {0, 0, 4, 4}, &done), E_INVALIDARG);
     EXPECT_EQ(fresh->UpdateAmbrelLayerCache({12, 12, 20, 20}, source.dc(), {0, 0, 4, 4}, &done), S_FALSE);
 }
 

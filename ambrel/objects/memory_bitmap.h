@@ -43,4 +43,11 @@ private:
     int m_width;
 };
 
+/// A handle that is neither a device context nor a bitmap. Small numbers are no good for that: the system takes them
+/// for handles as they come.
+inline hyper brushHandle()
+{
+    return reinterpret_cast<hyper>(GetStockObject(WHITE_BRUSH));
+}
+
 } // namespace ambrel::testing_objects

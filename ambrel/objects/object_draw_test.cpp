@@ -116,9 +116,9 @@ TEST_F(ObjectDrawTest, BitmapsAreStretchedIntoThePlaceOrAPartOfIt)
     EXPECT_EQ(target.at(0, 70), kRed);
     EXPECT_EQ(draw->PaintPartImagePart({60, 0, 70, 10}, {40, 40, 50, 50}, bitmap, &done), S_OK);
     EXPECT_EQ(done, VARIANT_FALSE) << "no such part";
-    EXPECT_EQ(draw->PaintImagePart({0, 0, 5, 5}, 12345, &done), S_OK);
+    EXPECT_EQ(draw->PaintImagePart({0, 0, 5, 5}, brushHandle(), &done), S_OK);
     EXPECT_EQ(done, VARIANT_FALSE) << "no bitmap";
-    EXPECT_EQ(draw->PaintIcon({0, 0, 5, 5}, 12345, &done), S_OK);
+    EXPECT_EQ(draw->PaintIcon({0, 0, 5, 5}, brushHandle(), &done), S_OK);
     EXPECT_EQ(done, VARIANT_FALSE) << "no icon";
     EXPECT_EQ(draw->DrawText(nullptr, nullptr, &done), E_POINTER);
 }

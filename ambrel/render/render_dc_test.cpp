@@ -16,6 +16,9 @@ namespace {
 using namespace test;
 using morvane::ComPtr;
 
+/// A handle of another kind. Small numbers are no good here: the system takes them for handles as they come.
+const hyper kBrush = reinterpret_cast<hyper>(GetStockObject(WHITE_BRUSH));
+
 class RenderDCTest : public testing::Test {
 protected:
     RenderDCTest()
@@ -124,7 +127,7 @@ TEST_F(RenderDCTest, AForeignDeviceContextIsCopied)
     EXPECT_EQ(dc().DrawHDC(reinterpret_cast<hyper>(foreign.dc()), 6, 7, &part), S_OK);
     EXPECT_EQ(at(8, 9), kRed);
     EXPECT_EQ(at(9, 9), kWhite);
-    EXPECT_EQ(dc().DrawHDC(77, 6, 7, &part), E_INVALIDARG);
+    EXPECT_EQ(dc().DrawHDC(kBrush, 6, 7, &part), E_INVALIDARG);
 }
 
 TEST(RenderDeviceTest, OnlyHandlesOfLivingDevicesAreKnown)
@@ -206,7 +209,7 @@ TEST_F(RenderDCTest, ABitmapsPartIsDrawnStretchedOrInItsOwnSizeCutToTheTarget)
     SkinRect beyond{9, 9, 12, 12};
     EXPECT_EQ(dc().RenderPartImagePart(&target, &beyond, bitmap, VARIANT_TRUE, &m_drawn), S_OK);
     EXPECT_EQ(m_drawn, VARIANT_FALSE);
-    EXPECT_EQ(dc().RenderPartImagePart(&target, nullptr, 12345, VARIANT_TRUE, &m_drawn), S_OK);
+    EXPECT_EQ(dc().RenderPartImagePart(&target, nullptr, kBrush, VARIANT_TRUE, &m_drawn), S_OK);
     EXPECT_EQ(m_drawn, VARIANT_FALSE);
 }
 
