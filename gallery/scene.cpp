@@ -36,9 +36,7 @@ std::wstring drawingsFolder(bool isDark)
 /// What AddMsgCallback calls; `context` is the function to run.
 VARIANT_BOOL STDMETHODCALLTYPE runAction(std::int64_t context, long, std::int64_t, std::int64_t)
 {
-    const auto& action = *reinterpret_cast<std::function<void()>*>(context);
-    const auto copy = action; // it may remove itself
-    copy();
+    (*reinterpret_cast<std::function<void()>*>(context))(); // not a copy: what it counts must stay
     return VARIANT_FALSE;
 }
 
@@ -357,14 +355,14 @@ LRESULT CALLBACK Scene::windowProcedure(HWND window, UINT message, WPARAM wParam
     const auto& actions = reinterpret_cast<Scene*>(scene)->m_windowActions;
     if (const auto found = actions.find(message); found != actions.end()) {
         const auto action = found->second; // it may be replaced inside
-        action(wParam);
+        (*action)(wParam);
     }
     return DefSubclassProc(window, message, wParam, lParam);
 }
 
 void Scene::onWindowMessage(UINT message, std::function<void(WPARAM)> action)
 {
-    m_windowActions[message] = std::move(action);
+    m_windowActions[message] = std::make_shared<std::function<void(WPARAM)>>(std::move(action));
     SetWindowSubclass(window(), &Scene::windowProcedure, 1, reinterpret_cast<DWORD_PTR>(this));
 }
 

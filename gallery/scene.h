@@ -142,7 +142,7 @@ private:
     std::vector<std::pair<std::wstring, ComPtr<IVexTextStyle>>> m_textStyles; // by what they look like
     std::vector<Derived> m_derivedStyles;
     std::vector<Callback> m_callbacks;
-    std::map<UINT, std::function<void(WPARAM)>> m_windowActions;
+    std::map<UINT, std::shared_ptr<std::function<void(WPARAM)>>> m_windowActions;
     std::vector<std::unique_ptr<Ticker>> m_tickers;
 };
 
