@@ -5,6 +5,8 @@
 
 #include <algorithm>
 #include <chrono>
+#include <filesystem>
+#include <fstream>
 
 namespace morvane {
 namespace {
@@ -241,6 +243,26 @@ TEST_F(KeyboardTest, EscapeIsAHotKeyLikeAnyOtherAndWhatWasGivenBySetHotkeyPtrCou
     taken();
     type('Q');
     EXPECT_EQ(taken(), Log({"b down", "b up"}));
+}
+
+TEST_F(KeyboardTest, HotKeysAndTheDefaultButtonMayComeFromTheSkin)
+{
+    const auto folder = std::filesystem::temp_directory_path() / "morvane_keyboard_test";
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "shareres.xml") << "<Ambrel><share/></Ambrel>";
+    std::ofstream(folder / "objects.xml")
+        << "<Ambrel><SkinInfo Version=\"2.5\"/><Objects><Guid0000000000000000000000000000000A "
+           "AddinGuid=\"{9D16F301-CDF1-46B8-B95E-982AF85E06AE}\" Name=\"Save\" Type=\"90000\" "
+           "HotkeyHotkey2=\"595\" HotkeyIsEnter=\"1\"/></Objects><SkinCtrls/></Ambrel>";
+    const auto a = button(L"a");
+    a->SetClassId(Bstr(L"{9D16F301-CDF1-46B8-B95E-982AF85E06AE}").get());
+    EXPECT_EQ(runtime.AmbrelApplySkinFile()(resources.get(), a.get(), folder.c_str()), S_OK);
+    std::filesystem::remove_all(folder);
+    taken();
+    type('S', kControl);
+    EXPECT_EQ(taken(), kPressed);
+    type(VK_RETURN);
+    EXPECT_EQ(taken(), kPressed);
 }
 
 TEST_F(KeyboardTest, TheObjectIsAskedBeforeItsHotKeyPressesIt)
