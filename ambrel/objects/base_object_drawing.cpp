@@ -115,12 +115,10 @@ void BaseObject::DisplayList::Solid::draw(IVexRenderDC& dc) const
 
 void BaseObject::DisplayList::draw(IVexRenderDC& dc) const
 {
-    // What is drawn may be foreign and add to the list: each item is kept by a copy, and what comes later waits.
+    // What is drawn may be foreign and add to the list: what comes later waits.
     const std::size_t present = m_items.size();
-    for (std::size_t i = 0; i < present; ++i) {
-        const Item item = m_items[i];
-        std::visit([&](const auto& what) { what.draw(dc); }, item);
-    }
+    for (std::size_t i = 0; i < present; ++i)
+        std::visit([&](const auto& what) { what.draw(dc); }, m_items[i]);
 }
 
 void BaseObject::drawRetained(IVexRenderDC& dc)

@@ -3,8 +3,8 @@
 
 #include "ambrel/objects/base_object.h"
 
+#include <deque>
 #include <variant>
-#include <vector>
 
 namespace ambrel {
 
@@ -47,7 +47,7 @@ public:
     void draw(IVexRenderDC& dc) const;
 
 private:
-    std::vector<Item> m_items;
+    std::deque<Item> m_items; // stay where they are while more are added
 };
 
 } // namespace ambrel

@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <utility>
+#include <vector>
 
 namespace ambrel {
 
@@ -29,34 +32,50 @@ public:
     };
 
     /// The form of a key; `make` gives its pixels when it is not there. Valid until the next call. Throws what `make`
-    /// throws.
+    /// throws, and std::bad_alloc.
     template <class Make>
     const Form& get(const Key& key, Make&& make)
     {
-        const auto end = m_forms.begin() + m_count;
-        auto found = std::find_if(m_forms.begin(), end, [&](const Form& f) { return f.key == key; });
-        if (found == end) {
+        auto found = std::ranges::find(m_forms, key, &Form::key);
+        if (found == m_forms.end()) {
             Surface pixels = make();
             const Coverage coverage = coverageOf(pixels.view());
-            if (m_count < static_cast<int>(m_forms.size()))
-                ++m_count;
-            found = m_forms.begin() + (m_count - 1); // a new place or that of the one unused for longest
-            *found = {key, std::move(pixels), coverage};
+            makeRoom(key.size);
+            m_forms.push_back({key, std::move(pixels), coverage});
+            found = std::prev(m_forms.end());
         }
         std::rotate(m_forms.begin(), found, found + 1);
         return m_forms.front();
     }
 
-    void clear()
-    {
-        for (Form& form : m_forms)
-            form = {};
-        m_count = 0;
-    }
+    void clear() noexcept { m_forms.clear(); }
 
 private:
-    std::array<Form, 6> m_forms; // the last used first
-    int m_count = 0;
+    static constexpr std::size_t kSizes = 6;            // a window that is resized asks for ever new ones
+    static constexpr std::int64_t kPixels = 512 * 1024; // of all forms, but six are kept however large
+
+    /// Forgets what was not used for longest, so that one more form of this size has its place.
+    void makeRoom(Size size)
+    {
+        std::array<Size, kSizes> sizes{size};
+        std::size_t sizeCount = 1;
+        std::size_t formCount = 1;
+        std::int64_t pixels = area(size);
+        std::erase_if(m_forms, [&](const Form& form) {
+            const auto end = sizes.begin() + static_cast<std::ptrdiff_t>(sizeCount);
+            if (std::find(sizes.begin(), end, form.key.size) == end) {
+                if (sizeCount == kSizes)
+                    return true;
+                sizes[sizeCount++] = form.key.size;
+            }
+            pixels += area(form.key.size);
+            return ++formCount > kSizes && pixels > kPixels;
+        });
+    }
+
+    static std::int64_t area(Size size) { return std::int64_t{size.width} * size.height; }
+
+    std::vector<Form> m_forms; // the last used first
 };
 
 } // namespace ambrel

@@ -57,7 +57,7 @@ void addStretching(Scene& scene, IVexControlBase& page, int top)
     const auto crowd = board(scene, page, small);
     const auto section = framedSection(*picture, {});
     for (const Rect& place : {Rect{6, 6, 18, 18}, Rect{24, 6, 34, 56}, Rect{40, 6, 90, 14}, Rect{40, 20, 56, 36},
-                              Rect{62, 20, 82, 40}, Rect{6, 24, 18, 29}, Rect{40, 46, 90, 56}})
+                              Rect{6, 24, 18, 29}, Rect{40, 46, 90, 56}})
         showSection(scene, *crowd, place, *section);
     caption(scene, page, small, L"very small");
 }
