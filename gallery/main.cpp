@@ -59,7 +59,8 @@ Picture pictureOf(Shell& shell)
     return picture;
 }
 
-void shootPages(const Options& options, const Session& session)
+/// Answers what the program ends with: 1 when a skin was bad, which was told on stderr.
+int shootPages(const Options& options, const Session& session)
 {
     CreateDirectoryW(options.shotFolder->c_str(), nullptr);
     Shell shell(options, session.controls());
@@ -73,6 +74,8 @@ void shootPages(const Options& options, const Session& session)
             throw std::runtime_error("a picture could not be written");
         std::printf("%ls\n", path.c_str());
     }
+    const auto& skins = shell.scene().skinFolder();
+    return skins && !skins->problems().empty() ? 1 : 0;
 }
 
 int showWindow(const Options& options, const Session& session)
@@ -95,10 +98,7 @@ int run(const Options& options)
     const Session session;
     if (options.sheet)
         return shootStateSheet(options, session.controls());
-    if (!options.shotFolder)
-        return showWindow(options, session);
-    shootPages(options, session);
-    return 0;
+    return options.shotFolder ? shootPages(options, session) : showWindow(options, session);
 }
 
 } // namespace

@@ -12,7 +12,8 @@ const wchar_t kUsage[] =
     L"  --page NAME                  shows (or renders) this page only\n"
     L"  --dark                       the dark palette\n"
     L"  --scale PERCENT              100 to 300\n"
-    L"  --skin FOLDER                skins from this folder (2080.zip and so on)\n"
+    L"  --skin FOLDER                looks from this folder (2080.zip or a folder 2080, and so on), also while they\n"
+    L"                               change; what the folder lacks looks as usual\n"
     L"  --inspect                    with the inspector open\n"
     L"  --shot FOLDER                renders pages to PNG, without a display\n"
     L"  --shot FOLDER --sheet NAME   renders the state sheet of a control (Button, CheckBox, RadioBox, UIForm)\n";
