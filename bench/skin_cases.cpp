@@ -3,6 +3,8 @@
 #include "bench/own_window.h"
 #include "bench/table.h"
 
+#include <filesystem>
+
 namespace bench {
 
 namespace {
@@ -11,10 +13,65 @@ constexpr int kButtons = 5000;
 constexpr double kAimSeconds = 0.050;
 constexpr morvane::Rect kAll{0, 0, kWindowSize.width, kWindowSize.height};
 
+using Paths = std::array<std::wstring, 2>;
+
+/// Calls `visit(IVexPropBase&)` for every property in the top-level groups of a control.
+template <class Visit>
+void eachProperty(IVexControlBase& control, Visit visit)
+{
+    hyper list = 0;
+    control.GetPropList(&list);
+    for (auto** group = reinterpret_cast<ICtrlPluginProp**>(list); group && *group; ++group) {
+        long count = 0;
+        (*group)->GetPropBaseCount(&count);
+        for (long i = 0; i < count; ++i) {
+            ComPtr<IVexPropBase> property;
+            (*group)->GetAtPropBase(i, property.put());
+            visit(*property.get());
+        }
+    }
+}
+
+VARIANT number(long value)
+{
+    VARIANT result;
+    VariantInit(&result);
+    result.vt = VT_I4;
+    result.lVal = value;
+    return result;
+}
+
+/// The default skin with every picture taken away and every number and text of the button another one.
+std::wstring changedSkin()
+{
+    const std::filesystem::path path = std::filesystem::temp_directory_path() / L"morvane_bench_changed.zip";
+    OwnWindow window;
+    VARIANT_BOOL done = VARIANT_FALSE;
+    window.resources().OpenSkin(Bstr(L"" MORVANE_SKINS_DIR "/2080.zip").get(), nullptr, VARIANT_TRUE, &done);
+    const ComPtr<ICmdButton> button = window.addButton(kAll, L"Changed", Look::None);
+    button->SetName(Bstr(L"Button1").get()); // as the skin calls it: the values become those of all buttons
+    eachProperty(*button.get(), [](IVexPropBase& property) {
+        enumPropType type = _PROPTYPE_INT;
+        property.GetType(&type);
+        VARIANT value;
+        VariantInit(&value);
+        property.GetVariant(&value);
+        if (type == _PROPTYPE_IMAGESECTION || type == _PROPTYPE_TEXTSTYLE)
+            property.SetDispatch(nullptr);
+        else if (value.vt == VT_I4)
+            property.SetVariant(number(7));
+        VariantClear(&value);
+    });
+    window.resources().Save(Bstr(path.wstring()).get(), &done);
+    check(done != VARIANT_FALSE, "the changed skin could not be saved");
+    return path.wstring();
+}
+
 /// A window whose buttons follow the open skin.
 class SwappedWindow {
 public:
-    SwappedWindow() : m_buttons(m_window.fill(kButtons, Look::None))
+    explicit SwappedWindow(const Paths& paths)
+        : m_buttons(m_window.fill(kButtons, Look::None)), m_paths{Bstr(paths[0]), Bstr(paths[1])}
     {
         VARIANT_BOOL done = VARIANT_FALSE;
         m_window.resources().OpenSkin(m_paths[0].get(), nullptr, VARIANT_TRUE, &done);
@@ -36,13 +93,15 @@ public:
 private:
     OwnWindow m_window;
     std::vector<ComPtr<ICmdButton>> m_buttons;
-    Bstr m_paths[2] = {Bstr(L"" MORVANE_SKINS_DIR "/2080.zip"), Bstr(L"" MORVANE_SKINS_DIR "/2080.dark.zip")};
+    std::array<Bstr, 2> m_paths;
     int m_current = 0;
 };
 
+const wchar_t* const kDefault = L"" MORVANE_SKINS_DIR "/2080.zip";
+
 void swaps(Bench& bench)
 {
-    SwappedWindow window;
+    SwappedWindow window({kDefault, L"" MORVANE_SKINS_DIR "/2080.dark.zip"});
     const std::uint64_t light = window.shown();
     const auto swapAndPaint = [&] {
         window.swap();
@@ -56,7 +115,14 @@ void swaps(Bench& bench)
     row("the same and paint them all", bench.measure({1, swapAndPaint}), kAimSeconds);
 }
 
-constexpr Case kCases[] = {{"skin-swap", &swaps}};
+void swapsOfValues(Bench& bench)
+{
+    SwappedWindow window({kDefault, changedSkin()});
+    row("change values of 5,000 buttons by their skin",
+        bench.measure({1, [&] { window.swap(); }, {}, [&] { window.paint(); }}), kAimSeconds);
+}
+
+constexpr Case kCases[] = {{"skin-swap", &swaps}, {"skin-swap-values", &swapsOfValues}};
 
 } // namespace
 

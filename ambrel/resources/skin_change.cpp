@@ -63,9 +63,10 @@ bool SharedValues::fits(PropertyGroup& group, std::size_t& at) const
         group.name() != entry.name.text())
         return false;
     for (const ComPtr<IVexPropBase>& each : group.properties()) {
-        const PropertyCore& property = *ambrel::coreOf(each.get());
+        // Those that get no value are not looked at: with thousands of controls, reaching for them is what costs.
         const Entry& own = m_entries[at++];
-        if (!(property.name() == own.name) || property.type() != own.type)
+        const PropertyCore* const property = own.value ? ambrel::coreOf(each.get()) : nullptr;
+        if (property && (!(property->name() == own.name) || property->type() != own.type))
             return false;
     }
     for (const ComPtr<PropertyGroup>& child : group.groups()) {
@@ -91,6 +92,8 @@ void SharedValues::set(PropertyGroup& group, std::size_t& at) const
 
 bool SharedValues::setIn(SkinObjectCore& core) const
 {
+    if (m_isEmpty)
+        return true;
     std::size_t at = 0;
     std::size_t groups = 0;
     for (const ComPtr<ICtrlPluginProp>& each : core.groups()) {
@@ -101,7 +104,7 @@ bool SharedValues::setIn(SkinObjectCore& core) const
     if (groups != m_topGroups)
         return false;
     at = 0;
-    for (std::size_t i = 0; !m_isEmpty && i < core.groups().size(); ++i) {
+    for (std::size_t i = 0; i < core.groups().size(); ++i) {
         if (const ComPtr<PropertyGroup> group = PropertyGroup::from(core.groups()[i].get()))
             set(*group.get(), at);
     }

@@ -22,7 +22,8 @@ public:
     SharedValues(const Description& now, const Description* before, SkinObjectCore& like,
                  const SkinResourceSet& resources);
 
-    /// False, and nothing is set, when the control's property table is not that of the one it was made for.
+    /// False, and nothing is set, when the control's property table is not that of the one it was made for: other
+    /// groups, another number of properties, or another property where one gets a value.
     bool setIn(SkinObjectCore& core) const;
 
 private:
