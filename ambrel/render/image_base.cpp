@@ -60,7 +60,7 @@ Size ImageBase::naturalSize(Scale scale) const noexcept
     return m_picture ? scale(imageRect(m_section, m_picture->size(), 0).size()) : Size{};
 }
 
-const FormCache::Form& ImageBase::formFor(Size size, int index, Scale scale)
+const ColourFilters* ImageBase::forgetOldForms() noexcept
 {
     const ColourFilters* const filters = colourFiltersOf(identity().resources);
     const unsigned generation = filters ? filters->generation() : 0;
@@ -69,6 +69,12 @@ const FormCache::Form& ImageBase::formFor(Size size, int index, Scale scale)
         m_pictureGeneration = m_picture->generation();
         m_filterGeneration = generation;
     }
+    return filters;
+}
+
+const FormCache::Form& ImageBase::formFor(Size size, int index, Scale scale)
+{
+    const ColourFilters* const filters = forgetOldForms();
     return m_forms.get({size, {}, index, scale.percent(), 0}, [&] {
         const bool isAnimated = m_section.imageCount == 1 && m_picture->frameCount() > 1;
         const Picture::Frame frame = m_picture->frame(scale, isAnimated ? index : 0);
@@ -265,6 +271,7 @@ morvane::ComPtr<RenderImage> ImageBase::renderImage(int index)
     const int count = m_picture ? std::max(m_section.imageCount, m_picture->frameCount()) : 0;
     if (index < 0 || index >= count)
         return nullptr;
+    forgetOldForms(); // first: it empties the list
     m_renderImages.resize(static_cast<std::size_t>(count));
     auto& place = m_renderImages[static_cast<std::size_t>(index)];
     if (!place) {

@@ -7,6 +7,7 @@
 
 namespace ambrel {
 
+class ColourFilters;
 class RenderDC;
 
 /// IVexImageBase: a section of a picture. Drawing finds the finished form of the last sizes in a cache, so that it
@@ -148,6 +149,8 @@ private:
             setSection(section);
         });
     }
+    /// Forgets what was made of another picture or through other filters; there is a picture. Answers the filters.
+    const ColourFilters* forgetOldForms() noexcept;
     const FormCache::Form& formFor(Size size, int index, Scale scale);
     morvane::ComPtr<RenderImage> renderImage(int index);
     void forgetForms() noexcept;

@@ -235,6 +235,130 @@ TEST(ImageBaseTest, SectionsLookAsTheyDid)
     expectLooksLike(L"sections", sheet.view());
 }
 
+TEST(ImageBaseTest, RenderImagesAreMadeOncePerIndexAndFollowThePicture)
+{
+    const auto image = Instance<ImageBase>::make();
+    ComPtr<IVexRenderImage> none;
+    EXPECT_EQ(image->GetVexRenderImage(0, 0, none.put()), S_FALSE) << "without a picture";
+    const auto picture = pictureOf(threeColours());
+    image->setPicture(picture.get());
+    image->setImageCount(3);
+    ComPtr<IVexRenderImage> second;
+    ComPtr<IVexRenderImage> again;
+    ASSERT_EQ(image->GetVexRenderImage(0, 1, second.put()), S_OK);
+    image->GetVexRenderImage(0, 1, again.put());
+    EXPECT_EQ(second, again);
+    hyper bits = 0;
+    second->GetBits(&bits);
+    EXPECT_EQ(reinterpret_cast<const Pixel*>(bits)[0], kGreen);
+    hyper borrowed = 0;
+    EXPECT_EQ(image->GetRenderImage(0, 1, &borrowed), S_OK);
+    EXPECT_EQ(borrowed, reinterpret_cast<hyper>(second.get()));
+    for (const short odd : {short{-1}, short{3}, short{32767}}) {
+        EXPECT_EQ(image->GetRenderImage(0, odd, &borrowed), S_FALSE);
+        EXPECT_EQ(borrowed, 0);
+    }
+    long left = -1;
+    EXPECT_EQ(image->ReleaseRenderImage(VEX_RENDERENGINE_GDI, 1, &left), S_OK);
+    EXPECT_EQ(left, 0);
+    EXPECT_EQ(image->GetAllRenderImages(0), S_OK);
+    image->ReleaseRenderImage(VEX_RENDERENGINE_GDI, -5, &left);
+    EXPECT_EQ(left, 3);
+    picture->loadFromMemory(encodePng(surfaceOf({12, 4}, kRed).view()));
+    again.reset();
+    image->GetVexRenderImage(0, 1, again.put());
+    again->GetBits(&bits);
+    EXPECT_EQ(reinterpret_cast<const Pixel*>(bits)[0], kRed) << "a changed picture has other images";
+    picture->loadFromMemory(encodePng(threeColours().view()));
+    SkinRect last{8, 0, 12, 4};
+    image->put_rect(&last);
+    image->setImageCount(1);
+    again.reset();
+    image->GetVexRenderImage(0, 0, again.put());
+    again->GetBits(&bits);
+    EXPECT_EQ(reinterpret_cast<const Pixel*>(bits)[0], kBlue) << "a changed section has other images";
+}
+
+TEST(ImageBaseTest, EdgesAreTiledOrStretchedEachByItsOwnFlag)
+{
+    // Borders of 2; the top edge is half red, half blue, everything else green.
+    Surface pixels = surfaceOf({8, 8}, kGreen);
+    fillRect(wholeOf(pixels), {2, 0, 4, 2}, kRed);
+    fillRect(wholeOf(pixels), {4, 0, 6, 2}, kBlue);
+    const auto picture = pictureOf(pixels);
+    const auto image = Instance<ImageBase>::make();
+    image->setPicture(picture.get());
+    image->put_rcBorder({2, 2, 2, 2});
+    image->StretchAll(VARIANT_FALSE);
+    Surface target({20, 20});
+    image->draw(wholeOf(target), {0, 0, 20, 20}, 0, {});
+    for (int x = 2; x < 18; ++x)
+        EXPECT_EQ(target.view().at(x, 0), (x - 2) % 4 < 2 ? kRed : kBlue) << x;
+    EXPECT_EQ(target.view().at(0, 0), kGreen) << "a corner is never stretched";
+    image->put_bTopEdgeStretch(VARIANT_TRUE);
+    image->draw(wholeOf(target), {0, 0, 20, 20}, 0, {});
+    EXPECT_EQ(target.view().at(3, 0), kRed);
+    EXPECT_EQ(target.view().at(6, 0), kRed) << "one half of the edge";
+    EXPECT_EQ(target.view().at(16, 0), kBlue);
+    EXPECT_EQ(target.view().at(10, 19), kGreen);
+}
+
+TEST(FontTest, ADescriptionComesBackAndItsSystemFontHasItsHeightAtTheScale)
+{
+    const auto font = Instance<Font>::make();
+    const Bstr face(L"DejaVu Sans");
+    VEXLOGFONT record{};
+    record.lfHeight = -20;
+    record.lfWeight = 700;
+    record.lfItalic = 1;
+    record.lfFaceName = face.get();
+    const unsigned before = font->generation();
+    EXPECT_EQ(font->SetLogFont(record), S_OK);
+    EXPECT_NE(font->generation(), before);
+    VEXLOGFONT back{};
+    ASSERT_EQ(font->GetLogFont(&back), S_OK);
+    EXPECT_EQ(morvane::viewOf(back.lfFaceName), face.view());
+    EXPECT_NE(back.lfFaceName, record.lfFaceName) << "a copy of the caller's own";
+    SysFreeString(back.lfFaceName);
+    EXPECT_EQ(back.lfHeight, -20);
+    EXPECT_EQ(back.lfWeight, 700);
+    EXPECT_NE(back.lfItalic, 0);
+    for (const int percent : {100, 200}) {
+        setCurrentScale(Scale(percent));
+        hyper handle = 0;
+        ASSERT_EQ(font->GetHFont(&handle), S_OK);
+        LOGFONTW system{};
+        ASSERT_NE(GetObjectW(reinterpret_cast<HFONT>(handle), sizeof system, &system), 0);
+        EXPECT_EQ(system.lfHeight, -20 * percent / 100);
+        EXPECT_EQ(system.lfWeight, 700);
+    }
+    setCurrentScale(Scale());
+    const Bstr tooLong(std::wstring(200, L'x'));
+    record.lfFaceName = tooLong.get();
+    font->SetLogFont(record);
+    font->GetLogFont(&back);
+    EXPECT_EQ(morvane::viewOf(back.lfFaceName).size(), LF_FACESIZE - 1u) << "cut to what the system keeps";
+    SysFreeString(back.lfFaceName);
+    EXPECT_EQ(font->GetLogFont(nullptr), E_POINTER);
+}
+
+TEST(CursorTest, StandardCursorsAreTheSystemsAndUnknownOnesTheArrow)
+{
+    const auto cursor = Instance<Cursor>::make();
+    hyper handle = 0;
+    constexpr long kHand = 32649;
+    cursor->setStandard(kHand);
+    cursor->GetCursorHandle(&handle);
+    EXPECT_EQ(reinterpret_cast<HCURSOR>(handle), LoadCursorW(nullptr, MAKEINTRESOURCEW(kHand)));
+    const HCURSOR arrow = LoadCursorW(nullptr, MAKEINTRESOURCEW(32512));
+    for (const long odd : {-1L, 1L, 70000L, 0L}) {
+        cursor->setStandard(odd);
+        cursor->GetCursorHandle(&handle);
+        EXPECT_EQ(reinterpret_cast<HCURSOR>(handle), arrow) << odd;
+    }
+    EXPECT_EQ(cursor->GetCursorHandle(nullptr), E_POINTER);
+}
+
 TEST(CursorTest, APictureReplacesTheArrowAndTakingItAwayBringsTheArrowBack)
 {
     const auto cursor = Instance<Cursor>::make();
