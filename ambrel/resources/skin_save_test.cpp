@@ -516,6 +516,39 @@ TEST_F(SkinSaveTest, AnOpenFolderIsTakenUpHoweverEditorsWrite)
     EXPECT_EQ(shows(L"in two halves"), L"in two halves");
 }
 
+TEST_F(SkinSaveTest, APictureThatWasImportedIsSavedAndOneWithoutAFileIsAnError)
+{
+    typeInThePage(folder); // for face.bmp
+    const fs::path packaged = fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip";
+    ASSERT_EQ(open(packaged), S_OK);
+    const auto opened = skin::loadSkin(packaged);
+    const skin::ImageSection& first = opened->resources.imageSections.at(0);
+    const auto section =
+        resource<IVexImageBase>(VEXOBJTYPE_IMAGEBASE, std::wstring(first.id.begin(), first.id.end()).c_str());
+    ASSERT_TRUE(section);
+    ComPtr<IVexObj> added;
+    ASSERT_EQ(resources->AddResObject(VEXOBJTYPE_IMAGE, nullptr, Bstr(L"Face").get(), VARIANT_FALSE, added.put()),
+              S_OK);
+    section->put_ImageObj(added.as<IVexPicture>().get());
+    EXPECT_TRUE(FAILED(save(folder / "saved.zip")));
+    EXPECT_NE(errorText().find("(error 400)"), std::string::npos) << "there is no picture in it yet";
+    EXPECT_FALSE(fs::exists(folder / "saved.zip"));
+
+    VARIANT_BOOL imported = VARIANT_FALSE;
+    added.as<IVexPicture>()->ImportFile(Bstr((folder / "face.bmp").wstring()).get(), &imported);
+    ASSERT_NE(imported, VARIANT_FALSE);
+    SkinRect whole{0, 0, 4, 4};
+    section->put_rect(&whole);
+    section->put_rcBorder({1, 1, 1, 1});
+    ASSERT_EQ(save(folder / "saved.zip"), S_OK) << errorText();
+    const auto saved = skin::loadSkin(folder / "saved.zip");
+    ASSERT_TRUE(saved) << saved.error().text();
+    const skin::Picture* const picture = saved->picture(saved->imageSection(first.id)->picture);
+    ASSERT_NE(picture, nullptr);
+    EXPECT_EQ(picture->files.at(0).info.kind, skin::PictureKind::Bmp);
+    EXPECT_EQ(saved->resources.pictures.size(), opened->resources.pictures.size() + 1);
+}
+
 TEST_F(SkinSaveTest, SavingIntoTheOpenFolderIsNoNewSkinAndKeepsWhatChanged)
 {
     const fs::path home = folder / "open";
