@@ -34,8 +34,8 @@ fuzz: ## Runs every fuzzer for SECONDS=60 each
 	@[ -x tools/fuzz.sh ] || { echo "There are no fuzzers yet: tools/fuzz.sh is missing." >&2; exit 1; }
 	@tools/fuzz.sh $(SECONDS_EACH)
 
-soak: ## Random notifications and calls over all controls for SECONDS=60
-	@tools/run_program.sh soak --seconds $(SECONDS_EACH)
+soak: ## A million random steps over all controls in the checked build; STEPS= and SEED= choose others
+	@tools/soak.sh $(if $(STEPS),--steps $(STEPS)) $(if $(SEED),--seed $(SEED)) $(ARGS)
 
 bench: ## Benchmarks, beside the platform's own controls
 	@tools/run_program.sh bench $(ARGS)

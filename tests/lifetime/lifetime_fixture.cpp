@@ -62,6 +62,12 @@ void LifetimeTest::openWindow()
 
 void LifetimeTest::closeWindow()
 {
+    closeWindowWhileHeld();
+    EXPECT_EQ(runtime.AmbrelLiveObjects()(), m_objectsBefore) << "something outlives its window";
+}
+
+void LifetimeTest::closeWindowWhileHeld()
+{
     runtime.AmbrelSetTraceSink()(nullptr, nullptr);
     m_isArmed = false;
     subject.reset();
@@ -70,7 +76,6 @@ void LifetimeTest::closeWindow()
         DestroyWindow(window);
     root.reset();
     resources.reset();
-    EXPECT_EQ(runtime.AmbrelLiveObjects()(), m_objectsBefore) << "something outlives its window";
 }
 
 void LifetimeTest::forEachControl(const std::function<void(const ControlClass&)>& test)

@@ -26,6 +26,8 @@ protected:
     void openWindow();
     /// Lets everything go that the test holds, and checks that nothing is left.
     void closeWindow();
+    /// The same while a test holds something of it: nothing is checked.
+    void closeWindowWhileHeld();
 
     /// Calls `test` for each class of controls, with its name in what a failure prints.
     void forEachControl(const std::function<void(const ControlClass&)>& test);

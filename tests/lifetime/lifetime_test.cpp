@@ -1,32 +1,14 @@
 // What holds of every control's beginning and end, whatever happens in between.
 #include "tests/lifetime/lifetime_fixture.h"
 
+#include "tests/lifetime/outer.h"
+
 #include <gmock/gmock.h>
 
 #include <set>
 
 namespace morvane::testing {
 namespace {
-
-/// An object that has controls as parts of itself.
-class Outer : public IUnknown {
-public:
-    STDMETHODIMP QueryInterface(REFIID iid, void** result) override
-    {
-        if (iid == IID_IUnknown) {
-            *result = static_cast<IUnknown*>(this);
-            AddRef();
-            return S_OK;
-        }
-        return part ? part->QueryInterface(iid, result) : E_NOINTERFACE;
-    }
-    STDMETHODIMP_(ULONG) AddRef() override { return ++references; }
-    STDMETHODIMP_(ULONG) Release() override { return --references; }
-    virtual ~Outer() = default;
-
-    ULONG references = 1;
-    ComPtr<IUnknown> part;
-};
 
 /// What a callback's context points at while a test listens.
 std::function<void()>* theAction = nullptr;
