@@ -41,6 +41,7 @@ constexpr Skipped kSkipped[] = {
     {"IVexRes::ShowAmbrelWnd", "opens a window that belongs to nobody"},
     {"IVexRes::SetDragInfo", "takes a record of objects; a step of its own fills it"},
     {"IVexRes::GetDragInfo", "gives a record of objects; a step of its own releases them"},
+    {"IVexRes::CreateEdit", "makes the system's own edit control, which may lay out a long text for minutes"},
     {"IVexRes::AddColorCase", "takes a record of strings; a step of its own fills it"},
     {"IVexRes::GetCurColorCase", "gives a record of strings; a step of its own frees them"},
     {"IVexRes::GetColorCase", "gives a record of strings; a step of its own frees them"},
