@@ -42,7 +42,12 @@ STDMETHODIMP BaseObject::RenderDrawFocus(IVexRenderDC* dc) noexcept
     RootServices* const window = services();
     if (!window || !window->showsFocusMarks() || !m_node.has(NodeFlag::Focused) || !m_node.has(NodeFlag::DrawsFocus))
         return S_FALSE;
-    return guarded([&] { drawFocusMark(*dc, m_node.rect()); });
+    return guarded([&] {
+        if (fromInterface(dc))
+            m_node.set(NodeFlag::AsksForMark, true); // it lies around the object, once that is drawn
+        else
+            drawFocusMark(*dc, m_node.rect());
+    });
 }
 
 STDMETHODIMP BaseObject::DrawChildren(hyper dc, SkinRect rect) noexcept

@@ -73,8 +73,8 @@ void BaseObject::focusGained(Point at)
 
 void BaseObject::focusLost()
 {
+    showFocusMark(); // while it is known where the mark lies
     m_node.set(NodeFlag::Focused, false);
-    showFocusMark();
     tell(VEXSM_ONKILLFOCUS);
 }
 

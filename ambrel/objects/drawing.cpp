@@ -8,6 +8,7 @@ namespace ambrel {
 namespace {
 
 constexpr int kFocusRingWidth = 2; // on a foreign context, which has no rounded ring
+constexpr int kFocusRingReach = 3; // from an object's edge to the ring's outer one, at 100 percent
 
 /// Marks an object whose shown part is being drawn as a whole: what it asks to have redrawn meanwhile is being drawn
 /// anyway. Not for drawings beside the window's own.
@@ -42,7 +43,29 @@ void drawControl(ObjectNode& node, IVexControlBase& control, IVexRenderDC& dc, c
     dc.SetCurrentControl(nullptr);
 }
 
+/// Over what lies beneath the object and beside it, below what covers it. Also when only the ground around the object
+/// is drawn anew.
+void drawMarkAround(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
+{
+    RootServices* const window = node.services();
+    const ComPtr<RenderDC> own = fromInterface(&dc);
+    if (!window || !own || !node.has(NodeFlag::AsksForMark) || !window->showsFocusMarks())
+        return;
+    const Rect mark = focusMarkRect(node, own->scale());
+    const Rect shown = mark.intersection(part);
+    if (shown.isEmpty())
+        return;
+    const DrawingInside inside(dc, shown, node.opacity());
+    drawFocusMark(own->canvas(), mark, own->scale());
+}
+
 } // namespace
+
+Rect focusMarkRect(const ObjectNode& node, Scale scale)
+{
+    return node.parent() ? node.rect().inflated(scale(kFocusRingReach)).intersection(node.parent()->rect())
+                         : node.rect();
+}
 
 DrawingInside::DrawingInside(IVexRenderDC& dc, const Rect& rect, int opacity)
     : m_dc(&dc), m_layers(opacity < 255 ? fromInterface(&dc) : nullptr)
@@ -76,14 +99,21 @@ void drawObject(ObjectNode& node, IVexRenderDC& dc, const Rect& part)
     if (!node.has(NodeFlag::Visible) || node.opacity() == 0)
         return;
     const Rect shown = node.rect().intersection(part);
-    if (shown.isEmpty()) // most objects, when one of thousands has changed
+    const bool hasFocus = node.has(NodeFlag::Focused);
+    if (shown.isEmpty() && !hasFocus) // most objects, when one of thousands has changed
         return;
     const ComPtr<IVexControlBase> control(coreOf(node).control());
     if (!control)
         return;
-    const DrawingInside inside(dc, shown, node.opacity());
-    drawControl(node, *control.get(), dc, shown);
-    control->RenderDrawChildren(&dc, morvane::toSkinRect(shown));
+    const WeakNode alive(&node);
+    if (!shown.isEmpty()) {
+        node.set(NodeFlag::AsksForMark, false);
+        const DrawingInside inside(dc, shown, node.opacity());
+        drawControl(node, *control.get(), dc, shown);
+        control->RenderDrawChildren(&dc, morvane::toSkinRect(shown));
+    }
+    if (hasFocus && alive)
+        drawMarkAround(node, dc, part);
 }
 
 void drawChildren(ObjectNode& parent, IVexRenderDC& dc, const Rect& part)

@@ -38,4 +38,8 @@ private:
 /// The mark of the keyboard focus: a ring along the inside of a rectangle.
 void drawFocusMark(IVexRenderDC& dc, const Rect& rect);
 
+/// Where the focus mark of an object lies, its outer edge in window coordinates: a little way around the object, so
+/// that it covers nothing of it, but never beyond its parent, which would cut it.
+Rect focusMarkRect(const ObjectNode& node, Scale scale);
+
 } // namespace ambrel

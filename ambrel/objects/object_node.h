@@ -62,6 +62,7 @@ enum class NodeFlag : std::uint32_t {
     AwaitsFinish = 1u << 21,   // its window will finish its creation when it is shown
     BeingDrawn = 1u << 22,     // all that is shown of it is being drawn right now
     Hooks = 1u << 23,          // was registered for hooks at least once
+    AsksForMark = 1u << 24,    // when it was drawn last, it asked for the focus mark
 };
 
 /// One object of the tree. Children lie in z-order: the first is drawn first and lies lowest.

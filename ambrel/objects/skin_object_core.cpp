@@ -1,5 +1,6 @@
 #include "ambrel/objects/skin_object_core.h"
 
+#include "ambrel/objects/drawing.h"
 #include "ambrel/objects/name_index.h"
 #include "ambrel/trace/trace.h"
 
@@ -418,12 +419,20 @@ void SkinObjectCore::redraw(const Rect* part)
         invalidate(&asked);
 }
 
+Rect SkinObjectCore::shownWithMark() const
+{
+    const Rect shown = m_node.shownRect();
+    if (shown.isEmpty() || !m_node.parent() || !m_node.has(NodeFlag::Focused))
+        return shown;
+    return focusMarkRect(m_node, currentScale()).intersection(m_node.parent()->shownRect());
+}
+
 void SkinObjectCore::invalidate(const Rect* part)
 {
     RootServices* const window = services();
     if (!window || !m_node.redraws())
         return;
-    const Rect shown = part ? m_node.shownRect().intersection(*part) : m_node.shownRect();
+    const Rect shown = part ? m_node.shownRect().intersection(*part) : shownWithMark();
     if (!shown.isEmpty())
         window->invalidate(shown);
 }

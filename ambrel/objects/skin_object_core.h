@@ -129,6 +129,9 @@ protected:
     };
     Extras& extras();
 
+    /// What is shown of the object and of the focus mark around it.
+    Rect shownWithMark() const;
+
     // The rest of the interface methods' work.
     hyper objectPointer() const noexcept { return m_extras ? m_extras->objectPointer : 0; }
     hyper userData() const noexcept { return m_extras ? m_extras->userData : 0; }

@@ -222,7 +222,7 @@ void WindowCore::setKeyboardCues(bool shown)
         return;
     m_keyboardCues = shown;
     if (ObjectNode* focused = focusNode())
-        coreOf(*focused).redraw();
+        coreOf(*focused).invalidate();
 }
 
 bool WindowCore::onSetCursor(WPARAM, LPARAM where, LRESULT& result)

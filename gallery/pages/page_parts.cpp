@@ -68,7 +68,7 @@ void makeStill(IVexControlBase& control)
 
 void focusSample(Scene& scene, IVexControlBase& page, Point at)
 {
-    const auto ring = scene.form(&page, Rect::at(at, {112, 24}), scene.theme().window);
+    const auto ring = scene.form(&page, Rect::at(at, {112, 24}).inflated(3), scene.theme().window);
     ring->SetDrawColor(VARIANT_FALSE);
     ring->SetBackImageSec(scene.drawingSection(L"ring").get());
     makeStill(*ring);
