@@ -179,16 +179,17 @@ void ControlFrame::sendToolTip()
 void ControlFrame::registerWindowMessage(UINT message)
 {
     const ComPtr<IAmbrel> root = m_host.root;
-    if (!root || std::find(m_registered.begin(), m_registered.end(), message) != m_registered.end())
+    if (!root || m_registered.contains(message))
         return;
-    m_registered.push_back(message);
+    m_registered.add(message);
     VARIANT_BOOL done = VARIANT_FALSE;
     root->RegisterMessage(message, &self(), VARIANT_FALSE, &done);
 }
 
 void ControlFrame::unregisterWindowMessages(IAmbrel* root)
 {
-    for (const UINT message : std::exchange(m_registered, {})) {
+    const MessageList messages = std::exchange(m_registered, {});
+    for (const UINT message : messages.items()) {
         VARIANT_BOOL done = VARIANT_FALSE;
         if (root)
             root->UnRegisterMessage(message, &self(), &done);
@@ -220,9 +221,9 @@ void ControlFrame::fillHostCache()
 /// A root keeps no reference on those it delivers to, so a control that has left one must not stay registered there.
 void ControlFrame::moveRegistrations(IAmbrel* before)
 {
-    const std::vector<UINT> messages = m_registered;
+    const MessageList messages = m_registered;
     unregisterWindowMessages(before);
-    for (const UINT message : messages)
+    for (const UINT message : messages.items())
         registerWindowMessage(message);
 }
 

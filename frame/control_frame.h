@@ -5,10 +5,9 @@
 #include "frame/com/bstr.h"
 #include "frame/host_cache.h"
 #include "frame/host_objects.h"
+#include "frame/message_list.h"
 #include "frame/notices.h"
 #include "frame/properties.h"
-
-#include <vector>
 
 namespace morvane {
 
@@ -162,7 +161,7 @@ private:
     ComPtr<IVexControlBase> m_inner;
     ComPtr<IVexObjectDraw> m_objectDraw;
     HostCache m_host;
-    std::vector<UINT> m_registered; // window messages, in the order of their registration
+    MessageList m_registered; // window messages, in the order of their registration
     unsigned m_fills = 0;
     bool m_hasFocus = false;
 };

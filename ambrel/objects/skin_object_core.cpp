@@ -466,12 +466,12 @@ SkinObjectCore::Extras& SkinObjectCore::extras()
 
 std::wstring_view SkinObjectCore::name() const noexcept
 {
-    return m_extras ? std::wstring_view(m_extras->name) : std::wstring_view();
+    return m_name.view();
 }
 
 void SkinObjectCore::setName(std::wstring_view name)
 {
-    extras().name = name;
+    m_name = CompactText(name);
     m_node.nameChanged();
 }
 

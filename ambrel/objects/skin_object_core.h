@@ -3,6 +3,7 @@
 
 #include "ambrel/objects/object_node.h"
 #include "ambrel/objects/root_services.h"
+#include "ambrel/properties/compact_text.h"
 #include "frame/com/bstr.h"
 #include "frame/com/com_ptr.h"
 #include "frame/com/result.h"
@@ -115,7 +116,6 @@ protected:
 
     /// What few objects have; made when first set.
     struct Extras {
-        std::wstring name;
         std::wstring typeName;
         std::wstring objectId;
         hyper objectPointer = 0;
@@ -161,6 +161,7 @@ protected:
     ObjectNode m_node;
     ComPtr<ISkinObjResBase> m_treeReference; // the parent's reference to this object's face
     ComPtr<IVexRes> m_resources;             // its own; without, those of its window
+    CompactText m_name;
     std::unique_ptr<Extras> m_extras;
     VexObjType m_type;
     long m_internalReferences = 0;

@@ -1,6 +1,7 @@
 #include "ambrel/properties/arc_geometry.h"
 #include "ambrel/properties/atoms.h"
 #include "ambrel/properties/compact_list.h"
+#include "ambrel/properties/compact_text.h"
 #include "ambrel/properties/value_text.h"
 
 #include <gtest/gtest.h>
@@ -102,6 +103,24 @@ TEST(CompactListTest, HoldsItsEntriesWhileGrowingAndTakesThemOut)
         const auto moved = std::move(list);
         EXPECT_EQ(list.size(), 0u);
         EXPECT_EQ(moved.size(), 99u);
+    }
+    EXPECT_EQ(blockBytesInUse(), before);
+}
+
+TEST(CompactTextTest, KeepsAnyCharactersInABlockOfItsOwn)
+{
+    const std::size_t before = blockBytesInUse();
+    {
+        const std::wstring odd(L"a\0b \xD83D", 5);
+        CompactText text(odd);
+        EXPECT_EQ(text.view(), odd);
+        text = CompactText(text.view().substr(0, 2)); // a part of itself
+        EXPECT_EQ(text.view(), std::wstring_view(L"a\0", 2));
+        const CompactText moved = std::move(text);
+        EXPECT_EQ(moved.view().size(), 2u);
+        EXPECT_TRUE(text.view().empty()); // NOLINT(bugprone-use-after-move): empty is what it must be
+        const std::wstring large(100'000, L'x');
+        EXPECT_EQ(CompactText(large).view(), large);
     }
     EXPECT_EQ(blockBytesInUse(), before);
 }
