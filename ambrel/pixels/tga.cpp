@@ -94,7 +94,8 @@ Surface decodeTga(std::span<const std::uint8_t> bytes)
     const auto bytesPerPixel = static_cast<std::size_t>(in.u8(16)) / 8;
     const bool isPacked = in.u8(2) == kPacked;
     const auto count = static_cast<std::size_t>(in.u16le(12)) * static_cast<std::size_t>(in.u16le(14));
-    if (!in.isInside(start, leastBytes(count, bytesPerPixel, isPacked)))
+    const bool isKnown = bytesPerPixel == 3 || bytesPerPixel == 4;
+    if (!isKnown || !in.isInside(start, leastBytes(count, bytesPerPixel, isPacked)))
         return {}; // a few bytes that claim to be many get no memory
     const bool mayHaveAlpha = bytesPerPixel == 4;
     Surface surface = decode(in, {in, start, bytesPerPixel, isPacked, mayHaveAlpha});

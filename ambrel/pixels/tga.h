@@ -8,8 +8,8 @@
 
 namespace ambrel {
 
-/// True-colour pictures with 24 or 32 bits, plain or run-length encoded. Empty when the bytes end too early. Throws
-/// std::bad_alloc.
+/// True-colour pictures with 24 or 32 bits, plain or run-length encoded. Empty for other depths and when the bytes end
+/// too early. Throws std::bad_alloc.
 Surface decodeTga(std::span<const std::uint8_t> bytes);
 
 } // namespace ambrel

@@ -89,5 +89,11 @@ TEST(TgaTest, EveryPrefixIsRefused)
             EXPECT_TRUE(decodeTga(Bytes(whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(length))).isEmpty());
 }
 
+TEST(TgaTest, PixelsOfNoBytesAreNotMade)
+{
+    EXPECT_TRUE(decodeTga(file(2, 0, 0, kFourColours)).isEmpty());
+    EXPECT_TRUE(decodeTga(file(2, 16, 0, kFourColours)).isEmpty());
+}
+
 } // namespace
 } // namespace ambrel
