@@ -236,6 +236,7 @@ private:
     struct RenderFont {
         morvane::ComPtr<IVexTextStyle> style;
         hyper handle;
+        long uses = 1;
     };
 
     ResourceStore m_store;

@@ -236,6 +236,11 @@ STDMETHODIMP VexRes::GetFontByLogFont(hyper device, BSTR name, VEXLOGFONT* descr
     if (!description)
         return E_POINTER;
     return filling(result, [&](hyper& font) {
+        if (const auto known = m_fonts.find({device, std::wstring(viewOf(name))}); known != m_fonts.end()) {
+            ++known->second.uses;
+            font = known->second.handle;
+            return S_OK;
+        }
         const auto shared = newResource<IVexFontEx>(VEXOBJTYPE_FONTEX, viewOf(name), this);
         const auto style = newResource<IVexTextStyle>(VEXOBJTYPE_TEXTSTYLE, viewOf(name), this);
         if (!shared || !style)
@@ -256,6 +261,7 @@ STDMETHODIMP VexRes::GetFontByName(hyper device, BSTR name, hyper* result) noexc
         const auto found = m_fonts.find({device, std::wstring(viewOf(name))});
         if (found == m_fonts.end())
             return S_FALSE;
+        ++found->second.uses;
         font = found->second.handle;
         return S_OK;
     });
@@ -263,16 +269,22 @@ STDMETHODIMP VexRes::GetFontByName(hyper device, BSTR name, hyper* result) noexc
 STDMETHODIMP VexRes::ReleaseFontByName(hyper device, BSTR name, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& released) {
-        released = toVariantBool(m_fonts.erase({device, std::wstring(viewOf(name))}) != 0);
+        const auto found = m_fonts.find({device, std::wstring(viewOf(name))});
+        released = toVariantBool(found != m_fonts.end());
+        if (released && --found->second.uses == 0)
+            m_fonts.erase(found);
         return released ? S_OK : S_FALSE;
     });
 }
 STDMETHODIMP VexRes::ReleaseFontByHandle(hyper device, hyper font, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& released) {
-        released = toVariantBool(std::erase_if(m_fonts, [&](const auto& each) {
-                                     return each.first.first == device && each.second.handle == font;
-                                 }) != 0);
+        const auto found = std::find_if(m_fonts.begin(), m_fonts.end(), [&](const auto& each) {
+            return each.first.first == device && each.second.handle == font;
+        });
+        released = toVariantBool(found != m_fonts.end());
+        if (released && --found->second.uses == 0)
+            m_fonts.erase(found);
         return released ? S_OK : S_FALSE;
     });
 }
