@@ -20,5 +20,8 @@ for part in soak.exe Morvane.dll Ambrel.dll skins; do
 done
 status=0
 tools/under_wine.sh "$bin/soak.exe" "$@" | tee "$bin/soak.log" || status=$?
-[ $status -eq 0 ] || tools/explain_crash.sh "$bin/soak.log" "$bin"
+if [ $status -ne 0 ]; then
+    tools/explain_crash.sh "$bin/soak.log" "$bin"
+    tr -d '\r' <"$bin/soak.log" | sed -n 's/^again: soak.exe --seed \([0-9]*\) --steps \([0-9]*\)$/again: make soak SEED=\1 STEPS=\2/p'
+fi
 exit $status
