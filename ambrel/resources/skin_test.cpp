@@ -17,6 +17,13 @@ constexpr long kButtonSkin = 2080;
 constexpr CLSID kButton{0x9D16F301, 0xCDF1, 0x46B8, {0xB9, 0x5E, 0x98, 0x2A, 0xF8, 0x5E, 0x06, 0xAE}};
 constexpr std::uint32_t kGround = 0xFFF3F4F7;
 
+// What the promise of 50 ms means for code that is neither optimised nor without checks.
+#ifdef _GLIBCXX_ASSERTIONS
+constexpr long long kMostMs = 300;
+#else
+constexpr long long kMostMs = 50;
+#endif
+
 /// A window with buttons; Morvane.dll's class object is registered for this process.
 class SkinTest : public WindowTest {
 protected:
@@ -315,14 +322,14 @@ TEST_F(SkinTest, ChangingTheSkinOfAWindowWithManyControlsIsQuick)
     const auto took = processorMs() - before;
     std::printf("[ figure   ] 5000 controls change their skin in %lld ms of processor time\n",
                 static_cast<long long>(took));
-    EXPECT_LT(took, 50);
+    EXPECT_LT(took, kMostMs);
 
     writeSkin("0x0000FF00", "", "Another");
     const auto beforeTexts = processorMs();
     ASSERT_EQ(openFolder(), S_OK);
     const auto tookTexts = processorMs() - beforeTexts;
     std::printf("[ figure   ] with a value of each control in %lld ms\n", static_cast<long long>(tookTexts));
-    EXPECT_LT(tookTexts, 50);
+    EXPECT_LT(tookTexts, kMostMs);
 
     // Every picture and text style of every control is another one.
     const auto packaged = skin::loadSkin(std::filesystem::path(L"" MORVANE_SKINS_DIR) / "2080.zip");
@@ -356,7 +363,7 @@ TEST_F(SkinTest, ChangingTheSkinOfAWindowWithManyControlsIsQuick)
     const auto tookAll = (processorMs() - beforeAll) / 2;
     std::printf("[ figure   ] with %zu values of each control in %lld ms\n", different,
                 static_cast<long long>(tookAll));
-    EXPECT_LT(tookAll, 50);
+    EXPECT_LT(tookAll, kMostMs);
 }
 
 } // namespace
