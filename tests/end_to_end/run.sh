@@ -4,48 +4,16 @@
 # the libraries when no argument does. Starts a display of its own unless DISPLAY names one. WINEPREFIX is used when set.
 # Needs xdotool and ImageMagick. Nothing waits for a fixed time: each step waits until the log says what it must.
 set -uo pipefail
-here=$(cd "$(dirname "$0")" && pwd)
-# shellcheck source=tools/wine_env.sh
-. "$here/../../tools/wine_env.sh"
-bin=${1:-${BIN:?the folder with end_to_end_app.exe}}
+# shellcheck source=tests/script_test.sh
+. "$(dirname "$0")/../script_test.sh"
 cd "$bin" || exit 2
 
-work=$(mktemp -d)
-app=
-clean_up()
-{
-    [ -n "$app" ] && kill "$app" 2>/dev/null
-    [ -n "$own_display_pid" ] && kill "$own_display_pid" 2>/dev/null
-    rm -rf "$work"
-}
-trap clean_up EXIT
-if [ -z "${DISPLAY:-}" ]; then
-    use_own_display || exit 1
-fi
-if [ -z "${WINEPREFIX:-}" ]; then
-    use_wine_prefix || exit 1
-fi
-export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-
 readonly longest_wait=100 # tenths of a second
-passed=0
-failed=0
 log=
 seen_lines=0
 
-pass()
-{
-    passed=$((passed + 1))
-    echo "ok      $1"
-}
-
-fail()
-{
-    failed=$((failed + 1))
-    echo "FAILED  $1"
-    shift
-    printf '        %s\n' "$@"
-}
+pass() { report 0 "$1"; }
+fail() { report 1 "$@"; }
 
 # new_lines: what the log got since the last step.
 new_lines() { tail -n "+$((seen_lines + 1))" "$log" | tr -d '\r'; }
@@ -135,6 +103,7 @@ start()
     app=$!
     if ! wait_for '^ready'; then
         fail "the window opens" "$(cat "$log")"
+        result
         exit 1
     fi
     for ((tries = 0; tries < 50; tries++)); do # the keyboard comes a little later
@@ -170,7 +139,7 @@ ends()
 # The window's left upper corner is at 100, 100; its controls' places are in end_to_end_app.cpp.
 button="180 134" check="180 174" radio2="180 244" radio3="180 274" panel="310 195" child="360 154"
 disabled="360 234" closer="360 274" outside="700 550" bare="150 380"
-button_part=120x28+120+120
+button_part=120x28+120+120 radio1_and_mark=128x36+116+196 radio2_and_mark=128x36+116+226
 
 # to "X Y": the pointer goes there. Back on the very pixel where Wine saw it last it would be no move, so it comes from aside.
 to()
@@ -284,10 +253,10 @@ the_focus_by_keyboard()
     to "$outside"
     wait_for 'notify check leave' && end_step
     local order before
-    before=$(part 120x28+120+200)
+    before=$(part $radio1_and_mark)
     xdotool key Tab
     wait_for 'notify radio1 focus'
-    looks_other "the focus mark shows where Tab went" 120x28+120+200 "$before"
+    looks_other "the focus mark shows where Tab went" $radio1_and_mark "$before"
     xdotool key Tab Tab Tab Tab Tab Tab Tab
     wait_for 'notify button focus'
     order=$(new_lines | sed -n 's/^notify \(.*\) focus/\1/p' | tr '\n' ' ')
@@ -296,7 +265,7 @@ the_focus_by_keyboard()
     else
         fail "Tab goes round in order, past what is disabled and past forms, once into a group" "$order"
     fi
-    looks_like "the mark goes with the focus" 120x28+120+200 "$before"
+    looks_like "the mark goes with the focus" $radio1_and_mark "$before"
     end_step
     xdotool key shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab shift+Tab
     wait_for 'notify child focus'
@@ -356,7 +325,7 @@ the_keys_of_a_dialog()
     xdotool key alt+s
     presses save
     step "Alt and the underlined letter press a button and bring the focus" "wait called save up" \
-        "redraw check" "notify check blur" "notify save focus" "redraw save" "${lines[@]}"
+        "notify check blur" "notify save focus" "redraw save" "${lines[@]}"
     xdotool key k
     wait_for '^value'
     if new_lines | grep -q '^notify check focus' && new_lines | grep -q '^value 2'; then
@@ -393,7 +362,7 @@ arrows_in_the_group()
     end_step
     xdotool key Down
     step "an arrow takes the focus and the choice round to the first" "wait ^values 1 0 0" \
-        "redraw radio3" "notify radio3 blur" "notify radio1 focus" "notify radio1 down" "redraw radio1" \
+        "notify radio3 blur" "notify radio1 focus" "notify radio1 down" "redraw radio1" \
         "notify radio1 up" "redraw radio3" "redraw radio1" "window chosen radio1 in group 7" "redraw radio1" \
         "called radio1 up" "values 1 0 0"
     xdotool key Right Down
@@ -404,11 +373,15 @@ arrows_in_the_group()
     end_step
     xdotool key Tab
     step "Tab leaves the group" "wait notify child focus" "notify radio2 blur" "notify child focus" "redraw child"
+    local before
+    before=$(part $radio2_and_mark)
     xdotool key shift+Tab
     step "and comes back to the chosen one" "wait notify radio2 focus" "notify child blur" "redraw child" "notify radio2 focus"
+    looks_other "with the mark" $radio2_and_mark "$before"
     to "$bare"
     xdotool click 1
-    step "a press takes the marks of the keyboard away" "wait redraw radio2" "redraw radio2"
+    looks_other "a press takes the marks of the keyboard away" $radio2_and_mark "$look"
+    end_step
 }
 
 forms_and_the_ground()
@@ -479,5 +452,4 @@ destroyed_within "the window destroyed while it is offered a tip" 3464 "$check"
 destroyed_within "the window destroyed while it is told of a choice" 3025 "$radio3"
 destroyed_within "the window destroyed while it is told of the right button" 3031 "$button"
 
-echo "$passed passed, $failed failed"
-[ "$failed" -eq 0 ]
+result

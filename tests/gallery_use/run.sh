@@ -2,33 +2,8 @@
 # run.sh [BIN_FOLDER]: the gallery in BIN_FOLDER (or BIN) used with the real pointer and keys: what counts as a click, a
 # key from anywhere, sizes that follow a text, a picture in a radio box, and the list of pages by keyboard.
 set -uo pipefail
-tree=$(cd "$(dirname "$0")/../.." && pwd)
-bin=$(cd "${1:-${BIN:?the folder with gallery.exe}}" && pwd) || exit 2
-# shellcheck source=tools/wine_env.sh
-. "$tree/tools/wine_env.sh"
-[ -n "${DISPLAY:-}" ] || use_own_display || exit 1
-[ -n "${WINEPREFIX:-}" ] || use_wine_prefix || exit 1
-export WINEARCH=win64 WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES="mscoree,mshtml="
-gallery=
-end()
-{
-    [ -z "$gallery" ] || kill "$gallery" 2>/dev/null
-    [ -z "${own_display_pid:-}" ] || kill "$own_display_pid"
-}
-trap end EXIT
-
-passed=0
-failed=0
-report() # STATUS WHAT
-{
-    if [ "$1" -eq 0 ]; then
-        passed=$((passed + 1))
-        echo "ok      $2"
-    else
-        failed=$((failed + 1))
-        echo "FAILED  $2"
-    fi
-}
+# shellcheck source=tests/script_test.sh
+. "$(dirname "$0")/../script_test.sh"
 
 # part WIDTHxHEIGHT+X+Y: what a part of the window looks like, as one number
 part() { import -window "$window" -crop "$1" -depth 8 rgb:- 2>/dev/null | cksum; }
@@ -52,28 +27,29 @@ click()
 }
 
 (cd "$bin" && exec wine gallery.exe --page button >/dev/null 2>&1) &
-gallery=$!
+app=$!
 window=$(timeout 30 xdotool search --sync --onlyvisible --name '^Morvane gallery$' | head -n 1)
-[ -n "$window" ] || { echo "0 passed, 1 failed"; exit 1; }
+[ -n "$window" ]
+report $? "the gallery shows its window" || { result; exit; }
 sleep 1
 X=0 Y=0
 eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^[XY]=')"
 
 # Places on the page of buttons, and what tells of a press beside them.
-readonly press="288 462" pressed=180x24+370+450 saved=180x24+730+450 fitting=100x28+280+368 title=300x30+220+16
+readonly press=(288 462) pressed=180x24+370+450 saved=180x24+730+450 fitting=100x28+280+368 title=300x30+220+16
 
 before=$(part $pressed)
-click $press
+click "${press[@]}"
 changes $pressed "$before"
 report $? "a click counts"
 before=$(part $pressed)
-at $press
+at "${press[@]}"
 xdotool mousedown 1
 at 600 530
 xdotool mouseup 1
 stays $pressed "$before"
 report $? "a press that ends elsewhere does not, though the button has the focus"
-at $press
+at "${press[@]}"
 xdotool mousedown 1 key Escape mouseup 1
 stays $pressed "$before"
 report $? "nor one that Escape ends"
@@ -121,5 +97,4 @@ xdotool key Up
 changes $title "$before"
 report $? "Up goes back"
 
-echo "$passed passed, $failed failed"
-[ "$failed" -eq 0 ]
+result
