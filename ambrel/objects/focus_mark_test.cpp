@@ -48,12 +48,8 @@ protected:
                 object->RenderDrawFocus(&dc);
             };
         }
-        hyper created = 0;
-        control->CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
+        control->enter(parent, rect);
         control->SetDrawFocus(VARIANT_TRUE);
-        SkinRect record = morvane::toSkinRect(rect);
-        long changed = 0;
-        control->Resize(&record, &changed);
         return control;
     }
 

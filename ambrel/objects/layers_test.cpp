@@ -75,11 +75,7 @@ protected:
     {
         auto control = ColouredControl::make();
         control->colour = colour;
-        hyper created = 0;
-        control->CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
-        SkinRect record = morvane::toSkinRect(rect);
-        long changed = 0;
-        control->Resize(&record, &changed);
+        control->enter(parent, rect);
         return control;
     }
 

@@ -30,11 +30,7 @@ protected:
             if (notice.eVexMsgId == VEXSM_GETTABINFO)
                 *reinterpret_cast<VARIANT_BOOL*>(notice.lParam1) = VARIANT_TRUE;
         };
-        hyper created = 0;
-        control->CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
-        SkinRect record = morvane::toSkinRect(rect);
-        long changed = 0;
-        control->Resize(&record, &changed);
+        control->enter(parent, rect);
         return control;
     }
 

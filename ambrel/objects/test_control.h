@@ -63,6 +63,16 @@ public:
     }
 
     IVexControlBase* asControl() noexcept { return this; }
+
+    /// Enters the tree as the last child of `parent`, at a place in the window.
+    void enter(ISkinObjResBase* parent, const Rect& place)
+    {
+        hyper created = 0;
+        CreateObj(0, reinterpret_cast<hyper>(parent), VEXOBJTYPE_PLUGIN, VARIANT_FALSE, &created);
+        SkinRect record = morvane::toSkinRect(place);
+        long changed = 0;
+        Resize(&record, &changed);
+    }
     long count(long id) const { return static_cast<long>(std::count(log.begin(), log.end(), id)); }
 
     std::vector<long> log;

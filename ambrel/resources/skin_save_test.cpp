@@ -1,6 +1,5 @@
 // Saving the running skin with what an application changed.
-#include "ambrel/window/window_fixture.h"
-
+#include "ambrel/resources/skin_fixture.h"
 #include "ambrel/skin/changes.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/skin/writer.h"
@@ -16,34 +15,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
-constexpr CLSID kButton{0x9D16F301, 0xCDF1, 0x46B8, {0xB9, 0x5E, 0x98, 0x2A, 0xF8, 0x5E, 0x06, 0xAE}};
-
-class SkinSaveTest : public WindowTest {
+class SkinSaveTest : public ButtonWindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        module = LoadLibraryW(L"Morvane.dll");
-        ASSERT_NE(module, nullptr);
-        const auto get = reinterpret_cast<decltype(&::DllGetClassObject)>(
-            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        ComPtr<IUnknown> factory;
-        ASSERT_EQ(get(kButton, IID_IUnknown, factory.putVoid()), S_OK);
-        ASSERT_EQ(CoRegisterClassObject(kButton, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie),
-                  S_OK);
-        folder = fs::temp_directory_path() / "ambrel_skin_save_test";
-        fs::remove_all(folder);
-        fs::create_directories(folder);
-    }
-
-    void TearDown() override
-    {
-        WindowTest::TearDown();
-        CoRevokeClassObject(cookie);
-        FreeLibrary(module);
-        fs::remove_all(folder);
-    }
-
     ComPtr<IVexControlBase> addButton(const wchar_t* name) { return addButton(*resources.get(), *root.get(), name); }
 
     static ComPtr<IVexControlBase> addButton(IVexRes& owner, IAmbrel& parent, const wchar_t* name)
@@ -164,10 +137,6 @@ protected:
             info->GetDescription(text.put());
         return std::string(text.view().begin(), text.view().end());
     }
-
-    HMODULE module = nullptr;
-    DWORD cookie = 0;
-    fs::path folder;
 };
 
 TEST_F(SkinSaveTest, EveryDefaultPackageThatNobodyChangedIsSavedAsItIs)

@@ -1,7 +1,7 @@
 // Skins on real controls of Morvane.dll.
+#include "ambrel/resources/skin_fixture.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/skin/writer.h"
-#include "ambrel/window/window_fixture.h"
 
 #include <algorithm>
 #include <chrono>
@@ -14,7 +14,6 @@ namespace ambrel::testing {
 namespace {
 
 constexpr long kButtonSkin = 2080;
-constexpr CLSID kButton{0x9D16F301, 0xCDF1, 0x46B8, {0xB9, 0x5E, 0x98, 0x2A, 0xF8, 0x5E, 0x06, 0xAE}};
 constexpr std::uint32_t kGround = 0xFFF3F4F7;
 
 // What the promise of 50 ms means for code that is neither optimised nor without checks.
@@ -24,33 +23,8 @@ constexpr long long kMostMs = 300;
 constexpr long long kMostMs = 50;
 #endif
 
-/// A window with buttons; Morvane.dll's class object is registered for this process.
-class SkinTest : public WindowTest {
+class SkinTest : public ButtonWindowTest {
 protected:
-    void SetUp() override
-    {
-        WindowTest::SetUp();
-        module = LoadLibraryW(L"Morvane.dll");
-        ASSERT_NE(module, nullptr);
-        const auto get = reinterpret_cast<decltype(&::DllGetClassObject)>(
-            reinterpret_cast<void*>(GetProcAddress(module, "DllGetClassObject")));
-        ComPtr<IUnknown> factory;
-        ASSERT_EQ(get(kButton, IID_IUnknown, factory.putVoid()), S_OK);
-        ASSERT_EQ(CoRegisterClassObject(kButton, factory.get(), CLSCTX_INPROC_SERVER, REGCLS_MULTIPLEUSE, &cookie),
-                  S_OK);
-        folder = std::filesystem::temp_directory_path() / "ambrel_skin_test";
-        std::filesystem::remove_all(folder);
-        std::filesystem::create_directories(folder);
-    }
-
-    void TearDown() override
-    {
-        WindowTest::TearDown();
-        CoRevokeClassObject(cookie);
-        FreeLibrary(module);
-        std::filesystem::remove_all(folder);
-    }
-
     ComPtr<IVexControlBase> addButton(const wchar_t* name, SkinRect rect)
     {
         ComPtr<IVexControlBase> button;
@@ -185,10 +159,6 @@ protected:
         };
         return (ticks(kernel) + ticks(user)) / 10'000;
     }
-
-    HMODULE module = nullptr;
-    DWORD cookie = 0;
-    std::filesystem::path folder;
 };
 
 TEST_F(SkinTest, AButtonTakesItsPackagedSkinAndShowsItsStates)

@@ -12,15 +12,6 @@
 namespace ambrel::skin::test {
 namespace {
 
-Skin writtenAndRead(const Skin& skin)
-{
-    const auto files = writeSkin(skin);
-    EXPECT_TRUE(files) << files.error().text();
-    auto again = readSkin(files.value());
-    EXPECT_TRUE(again) << again.error().text();
-    return again ? std::move(again.value()) : Skin();
-}
-
 /// A folder of its own for a test, gone with it.
 class Folder {
 public:

@@ -1,5 +1,8 @@
 #include "ambrel/skin/test_packages.h"
 
+#include "ambrel/skin/reader.h"
+#include "ambrel/skin/writer.h"
+
 #include <zlib.h>
 
 #include <stdexcept>
@@ -193,6 +196,17 @@ PackageFiles replaced(PackageFiles files, std::string_view file, std::string_vie
     files.remove(file);
     files.add(std::string(file), bytesOf(text));
     return files;
+}
+
+Skin writtenAndRead(const Skin& skin)
+{
+    const auto files = writeSkin(skin);
+    if (!files)
+        throw std::runtime_error(files.error().text());
+    auto again = readSkin(files.value());
+    if (!again)
+        throw std::runtime_error(again.error().text());
+    return std::move(again.value());
 }
 
 } // namespace ambrel::skin::test

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ambrel/skin/container.h"
+#include "ambrel/skin/model.h"
 
 #include <string>
 #include <string_view>
@@ -21,5 +22,8 @@ PackageFiles fullPackage();
 
 /// The package with one spot of one file replaced; the spot must be there.
 PackageFiles replaced(PackageFiles files, std::string_view file, std::string_view from, std::string_view to);
+
+/// The skin after its way through a package. Throws std::runtime_error with what was wrong.
+Skin writtenAndRead(const Skin& skin);
 
 } // namespace ambrel::skin::test
