@@ -40,9 +40,9 @@ soak: ## A million random steps over all controls in the checked build; STEPS= a
 bench: ## Benchmarks, beside the platform's own controls
 	@tools/run_program.sh bench $(ARGS)
 
-coverage: ## Which lines of the portable code the native tests reach
-	@tools/setup.sh build coverage
-	@tools/coverage.sh
+coverage: ## Which lines the native and the Windows tests reach
+	@tools/setup.sh build test coverage
+	@tools/coverage.sh $(PARTS)
 
 gallery-shots: ## Renders the gallery's pages into build/gallery-shots
 	@tools/run_gallery.sh --shots build/gallery-shots

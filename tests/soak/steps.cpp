@@ -342,10 +342,13 @@ const Weighted& choose(Random& random, int Weighted::*weight)
     return kSteps[0];
 }
 
+/// Real ticks are left out: when they arrive depends on the machine, and a seed must repeat its run. Steps send others.
 void pump()
 {
-    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);)
-        DispatchMessageW(&message);
+    for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE);) {
+        if (message.message != WM_TIMER)
+            DispatchMessageW(&message);
+    }
 }
 
 } // namespace
