@@ -144,9 +144,13 @@ public:
     {
         return m_scene.checkBox(m_ground.get(), nextRow(indent), text);
     }
-    ComPtr<IRadioBox> choice(const wchar_t* text, long group)
+    /// Radio boxes of one group below each other.
+    std::array<ComPtr<IRadioBox>, 3> choices(long group, const std::array<const wchar_t*, 3>& texts)
     {
-        return m_scene.radioBox(m_ground.get(), nextRow(0), text, group);
+        std::array<ComPtr<IRadioBox>, 3> boxes;
+        for (std::size_t i = 0; i < boxes.size(); ++i)
+            boxes[i] = m_scene.radioBox(m_ground.get(), nextRow(0), texts[i], group);
+        return boxes;
     }
 
 private:
@@ -197,19 +201,15 @@ void addGeneral(Scene& scene, IVexControlBase& page, Dialog& dialog)
 void addUpdates(Scene& scene, IVexControlBase& page, Dialog& dialog)
 {
     Card card(scene, page, cardPlace(0, 1), L"Updates");
-    static constexpr std::array kChoices = {L"&Install updates without asking", L"&Look for updates, then ask",
-                                            L"&Never look for updates"};
-    for (std::size_t i = 0; i < kChoices.size(); ++i)
-        dialog.updates[i] = card.choice(kChoices[i], kUpdateGroup);
+    dialog.updates = card.choices(
+        kUpdateGroup, {L"&Install updates without asking", L"&Look for updates, then ask", L"&Never look for updates"});
     dialog.earlyVersions = card.check(L"Offer &early versions too");
 }
 
 void addAppearance(Scene& scene, IVexControlBase& page, Dialog& dialog)
 {
     Card card(scene, page, cardPlace(1, 0), L"Appearance");
-    static constexpr std::array kChoices = {L"As the s&ystem says", L"Li&ght", L"&Dark"};
-    for (std::size_t i = 0; i < kChoices.size(); ++i)
-        dialog.appearance[i] = card.choice(kChoices[i], kAppearanceGroup);
+    dialog.appearance = card.choices(kAppearanceGroup, {L"As the s&ystem says", L"Li&ght", L"&Dark"});
     dialog.largerText = card.check(L"Larger te&xt");
 }
 
