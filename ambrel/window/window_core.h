@@ -233,7 +233,7 @@ private:
     SkinObjectCore& m_root;
     IAmbrel& m_face;
     HostWindow m_window;
-    HWND m_parent = nullptr; // or owner; as given
+    HWND m_parent = nullptr;      // or owner; as given
     ComPtr<IAmbrel> m_windowHold; // while the platform's window exists
     MessageRegistry m_messages;
     TreeScene m_scene;

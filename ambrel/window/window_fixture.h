@@ -112,12 +112,19 @@ private:
             painted.push_back(entry.rect);
         if (entry.kind != AMBREL_TRACE_NOTIFICATION)
             return;
-        static const std::map<long, const char*> words = {
-            {VEXSM_MOUSEENTER, "enter"},    {VEXSM_MOUSELEAVE, "leave"},      {VEXSM_LBUTTONDOWN, "down"},
-            {VEXSM_LBUTTONUP, "up"},        {VEXSM_LBUTTONDBCLICK, "double"}, {VEXSM_ONSETFOCUS, "focus"},
-            {VEXSM_ONKILLFOCUS, "blur"},    {VEXSM_TIMER, "timer"},           {VEXSM_DESTROYING, "destroying"},
-            {WM_RBUTTONUP, "WM_RBUTTONUP"}, {WM_KEYDOWN, "WM_KEYDOWN"},       {VEXSM_FINALCREATE, "finalcreate"},
-            {WM_CHAR, "WM_CHAR"}};
+        static const std::map<long, const char*> words = {{VEXSM_MOUSEENTER, "enter"},
+                                                          {VEXSM_MOUSELEAVE, "leave"},
+                                                          {VEXSM_LBUTTONDOWN, "down"},
+                                                          {VEXSM_LBUTTONUP, "up"},
+                                                          {VEXSM_LBUTTONDBCLICK, "double"},
+                                                          {VEXSM_ONSETFOCUS, "focus"},
+                                                          {VEXSM_ONKILLFOCUS, "blur"},
+                                                          {VEXSM_TIMER, "timer"},
+                                                          {VEXSM_DESTROYING, "destroying"},
+                                                          {WM_RBUTTONUP, "WM_RBUTTONUP"},
+                                                          {WM_KEYDOWN, "WM_KEYDOWN"},
+                                                          {VEXSM_FINALCREATE, "finalcreate"},
+                                                          {WM_CHAR, "WM_CHAR"}};
         const auto word = words.find(entry.id);
         if (word == words.end())
             return;
