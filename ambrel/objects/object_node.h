@@ -139,8 +139,9 @@ private:
     std::vector<ObjectNode*> m_children;
     class ChildIteration* m_iterations = nullptr; // those under way over m_children
     class WeakNode* m_weakNodes = nullptr;        // those that point here
-    Rect m_rect;
     Position m_position;
+    // Side by side, for they are all that drawing and searching look at in most of thousands of nodes.
+    Rect m_rect;
     std::uint32_t m_flags = kInitialFlags;
     std::uint8_t m_opacity = 255;
     std::uint16_t m_nameKey = 0; // where the index of names has it
