@@ -76,7 +76,9 @@ use_own_display()
 
 end_wine()
 {
-    [ -n "${WINEPREFIX:-}" ] && [ -d "$WINEPREFIX" ] && wineserver -k 2>/dev/null
+    if [ -n "${WINEPREFIX:-}" ] && [ -d "$WINEPREFIX" ]; then
+        wineserver -k 2>/dev/null || true # it may have ended by itself, which is no failure
+    fi
     if [ -n "$own_display_pid" ]; then
         kill "$own_display_pid" 2>/dev/null
         wait "$own_display_pid" 2>/dev/null
