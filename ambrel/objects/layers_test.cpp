@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <limits>
+
 namespace ambrel::testing_objects {
 namespace {
 
@@ -365,6 +367,30 @@ TEST_F(LayersTest, AColourFilterOfTheSkinShowsAtTheNextDrawing)
     EXPECT_EQ(shown(), 0xFF404040u);
     EXPECT_EQ(resources->RemoveColorFilters(&done), S_FALSE);
     EXPECT_EQ(resources->RemoveColorFilters(nullptr), E_POINTER);
+
+    // A colour case tints beside the filters, until another one is chosen or it goes.
+    fill->put_clrStart(0x000000FF);
+    fill->put_clrEnd(0x000000FF);
+    VEX_COLORCASE grey255{};
+    grey255.bEnabled = VARIANT_TRUE;
+    grey255.fBlend = 1;
+    VEX_COLORCASE plain{};
+    resources->AddColorCase(Bstr(L"Grey").get(), &grey255);
+    resources->AddColorCase(Bstr(L"Plain").get(), &plain);
+    EXPECT_EQ(shown(), kRedPixel) << "none is chosen";
+    EXPECT_EQ(resources->SetCurColorCase(Bstr(L"Grey").get(), &done), S_OK);
+    const Pixel tinted = shown();
+    EXPECT_EQ(tinted & 0xFF, tinted >> 16 & 0xFF);
+    EXPECT_EQ(resources->AddColorFilterShiftRGB(0, 255, 0, &done), S_OK);
+    EXPECT_EQ(shown() >> 8 & 0xFF, 0xFFu);
+    EXPECT_EQ(resources->RemoveColorFilters(&done), S_OK);
+    EXPECT_EQ(shown(), tinted) << "filters go, the case stays";
+    EXPECT_EQ(resources->SetCurColorCase(Bstr(L"Plain").get(), &done), S_OK);
+    EXPECT_EQ(shown(), kRedPixel);
+    resources->SetCurColorCase(Bstr(L"Grey").get(), &done);
+    grey255.fBlend = std::numeric_limits<float>::quiet_NaN();
+    resources->AddColorCase(Bstr(L"Grey").get(), &grey255);
+    EXPECT_EQ(shown(), kRedPixel) << "the chosen one was replaced";
 }
 
 TEST_F(LayersTest, TheRootsLayersAreTheWholeWindow)

@@ -16,6 +16,7 @@ struct Colourise {
 
     /// The hue and saturation of a colour (0x00BBGGRR).
     static Colourise of(std::uint32_t colourRef);
+    friend bool operator==(const Colourise&, const Colourise&) = default;
 };
 void applyColourise(PixelView pixels, const Colourise& change);
 

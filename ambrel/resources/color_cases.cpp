@@ -49,6 +49,15 @@ const ColorCases::Case* ColorCases::next() noexcept
     return m_position < m_cases.size() ? &m_cases[m_position++] : nullptr;
 }
 
+std::optional<Colourise> ColorCases::tintOf(const Case& from) noexcept
+{
+    const VEX_COLORCASE& numbers = from.numbers;
+    const float blend = numbers.fBlend > 0 ? std::min(numbers.fBlend, 1.0f) : 0.0f; // not a number: none
+    if (numbers.bEnabled == VARIANT_FALSE || blend == 0)
+        return std::nullopt;
+    return Colourise{numbers.nHue * 360 / 256, numbers.nSat, static_cast<int>(blend * 255 + 0.5f)};
+}
+
 VEX_COLORCASE ColorCases::toRecord(const Case& from)
 {
     VEX_COLORCASE record = from.numbers;

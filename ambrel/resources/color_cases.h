@@ -1,8 +1,10 @@
 // Colour cases: named variations of a skin's colours that a user may choose from.
 #pragma once
 
+#include "ambrel/pixels/colour_change.h"
 #include "host/host.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -28,6 +30,8 @@ public:
     const Case* next() noexcept;
     long count() const noexcept { return static_cast<long>(m_cases.size()); }
 
+    /// What a case does to a skin's pictures and fills: nothing when it is not enabled or blends nothing in.
+    static std::optional<Colourise> tintOf(const Case& from) noexcept;
     /// As a record whose strings belong to the caller. Throws std::bad_alloc.
     static VEX_COLORCASE toRecord(const Case& from);
 

@@ -36,7 +36,7 @@ HRESULT done(VARIANT_BOOL& result, bool worked) noexcept
 VexRes::VexRes() = default;
 VexRes::~VexRes()
 {
-    removeColourFilters(*this);
+    forgetColours(*this);
 }
 
 void VexRes::finalRelease()
@@ -307,20 +307,39 @@ STDMETHODIMP VexRes::AddColorCase(BSTR name, VEX_COLORCASE* record) noexcept
 {
     if (!record)
         return E_POINTER;
-    return guarded([&] { m_colorCases.add(viewOf(name), *record); });
+    return guarded([&] {
+        m_colorCases.add(viewOf(name), *record);
+        showColorCase();
+    });
 }
 STDMETHODIMP VexRes::RemoveColorCase(BSTR name, VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [&](VARIANT_BOOL& removed) { return done(removed, m_colorCases.remove(viewOf(name))); });
+    return filling(result, [&](VARIANT_BOOL& removed) {
+        const bool had = m_colorCases.remove(viewOf(name));
+        if (had)
+            showColorCase();
+        return done(removed, had);
+    });
 }
 STDMETHODIMP VexRes::SetCurColorCase(BSTR name, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& changed) {
         const bool chosen = m_colorCases.choose(viewOf(name));
         if (chosen)
-            redrawAll();
+            showColorCase();
         return done(changed, chosen);
     });
+}
+
+void VexRes::showColorCase()
+{
+    const auto* const current = m_colorCases.current();
+    const auto tint = current ? ColorCases::tintOf(*current) : std::nullopt;
+    if (tint == m_tint)
+        return;
+    tintSkin(*this, tint);
+    m_tint = tint;
+    redrawAll();
 }
 
 // Hue, saturation and blend run from 0 to 255, as in colour cases; shifts from -255 to 255.

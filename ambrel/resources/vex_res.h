@@ -46,6 +46,7 @@ public:
     /// Calls `visit(ObjectNode&)` for every object of every window until it answers true.
     bool anyObject(const std::function<bool(ObjectNode&)>& visit);
     void redrawAll();
+    void showColorCase(); // the chosen one, as it is now
 
     /// The skin that is open; null when there is none.
     const std::shared_ptr<const skin::Skin>& skin() const noexcept { return m_skin; }
@@ -256,6 +257,7 @@ private:
     };
     std::shared_ptr<PackageWatch> m_packageWatch;
     ColorCases m_colorCases;
+    std::optional<Colourise> m_tint; // of the chosen case
     BoundTexts m_texts;
     std::map<std::wstring, std::wstring, std::less<>> m_settings; // texts of the skin itself
     morvane::ComPtr<IVexEvents> m_events;
