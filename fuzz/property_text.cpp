@@ -32,6 +32,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     const std::wstring_view middle = trimmed(text);
     fuzz::require(trimmed(middle) == middle, "what is trimmed stays as it is");
     const wchar_t key = accessKeyOf(text);
-    fuzz::require(key == 0 || text.find(std::wstring{L'&', key}) != text.npos, "an access key stands in the text");
+    fuzz::require(key == 0 || text.find(std::wstring{L'&', key}) != std::wstring_view::npos,
+                  "an access key stands in the text");
     return 0;
 }

@@ -5,7 +5,7 @@ namespace ambrel {
 wchar_t accessKeyOf(std::wstring_view caption) noexcept
 {
     wchar_t key = 0;
-    for (std::size_t at = caption.find(L'&'); at != caption.npos && at + 1 < caption.size();
+    for (std::size_t at = caption.find(L'&'); at != std::wstring_view::npos && at + 1 < caption.size();
          at = caption.find(L'&', at + 2)) {
         const wchar_t marked = caption[at + 1];
         if (marked != L'&')
