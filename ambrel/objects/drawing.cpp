@@ -7,8 +7,9 @@ namespace ambrel {
 
 namespace {
 
-constexpr int kFocusRingWidth = 2; // on a foreign context, which has no rounded ring
-constexpr int kFocusRingReach = 3; // from an object's edge to the ring's outer one, at 100 percent
+constexpr int kFocusRingWidth = 2;                 // on a foreign context, which has no rounded ring
+constexpr int kFocusRingReach = 3;                 // from an object's edge to the ring's outer one, at 100 percent
+constexpr int kFarthestMark = 3 * kFocusRingReach; // at the largest scale
 
 /// Marks an object whose shown part is being drawn as a whole: what it asks to have redrawn meanwhile is being drawn
 /// anyway. Not for drawings beside the window's own.
@@ -126,8 +127,9 @@ void drawChildren(ObjectNode& parent, IVexRenderDC& dc, const Rect& part)
     dc.GetUpdateRect(&update);
     const Rect allowed = morvane::toRect(update);
     const Rect within = allowed.isEmpty() ? shown : shown.intersection(allowed);
+    const Rect reach = within.inflated(kFarthestMark); // an object's mark may reach into what its rectangle does not
     ChildIteration children(parent);
-    while (ObjectNode* child = children.next())
+    while (ObjectNode* child = children.nextNear(reach))
         drawObject(*child, dc, within);
 }
 

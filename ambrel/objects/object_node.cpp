@@ -3,6 +3,7 @@
 #include "ambrel/objects/name_index.h"
 
 #include <algorithm>
+#include <new>
 #include <utility>
 
 namespace ambrel {
@@ -100,6 +101,7 @@ void ObjectNode::nameChanged() noexcept
 void ObjectNode::eraseAt(std::size_t index) noexcept
 {
     m_children.erase(m_children.begin() + static_cast<std::ptrdiff_t>(index));
+    blocksChanged();
     for (ChildIteration* iteration = m_iterations; iteration; iteration = iteration->m_nextIteration)
         iteration->erased(index);
 }
@@ -107,8 +109,30 @@ void ObjectNode::eraseAt(std::size_t index) noexcept
 void ObjectNode::insertAt(std::size_t index, ObjectNode& child)
 {
     m_children.insert(m_children.begin() + static_cast<std::ptrdiff_t>(index), &child);
+    blocksChanged();
     for (ChildIteration* iteration = m_iterations; iteration; iteration = iteration->m_nextIteration)
         iteration->inserted(index);
+}
+
+bool ObjectNode::blockTouches(std::size_t block, const Rect& part) noexcept
+{
+    if (m_children.size() <= Blocks::kChildren)
+        return true;
+    if (!m_blocks || !m_blocks->isKnown) {
+        try {
+            if (!m_blocks)
+                m_blocks = std::make_unique<Blocks>();
+            m_blocks->bounds.assign((m_children.size() + Blocks::kChildren - 1) / Blocks::kChildren, Rect());
+        } catch (const std::bad_alloc&) {
+            return true; // each child is looked at, then
+        }
+        for (std::size_t i = 0; i < m_children.size(); ++i) {
+            Rect& bounds = m_blocks->bounds[i / Blocks::kChildren];
+            bounds = bounds.united(m_children[i]->m_rect);
+        }
+        m_blocks->isKnown = true;
+    }
+    return !m_blocks->bounds[block].intersection(part).isEmpty();
 }
 
 Rect ObjectNode::shownRect() const noexcept
@@ -163,6 +187,15 @@ ObjectNode* ChildIteration::next() noexcept
     if (m_order == Order::BottomToTop)
         return m_position < m_node->m_children.size() ? m_node->m_children[m_position++] : nullptr;
     return m_position > 0 ? m_node->m_children[--m_position] : nullptr;
+}
+
+ObjectNode* ChildIteration::nextNear(const Rect& part) noexcept
+{
+    constexpr std::size_t kBlock = ObjectNode::Blocks::kChildren;
+    while (m_node && m_position < m_node->m_children.size() && m_position % kBlock == 0 &&
+           !m_node->blockTouches(m_position / kBlock, part))
+        m_position = std::min(m_position + kBlock, m_node->m_children.size());
+    return next();
 }
 
 void ChildIteration::inserted(std::size_t index) noexcept

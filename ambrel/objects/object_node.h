@@ -6,6 +6,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <string_view>
 #include <vector>
@@ -106,7 +107,12 @@ public:
 
     // Geometry, in window coordinates.
     const Rect& rect() const noexcept { return m_rect; }
-    void setRect(const Rect& rect) noexcept { m_rect = rect; }
+    void setRect(const Rect& rect) noexcept
+    {
+        m_rect = rect;
+        if (m_parent)
+            m_parent->blocksChanged();
+    }
     const Position& position() const noexcept { return m_position; }
     void setPosition(const Position& position) noexcept { m_position = position; }
     /// The part of its rectangle that no ancestor cuts away; empty when it is not shown.
@@ -129,6 +135,20 @@ private:
     bool allHave(NodeFlag flag) const noexcept;
     void eraseAt(std::size_t index) noexcept;
     void insertAt(std::size_t index, ObjectNode& child);
+    void blocksChanged() noexcept
+    {
+        if (m_blocks)
+            m_blocks->isKnown = false;
+    }
+    bool blockTouches(std::size_t block, const Rect& part) noexcept;
+
+    /// What the children cover together, so many at a time: a walk over thousands of them leaves out those that are far
+    /// from what it looks for without reading each. Made for nodes of many children, anew after any of them moved.
+    struct Blocks {
+        static constexpr std::size_t kChildren = 64;
+        std::vector<Rect> bounds;
+        bool isKnown = false;
+    };
 
     static constexpr std::uint32_t kInitialFlags =
         static_cast<std::uint32_t>(NodeFlag::Visible) | static_cast<std::uint32_t>(NodeFlag::Enabled) |
@@ -137,6 +157,7 @@ private:
     NodeOwner& m_owner;
     ObjectNode* m_parent = nullptr;
     std::vector<ObjectNode*> m_children;
+    std::unique_ptr<Blocks> m_blocks;
     class ChildIteration* m_iterations = nullptr; // those under way over m_children
     class WeakNode* m_weakNodes = nullptr;        // those that point here
     Position m_position;
@@ -160,6 +181,8 @@ public:
 
     /// The next child, null at the end.
     ObjectNode* next() noexcept;
+    /// From the bottom to the top: the same, but children that lie wholly outside of `part` may be left out.
+    ObjectNode* nextNear(const Rect& part) noexcept;
 
 private:
     friend class ObjectNode;

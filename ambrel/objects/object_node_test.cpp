@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <memory>
+#include <random>
 #include <vector>
 
 namespace ambrel {
@@ -73,6 +74,51 @@ TEST_F(ObjectNodeTest, AWalkMeetsEachRemainingChildOnceWhateverIsRemovedOrAdded)
     }
     EXPECT_EQ(met, (Nodes{&a, &b, &c}));
     EXPECT_EQ(childrenOf(root), (Nodes{&late, &c}));
+}
+
+TEST_F(ObjectNodeTest, AWalkNearAPartMeetsAllThatTouchItWhateverHasMoved)
+{
+    // 300 nodes move about, come and go while a walk is under way; what it may leave out touches nothing of the part.
+    std::mt19937 random(20261121);
+    const auto below = [&](int limit) { return static_cast<int>(random() % static_cast<unsigned>(limit)); };
+    std::vector<std::unique_ptr<ObjectNode>> nodes;
+    ObjectNode parent(owner);
+    for (int i = 0; i < 300; ++i) {
+        nodes.push_back(std::make_unique<ObjectNode>(owner));
+        parent.append(*nodes.back());
+        nodes.back()->setRect(Rect::at({below(1000), i * 10}, {20, 8}));
+    }
+    {
+        int met = 0;
+        ChildIteration walk(parent);
+        while (walk.nextNear({0, 2000, 1000, 2010}))
+            ++met;
+        EXPECT_LE(met, 64) << "one block of five: far ones are left out";
+    }
+    for (int round = 0; round < 200; ++round) {
+        const Rect part = Rect::at({below(1000), below(3000)}, {1 + below(200), 1 + below(200)});
+        Nodes expected;
+        for (ObjectNode* node : parent.children())
+            if (!node->rect().intersection(part).isEmpty())
+                expected.push_back(node);
+        Nodes touching;
+        ChildIteration walk(parent);
+        while (ObjectNode* node = walk.nextNear(part)) {
+            if (!node->rect().intersection(part).isEmpty())
+                touching.push_back(node);
+        }
+        EXPECT_EQ(touching, expected) << "round " << round;
+        ObjectNode& moved = *nodes[static_cast<std::size_t>(below(300))];
+        if (below(2))
+            moved.setRect(Rect::at({below(1000), below(3000)}, {20, 8}));
+        else
+            parent.moveChild(moved, static_cast<std::size_t>(below(300)));
+    }
+
+    ChildIteration walk(parent);
+    ASSERT_NE(walk.nextNear({0, 0, 1000, 4000}), nullptr);
+    nodes.clear(); // each leaves its parent
+    EXPECT_EQ(walk.nextNear({0, 0, 1000, 4000}), nullptr);
 }
 
 TEST_F(ObjectNodeTest, AWalkFromTheTopSurvivesRemovalsAndTheEndOfTheParent)
