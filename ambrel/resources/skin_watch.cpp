@@ -89,4 +89,10 @@ void SkinWatch::look()
     }
 }
 
+bool isFolder(const std::wstring& path) noexcept
+{
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
+}
+
 } // namespace ambrel

@@ -31,4 +31,7 @@ private:
     bool m_pending = false;
 };
 
+/// Only a folder can be watched.
+bool isFolder(const std::wstring& path) noexcept;
+
 } // namespace ambrel

@@ -14,12 +14,6 @@ using morvane::viewOf;
 
 namespace {
 
-bool isFolder(const std::wstring& path) noexcept
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
 std::wstring fullPath(const std::wstring& path)
 {
     const DWORD room = GetFullPathNameW(path.c_str(), 0, nullptr, nullptr);

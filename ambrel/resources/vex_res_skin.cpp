@@ -21,12 +21,6 @@ using morvane::viewOf;
 
 namespace {
 
-bool isFolder(const std::wstring& path) noexcept
-{
-    const DWORD attributes = GetFileAttributesW(path.c_str());
-    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY);
-}
-
 /// The two numbers of a skin's version, "2.1".
 void parseVersion(std::string_view text, LONG& main, LONG& sub) noexcept
 {

@@ -8,11 +8,6 @@ namespace ambrel {
 
 namespace {
 
-// Bits of IVexHotkey's modifiers; those of the platform's hot-key control.
-constexpr long kHotkeyShift = 1;
-constexpr long kHotkeyControl = 2;
-constexpr long kHotkeyAlt = 4;
-
 ComPtr<PropertyGroup> groupNamed(SkinObjectCore& core, std::wstring_view name)
 {
     for (const auto& each : core.groups()) {

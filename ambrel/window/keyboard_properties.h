@@ -14,6 +14,11 @@
 
 namespace ambrel {
 
+// Bits of IVexHotkey's modifiers; those of the platform's hot-key control.
+inline constexpr long kHotkeyShift = 1;
+inline constexpr long kHotkeyControl = 2;
+inline constexpr long kHotkeyAlt = 4;
+
 bool isHotKey(IVexHotkey* hotkey, const KeyFact& key) noexcept;
 
 /// Whether one of the object's hot-key properties is this combination.

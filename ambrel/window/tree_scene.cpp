@@ -37,7 +37,7 @@ bool isPressedBy(SkinObjectCore& core, IVexControlBase& control, PlainKey key)
 /// As IVexHotkey has them.
 hyper modifiersOf(const KeyFact& key) noexcept
 {
-    return (key.shift ? 1 : 0) | (key.control ? 2 : 0) | (key.alt ? 4 : 0);
+    return (key.shift ? kHotkeyShift : 0) | (key.control ? kHotkeyControl : 0) | (key.alt ? kHotkeyAlt : 0);
 }
 
 Point centreOf(const ObjectNode& node) noexcept
