@@ -1,6 +1,7 @@
 #include "ambrel/pixels/image_header.h"
 
 #include "ambrel/pixels/byte_reader.h"
+#include "ambrel/pixels/tga.h"
 
 #include <algorithm>
 #include <limits>
@@ -96,15 +97,6 @@ bool isIcon(const ByteReader& in)
     return in.isInside(0, 22) && in.u16le(0) == 0 && (kind == 1 || kind == 2) && in.u16le(4) > 0 && in.u8(9) == 0;
 }
 
-/// This format has no signature at its start; only true-colour pictures with a sensible header are taken for it.
-bool isTga(const ByteReader& in)
-{
-    const int kind = in.u8(2);
-    const int depth = in.u8(16);
-    return in.isInside(0, 18) && in.u8(1) == 0 && (kind == 2 || kind == 10) && (depth == 24 || depth == 32) &&
-           in.u16le(12) > 0 && in.u16le(14) > 0 && in.u32le(3) == 0 && in.u8(7) == 0;
-}
-
 } // namespace
 
 ImageHeader readImageHeader(std::span<const std::uint8_t> bytes)
@@ -120,8 +112,8 @@ ImageHeader readImageHeader(std::span<const std::uint8_t> bytes)
         return {ImageFormat::Bmp, bmpSize(in)};
     if (isIcon(in))
         return {ImageFormat::Ico, icoSize(in)};
-    if (isTga(in))
-        return {ImageFormat::Tga, {in.u16le(12), in.u16le(14)}};
+    if (const auto size = tgaSize(bytes))
+        return {ImageFormat::Tga, *size};
     return {};
 }
 
