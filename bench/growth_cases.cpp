@@ -116,10 +116,19 @@ Contender addAndRemove(Window& window, int times)
     });
 }
 
+/// A key that no object of the window has.
+Contender unownedKey(Window& window, int times)
+{
+    return repeated(times, [&window](int) {
+        check(SendMessageW(window.own.window(), WM_KEYDOWN, VK_F9, 0) == 0, "somebody took the key");
+    });
+}
+
 constexpr Operation kOperations[] = {
     {"repaint one", 100, kConstant, &repaint},
     {"request a redraw", 500, kConstant, &request},
-    {"hit test", 500, kLinear, &hitTest},
+    {"hit test", 500, kConstant, &hitTest},
+    {"a key that is nobody's", 100, kLinear, &unownedKey},
     {"find by name", 100, kLinear, &byName},
     {"find by caption", 100, kLinear, &byCaption},
     {"move to the top or bottom", 500, kLinear, &restack},

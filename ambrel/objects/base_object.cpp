@@ -176,6 +176,7 @@ STDMETHODIMP BaseObject::GetCursorPtr(IVexCursor** result) noexcept
 STDMETHODIMP BaseObject::SetHotkeyPtr(IVexHotkey* first, IVexHotkey* second) noexcept
 {
     return guarded([&] {
+        m_node.set(NodeFlag::NoHotKeys, false);
         belongings().hotkeys[0] = ComPtr<IVexHotkey>(first);
         belongings().hotkeys[1] = ComPtr<IVexHotkey>(second);
     });

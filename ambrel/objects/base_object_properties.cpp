@@ -14,6 +14,7 @@ std::span<const ComPtr<ICtrlPluginProp>> BaseObject::groups() const noexcept
 
 void BaseObject::addGroup(ComPtr<ICtrlPluginProp> group)
 {
+    m_node.set(NodeFlag::NoHotKeys, false);
     // The null at the end makes the list readable as a plain array.
     m_groups.reserve(m_groups.empty() ? 8 : m_groups.size() + 1);
     m_groups.resize(std::max<std::size_t>(m_groups.size(), 1));

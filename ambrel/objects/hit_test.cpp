@@ -9,8 +9,9 @@ ObjectNode* hitBeneath(ObjectNode& node, Point point, HitPurpose purpose)
     if (!node.has(NodeFlag::Visible) || !node.rect().contains(point))
         return nullptr;
     const WeakNode self(&node);
+    const Rect at{point.x, point.y, point.x + 1, point.y + 1};
     ChildIteration children(node, ChildIteration::Order::TopToBottom);
-    while (ObjectNode* child = children.next()) {
+    while (ObjectNode* child = children.nextNear(at)) {
         if (ObjectNode* hit = hitBeneath(*child, point, purpose))
             return hit;
     }

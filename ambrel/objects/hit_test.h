@@ -11,7 +11,7 @@ enum class HitPurpose { Anything, Mouse };
 
 /// The topmost shown object at a point in window coordinates, `root` itself when no descendant is met, null outside. A
 /// child is met only where all its ancestors reach. With `Mouse`, objects that do not take the mouse are looked
-/// through, though their children are not. Costs the children along the path only.
+/// through, though their children are not. Costs the children near the point along the path only.
 ObjectNode* hitTest(ObjectNode& root, Point point, HitPurpose purpose = HitPurpose::Mouse);
 
 } // namespace ambrel

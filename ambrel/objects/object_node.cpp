@@ -191,10 +191,17 @@ ObjectNode* ChildIteration::next() noexcept
 
 ObjectNode* ChildIteration::nextNear(const Rect& part) noexcept
 {
+    // Blocks are left out whole, and only where the walk stands at their near end.
     constexpr std::size_t kBlock = ObjectNode::Blocks::kChildren;
-    while (m_node && m_position < m_node->m_children.size() && m_position % kBlock == 0 &&
-           !m_node->blockTouches(m_position / kBlock, part))
-        m_position = std::min(m_position + kBlock, m_node->m_children.size());
+    if (m_order == Order::BottomToTop) {
+        while (m_node && m_position < m_node->m_children.size() && m_position % kBlock == 0 &&
+               !m_node->blockTouches(m_position / kBlock, part))
+            m_position = std::min(m_position + kBlock, m_node->m_children.size());
+    } else {
+        while (m_node && m_position > 0 && (m_position % kBlock == 0 || m_position == m_node->m_children.size()) &&
+               !m_node->blockTouches((m_position - 1) / kBlock, part))
+            m_position = (m_position - 1) / kBlock * kBlock;
+    }
     return next();
 }
 

@@ -64,6 +64,7 @@ enum class NodeFlag : std::uint32_t {
     BeingDrawn = 1u << 22,     // all that is shown of it is being drawn right now
     Hooks = 1u << 23,          // was registered for hooks at least once
     AsksForMark = 1u << 24,    // when it was drawn last, it asked for the focus mark
+    NoHotKeys = 1u << 25,      // was found without one; holds as long as its window says (TreeScene)
 };
 
 /// One object of the tree. Children lie in z-order: the first is drawn first and lies lowest.
@@ -181,7 +182,7 @@ public:
 
     /// The next child, null at the end.
     ObjectNode* next() noexcept;
-    /// From the bottom to the top: the same, but children that lie wholly outside of `part` may be left out.
+    /// The same, but children that lie wholly outside of `part` may be left out.
     ObjectNode* nextNear(const Rect& part) noexcept;
 
 private:

@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <memory>
 #include <random>
 #include <vector>
@@ -88,11 +89,12 @@ TEST_F(ObjectNodeTest, AWalkNearAPartMeetsAllThatTouchItWhateverHasMoved)
         parent.append(*nodes.back());
         nodes.back()->setRect(Rect::at({below(1000), i * 10}, {20, 8}));
     }
-    {
+    for (const auto order : {ChildIteration::Order::BottomToTop, ChildIteration::Order::TopToBottom}) {
         int met = 0;
-        ChildIteration walk(parent);
+        ChildIteration walk(parent, order);
         while (walk.nextNear({0, 2000, 1000, 2010}))
             ++met;
+        EXPECT_GT(met, 0);
         EXPECT_LE(met, 64) << "one block of five: far ones are left out";
     }
     for (int round = 0; round < 200; ++round) {
@@ -101,8 +103,11 @@ TEST_F(ObjectNodeTest, AWalkNearAPartMeetsAllThatTouchItWhateverHasMoved)
         for (ObjectNode* node : parent.children())
             if (!node->rect().intersection(part).isEmpty())
                 expected.push_back(node);
+        const auto order = round % 2 ? ChildIteration::Order::BottomToTop : ChildIteration::Order::TopToBottom;
+        if (order == ChildIteration::Order::TopToBottom)
+            std::reverse(expected.begin(), expected.end());
         Nodes touching;
-        ChildIteration walk(parent);
+        ChildIteration walk(parent, order);
         while (ObjectNode* node = walk.nextNear(part)) {
             if (!node->rect().intersection(part).isEmpty())
                 touching.push_back(node);

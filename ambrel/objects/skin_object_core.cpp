@@ -83,6 +83,7 @@ bool SkinObjectCore::addChild(SkinObjectCore& child, std::size_t index)
 void SkinObjectCore::tellWindowEntered(bool fromAnother)
 {
     const ComPtr<ISkinObjResBase> hold(face());
+    m_node.set(NodeFlag::NoHotKeys, false); // another window found that, at another time
     windowEntered(fromAnother);
     ChildIteration children(m_node);
     while (ObjectNode* child = children.next())

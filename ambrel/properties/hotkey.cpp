@@ -12,7 +12,19 @@ namespace {
 constexpr long kMostKey = 0xFF;
 constexpr long kMostModifiers = 7;
 constexpr int kModifierShift = 8;
+
+std::uint64_t g_revision = 0; // of the one user-interface thread
 } // namespace
+
+std::uint64_t hotkeyRevision() noexcept
+{
+    return g_revision;
+}
+
+void hotkeyGained() noexcept
+{
+    ++g_revision;
+}
 
 std::wstring hotkeyText(IVexHotkey& hotkey)
 {

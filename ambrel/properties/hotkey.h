@@ -42,6 +42,11 @@ private:
     morvane::ComPtr<IVexRes> m_resources;
 };
 
+/// Grows whenever a property of this process may have come to a hot key, or a table to a property that has one: while
+/// it stands, tables that were found without hot keys have none.
+std::uint64_t hotkeyRevision() noexcept;
+void hotkeyGained() noexcept;
+
 /// The text of any hot key; false when the text is none.
 std::wstring hotkeyText(IVexHotkey& hotkey);
 bool setHotkeyText(IVexHotkey& hotkey, std::wstring_view text);

@@ -2,6 +2,7 @@
 
 #include "ambrel/properties/config_node.h"
 #include "ambrel/properties/group_config.h"
+#include "ambrel/properties/hotkey.h"
 #include "ambrel/properties/property_descriptor.h"
 
 #include <algorithm>
@@ -114,6 +115,8 @@ void PropertyGroup::add(ComPtr<IVexPropBase> property, PropertyCore& core)
 {
     m_properties.add(std::move(property));
     core.setGroup(this);
+    if (core.type() == _PROPTYPE_HOTKEY && !core.kind().text(core).empty())
+        hotkeyGained();
 }
 
 bool PropertyGroup::add(ComPtr<PropertyGroup> group)
@@ -229,7 +232,10 @@ STDMETHODIMP PropertyGroup::get_strName(BSTR* result) noexcept
 
 STDMETHODIMP PropertyGroup::put_strName(BSTR name) noexcept
 {
-    return guarded([&] { m_name = Atom(viewOf(name)); });
+    return guarded([&] {
+        m_name = Atom(viewOf(name));
+        hotkeyGained(); // groups are known by their names
+    });
 }
 
 STDMETHODIMP PropertyGroup::AddProp(ICtrlPluginProp* group) noexcept

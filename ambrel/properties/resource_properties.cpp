@@ -79,6 +79,10 @@ STDMETHODIMP ImageSectionPropertyObject::GetSectionRect(SkinRect* rect) noexcept
 STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
 {
     return filling(width, [&](short& place) {
+        if (const auto known = images()) {
+            place = toShort(natural(known->imageSize().width));
+            return S_OK;
+        }
         long whole = 0;
         const HRESULT status = m_object ? m_object->GetWidth(&whole) : S_FALSE;
         place = toShort(natural(whole / imageCount()));
@@ -89,6 +93,10 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
 STDMETHODIMP ImageSectionPropertyObject::GetImageHeight(short* height) noexcept
 {
     return filling(height, [&](short& place) {
+        if (const auto known = images()) {
+            place = toShort(natural(known->imageSize().height));
+            return S_OK;
+        }
         long whole = 0;
         const HRESULT status = m_object ? m_object->GetHeight(&whole) : S_FALSE;
         place = toShort(natural(whole));
@@ -106,9 +114,30 @@ STDMETHODIMP ImageSectionPropertyObject::SetImageCount(long count) noexcept
     if (count < 1)
         return E_INVALIDARG;
     return guarded([&] {
-        if (count != imageCount())
+        if (count == imageCount())
+            return;
+        if (const auto known = images()) {
+            known->setImageCount(static_cast<int>(count));
+            announceChange();
+        } else {
             assign(extras().imageCount, count);
+        }
     });
+}
+
+ComPtr<SectionImages> ImageSectionPropertyObject::images() const noexcept
+{
+    ComPtr<SectionImages> known;
+    if (m_object)
+        m_object->QueryInterface(kIidSectionImages, known.putVoid());
+    return known;
+}
+
+long ImageSectionPropertyObject::imageCount() const noexcept
+{
+    if (const auto known = images())
+        return known->imageCount();
+    return knownExtras() ? knownExtras()->imageCount : 1;
 }
 
 STDMETHODIMP ImageSectionPropertyObject::Draw(hyper dc, const SkinRect* rect, long, VARIANT_BOOL* drawn) noexcept
@@ -163,7 +192,7 @@ STDMETHODIMP ImageSectionPropertyObject::GetFrameTable(const morvane::PictureFra
 void ImageSectionPropertyObject::copyValue(ImageSectionPropertyObject& source)
 {
     ResourceProperty::copyValue(source);
-    if (imageCount() != source.imageCount())
+    if (!images() && imageCount() != source.imageCount())
         extras().imageCount = source.imageCount();
 }
 
@@ -378,14 +407,22 @@ STDMETHODIMP FillColorPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRec
 
 IVexHotkey& HotkeyPropertyObject::hotkey()
 {
-    if (!m_object)
+    if (!m_object) {
         m_object = Hotkey::create();
+        hotkeyGained();
+    }
     return *m_object.get();
 }
 
 STDMETHODIMP HotkeyPropertyObject::GetObject(IVexHotkey** object) noexcept
 {
     return returning(object, [&] { return ComPtr<IVexHotkey>(&hotkey()); });
+}
+
+STDMETHODIMP HotkeyPropertyObject::SetObject(IVexHotkey* object) noexcept
+{
+    hotkeyGained();
+    return takeObject(object);
 }
 
 HRESULT HotkeyPropertyObject::toVariant(VARIANT& result)
@@ -407,6 +444,7 @@ TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const Resource
         return TextResult::NotThisType;
     if (toText() == hotkeyText(*changed.get()) || (!m_object && text.empty()))
         return TextResult::Taken;
+    hotkeyGained();
     assign(m_object, changed, notify);
     return TextResult::Taken;
 }
@@ -418,6 +456,7 @@ void HotkeyPropertyObject::copyValue(HotkeyPropertyObject& source)
         return;
     }
     m_object = Hotkey::create();
+    hotkeyGained();
     setHotkeyText(*m_object.get(), source.toText());
 }
 

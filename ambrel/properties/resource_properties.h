@@ -112,7 +112,8 @@ public:
     STDMETHODIMP GetSectionRect(SkinRect* rect) noexcept override;
     STDMETHODIMP GetImageWidth(short* width) noexcept override;
     STDMETHODIMP GetImageHeight(short* height) noexcept override;
-    /// How many images of equal width stand side by side in the section; 1 until set. At least 1.
+    /// How many images of equal size lie in the section: the shared section's number. One of another maker does not
+    /// know it; the property does then, and takes the images to stand side by side.
     STDMETHODIMP GetImageCount(long* count) noexcept override;
     STDMETHODIMP SetImageCount(long count) noexcept override;
     STDMETHODIMP Draw(hyper dc, const SkinRect* rect, long index, VARIANT_BOOL* drawn) noexcept override;
@@ -127,7 +128,8 @@ public:
 private:
     /// A length of the section at the scale of the owner's window.
     long natural(long length) const noexcept;
-    long imageCount() const noexcept { return knownExtras() ? knownExtras()->imageCount : 1; }
+    morvane::ComPtr<SectionImages> images() const noexcept;
+    long imageCount() const noexcept;
 };
 
 class TextStylePropertyObject final
@@ -195,7 +197,7 @@ public:
     using ResourceProperty::ResourceProperty;
 
     STDMETHODIMP GetObject(IVexHotkey** object) noexcept override;
-    STDMETHODIMP SetObject(IVexHotkey* object) noexcept override { return takeObject(object); }
+    STDMETHODIMP SetObject(IVexHotkey* object) noexcept override;
 
     HRESULT toVariant(VARIANT& result);
     std::wstring toText();

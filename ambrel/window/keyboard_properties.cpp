@@ -106,6 +106,22 @@ bool hasHotKeyProperty(SkinObjectCore& core, const KeyFact& key)
     return false;
 }
 
+bool hasAnyHotKeyProperty(SkinObjectCore& core)
+{
+    // Whatever their names are: a property that is renamed tells nobody.
+    for (const auto& each : core.groups()) {
+        const ComPtr<PropertyGroup> group = PropertyGroup::from(each.get());
+        if (!group || group->name() != L"Hotkey")
+            continue;
+        for (const auto& property : group->properties()) {
+            PropertyCore* const known = coreOf(property.get());
+            if (known && known->type() == _PROPTYPE_HOTKEY && !known->kind().text(*known).empty())
+                return true;
+        }
+    }
+    return false;
+}
+
 bool isPressedByProperty(SkinObjectCore& core, PlainKey key)
 {
     const ComPtr<PropertyGroup> group = groupNamed(core, L"Hotkey");

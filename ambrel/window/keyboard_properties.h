@@ -24,6 +24,9 @@ bool isHotKey(IVexHotkey* hotkey, const KeyFact& key) noexcept;
 /// Whether one of the object's hot-key properties is this combination.
 bool hasHotKeyProperty(SkinObjectCore& core, const KeyFact& key);
 
+/// Whether any of them has a key at all.
+bool hasAnyHotKeyProperty(SkinObjectCore& core);
+
 enum class PlainKey { Enter, Backspace };
 /// Whether the property says that the key presses the object from anywhere.
 bool isPressedByProperty(SkinObjectCore& core, PlainKey key);

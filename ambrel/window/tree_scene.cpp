@@ -2,6 +2,7 @@
 
 #include "ambrel/objects/focus_order.h"
 #include "ambrel/objects/hit_test.h"
+#include "ambrel/properties/hotkey.h"
 #include "ambrel/window/tree_walk.h"
 
 #include <algorithm>
@@ -145,11 +146,41 @@ InputTarget TreeScene::firstUsable(Predicate isIt)
     return targetOf(first);
 }
 
+bool TreeScene::findsHotKeys(ObjectNode& node)
+{
+    const WeakNode alive(&node);
+    const ComPtr<IVexControlBase> control(coreOf(node).control());
+    ComPtr<IVexHotkey> first;
+    ComPtr<IVexHotkey> second;
+    if (control)
+        control->GetHotkeyPtr(first.put(), second.put());
+    const bool hasSome = alive && (first || second || hasAnyHotKeyProperty(coreOf(node)));
+    if (alive)
+        node.set(NodeFlag::NoHotKeys, !hasSome);
+    return hasSome;
+}
+
 InputTarget TreeScene::hotKeyOwner(const KeyFact& key)
 {
     if (!m_window.usesHotKeys())
         return 0;
-    return firstUsable([&](SkinObjectCore& core, IVexControlBase& control) { return hasHotKey(core, control, key); });
+    const std::uint64_t revision = hotkeyRevision();
+    const bool marksHold = m_marksAreOf == revision;
+    WeakNode owner;
+    walkBeneath(m_root, [&](ObjectNode& node) {
+        if (marksHold && node.has(NodeFlag::NoHotKeys))
+            return false;
+        // Marks that hold no more are all made anew, so the walk goes to the end then.
+        if (!findsHotKeys(node) || owner || !node.isShown() || !node.isUsable())
+            return false;
+        const ComPtr<IVexControlBase> control(coreOf(node).control());
+        const WeakNode asked(&node);
+        if (control && hasHotKey(coreOf(node), *control.get(), key))
+            owner = asked;
+        return marksHold && owner;
+    });
+    m_marksAreOf = revision;
+    return targetOf(owner.get());
 }
 
 InputTarget TreeScene::plainKeyOwner(PlainKey key)

@@ -66,6 +66,8 @@ private:
     template <class Predicate>
     InputTarget firstUsable(Predicate isIt);
     InputTarget plainKeyOwner(PlainKey key);
+    /// Marks an object that has no hot key; answers whether it has one.
+    static bool findsHotKeys(ObjectNode& node);
     static void press(IVexControlBase& control, const WeakNode& node);
     static void pressByHotKey(SkinObjectCore& core, const WeakNode& node, const KeyFact& key);
 
@@ -73,6 +75,10 @@ private:
     const MessageRegistry& m_registry;
     SceneWindow& m_window;
     std::vector<WeakNode> m_chosen; // of each group
+    // Objects without hot keys are marked so, for the next keys to pass them by. The marks hold until somebody anywhere
+    // comes to a hot key.
+    static constexpr std::uint64_t kNever = ~std::uint64_t{0};
+    std::uint64_t m_marksAreOf = kNever; // the hotkeyRevision()
 };
 
 } // namespace ambrel
