@@ -9,6 +9,8 @@ namespace {
 
 constexpr int kExtension = 0x21;
 constexpr int kGraphicControl = 0xF9;
+constexpr int kPlainText = 0x01;
+constexpr int kApplication = 0xFF;
 constexpr int kImage = 0x2C;
 
 std::size_t colourTableLength(int flags)
@@ -36,9 +38,45 @@ GifDisposal disposalOf(int flags)
     case 2:
         return GifDisposal::ClearToBackground;
     case 3:
+    case 4: // some writers set the third bit instead of the third value
         return GifDisposal::RestorePrevious;
     default:
         return GifDisposal::Keep;
+    }
+}
+
+GifFrame frameWithoutControl()
+{
+    return {{}, delayOf(0), GifDisposal::Keep};
+}
+
+/// How often the frames are shown, from an extension of an application at `at`; the former answer when it is another's.
+/// The number stored is that of repetitions after the first time, as players have it.
+int playsOf(const ByteReader& in, std::size_t at, int former)
+{
+    constexpr std::size_t kNameLength = 11;
+    constexpr int kRepetitions = 1;
+    const bool isOurs = in.startsWith("NETSCAPE2.0", at + 3) || in.startsWith("ANIMEXTS1.0", at + 3);
+    const std::size_t block = at + 3 + kNameLength;
+    if (!isOurs || in.u8(at + 2) != static_cast<int>(kNameLength) || in.u8(block) < 3 ||
+        in.u8(block + 1) != kRepetitions || !in.isInside(block, 4))
+        return former;
+    const int repetitions = in.u16le(block + 2);
+    return repetitions == 0 ? 0 : repetitions + 1;
+}
+
+/// What an extension at `at` says about the next frame or the whole animation.
+void readExtension(const ByteReader& in, std::size_t at, GifFrame& next, GifLayout& layout)
+{
+    constexpr int kControlLength = 4;
+    const int kind = in.u8(at + 1);
+    if (kind == kGraphicControl && in.u8(at + 2) >= kControlLength) {
+        next.disposal = disposalOf(in.u8(at + 3));
+        next.delayMs = delayOf(in.u16le(at + 4));
+    } else if (kind == kPlainText) { // nobody draws it; what stood before it was said about it
+        next = frameWithoutControl();
+    } else if (kind == kApplication) {
+        layout.plays = playsOf(in, at, layout.plays);
     }
 }
 
@@ -49,22 +87,18 @@ std::optional<GifLayout> readGifLayout(std::span<const std::uint8_t> bytes)
     const ByteReader in(bytes);
     if (!in.isInside(0, 13) || (!in.startsWith("GIF87a") && !in.startsWith("GIF89a")))
         return std::nullopt;
-    GifLayout layout{{in.u16le(6), in.u16le(8)}, {}};
+    GifLayout layout;
+    layout.canvas = {in.u16le(6), in.u16le(8)};
     std::size_t at = 13 + colourTableLength(in.u8(10));
-    GifFrame next;
-    next.delayMs = delayOf(0);
+    GifFrame next = frameWithoutControl();
     while (in.isInside(at, 2) && layout.frames.size() < kMaxGifFrames) {
         if (in.u8(at) == kExtension) {
-            if (in.u8(at + 1) == kGraphicControl) {
-                next.disposal = disposalOf(in.u8(at + 3));
-                next.delayMs = delayOf(in.u16le(at + 4));
-            }
+            readExtension(in, at, next, layout);
             at = skipBlocks(in, at + 2);
         } else if (in.u8(at) == kImage && in.isInside(at, 10)) {
             next.area = Rect::at({in.u16le(at + 1), in.u16le(at + 3)}, {in.u16le(at + 5), in.u16le(at + 7)});
             layout.frames.push_back(next);
-            next = {};
-            next.delayMs = delayOf(0);
+            next = frameWithoutControl();
             at = skipBlocks(in, at + 10 + colourTableLength(in.u8(at + 9)) + 1); // one byte more: the code size
         } else {
             break;

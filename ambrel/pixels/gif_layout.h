@@ -22,6 +22,7 @@ struct GifFrame {
 struct GifLayout {
     Size canvas;
     std::vector<GifFrame> frames;
+    int plays = 1; // how often the frames are shown; 0 means for ever
 };
 
 /// More frames than this are not read.

@@ -98,6 +98,40 @@ TEST(GifLayoutTest, FramesHaveTheirPlaceTheirDelayAndTheirEnd)
     EXPECT_EQ(layout->frames[1].delayMs, 100); // none given
 }
 
+/// A frame of one pixel with what stands before it.
+Bytes gifOf(const std::string& extensions)
+{
+    return bytesOf(std::string("GIF89a\x01\0\x01\0\0\0\0", 13) + extensions +
+                   std::string("\x2C\0\0\0\0\x01\0\x01\0\0\x02\x02\x44\x01\0\x3B", 16));
+}
+
+TEST(GifLayoutTest, AnAnimationIsShownOnceUnlessItSaysHowOftenItIsRepeated)
+{
+    const auto plays = [](const std::string& name, const std::string& block) {
+        const auto layout = readGifLayout(gifOf("\x21\xFF\x0B" + name + block));
+        EXPECT_EQ(layout->frames.size(), 1u);
+        return layout->plays;
+    };
+    EXPECT_EQ(readGifLayout(twoFrameGif())->plays, 1);
+    EXPECT_EQ(plays("NETSCAPE2.0", std::string("\x03\x01\0\0\0", 5)), 0) << "for ever";
+    EXPECT_EQ(plays("NETSCAPE2.0", std::string("\x03\x01\x02\x01\0", 5)), 0x103);
+    EXPECT_EQ(plays("ANIMEXTS1.0", std::string("\x03\x01\x01\0\0", 5)), 2);
+    EXPECT_EQ(plays("NETSCAPE2.0", std::string("\x03\x02\x01\0\0", 5)), 1) << "another number of the same program";
+    EXPECT_EQ(plays("OTHERS  1.0", std::string("\x03\x01\0\0\0", 5)), 1);
+}
+
+TEST(GifLayoutTest, WhatIsSaidOfAFrameIsReadAsPlayersDo)
+{
+    const auto frame = [](const std::string& extensions) { return readGifLayout(gifOf(extensions))->frames.at(0); };
+    const std::string control("\x21\xF9\x04\x10\x02\0\0\0", 8);
+    EXPECT_EQ(frame(control).delayMs, 20) << "the shortest that is kept";
+    EXPECT_EQ(frame(control).disposal, GifDisposal::RestorePrevious);
+    EXPECT_EQ(frame(std::string("\x21\xF9\x04\x0C\x01\0\0\0", 8)).delayMs, 100);
+    EXPECT_EQ(frame(std::string("\x21\xF9\x02\x0C\x09\0", 6)).delayMs, 100) << "too short to say anything";
+    EXPECT_EQ(frame(control + std::string("\x21\x01\x01\x20\0", 5)).disposal, GifDisposal::Keep)
+        << "it was said of a text";
+}
+
 TEST(GifComposerTest, AClearedFrameLeavesNothingAndAKeptOneStays)
 {
     const Pixel red = packPixel(255, 255, 0, 0);
