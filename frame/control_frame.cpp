@@ -184,6 +184,9 @@ void ControlFrame::registerWindowMessage(UINT message)
     m_registered.add(message);
     VARIANT_BOOL done = VARIANT_FALSE;
     root->RegisterMessage(message, &self(), VARIANT_FALSE, &done);
+    // The call may have taken the control out of this window before it was registered there.
+    if (m_host.root != root || !m_registered.contains(message))
+        root->UnRegisterMessage(message, &self(), &done);
 }
 
 void ControlFrame::unregisterWindowMessages(IAmbrel* root)

@@ -22,7 +22,7 @@ ComPtr<IVexPicture> loadPicture(BSTR path)
     return picture;
 }
 
-Size pictureSize(IVexPicture* picture)
+Size pictureSize(ComPtr<IVexPicture> picture)
 {
     short width = 0;
     short height = 0;
@@ -45,13 +45,14 @@ bool FrameStrip::load(BSTR path, int frameCount, bool isHorizontal)
     return true;
 }
 
-TemporarySection::TemporarySection(IVexPicture& picture, const Rect& source)
+TemporarySection::TemporarySection(ComPtr<IVexPicture> picture, const Rect& source) : m_picture(std::move(picture))
 {
-    CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), m_section.putVoid());
+    if (m_picture)
+        CoCreateInstance(kClsidImage, nullptr, CLSCTX_INPROC_SERVER, iidOf<IVexImageBase>(), m_section.putVoid());
     if (!m_section)
         return;
     SkinRect rect = toSkinRect(source);
-    m_section->put_ImageObj(&picture);
+    m_section->put_ImageObj(m_picture.get());
     m_section->put_rect(&rect);
     m_section->BuildPerPixImage();
 }

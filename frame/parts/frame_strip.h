@@ -14,15 +14,18 @@ namespace morvane {
 /// A picture loaded from a file and named with its path; null when it cannot be read or decoded.
 ComPtr<IVexPicture> loadPicture(BSTR path);
 
-/// In pixels; empty for null.
-Size pictureSize(IVexPicture* picture);
+/// In pixels; empty for null. The picture is held while it is asked: its owner may replace it meanwhile.
+Size pictureSize(ComPtr<IVexPicture> picture);
 
-/// An image section that shows a part of a picture for the length of one drawing; the picture outlives it.
+/// An image section that shows a part of a picture for the length of one drawing.
 class TemporarySection {
 public:
-    TemporarySection(IVexPicture& picture, const Rect& source);
+    TemporarySection(ComPtr<IVexPicture> picture, const Rect& source);
     /// Shows the whole picture.
-    explicit TemporarySection(IVexPicture& picture) : TemporarySection(picture, Rect::at({}, pictureSize(&picture))) {}
+    explicit TemporarySection(const ComPtr<IVexPicture>& picture)
+        : TemporarySection(picture, Rect::at({}, pictureSize(picture)))
+    {
+    }
     TemporarySection(const TemporarySection&) = delete;
     TemporarySection& operator=(const TemporarySection&) = delete;
     ~TemporarySection();
@@ -32,6 +35,7 @@ public:
     void draw(const DcPainter& painter, const Rect& rect) const;
 
 private:
+    ComPtr<IVexPicture> m_picture; // the control may have another one by the end of the drawing
     ComPtr<IVexImageBase> m_section;
 };
 
@@ -45,18 +49,18 @@ public:
 
     Size frameSize() const { return morvane::frameSize(geometry()); }
     /// The whole strip's width, all frames.
-    int fullWidth() const { return pictureSize(m_picture.get()).width; }
+    int fullWidth() const { return pictureSize(m_picture).width; }
 
     /// Draws the frame of a state on a render device or, through a DcPainter, on a device context.
     template <class Target>
     void draw(Target& target, const Rect& rect, int state) const
     {
-        if (m_picture)
-            TemporarySection(*m_picture, frameRect(geometry(), state)).draw(target, rect);
+        if (const ComPtr<IVexPicture> picture = m_picture)
+            TemporarySection(picture, frameRect(geometry(), state)).draw(target, rect);
     }
 
 private:
-    FrameStripGeometry geometry() const { return {pictureSize(m_picture.get()), m_frameCount, m_isHorizontal}; }
+    FrameStripGeometry geometry() const { return {pictureSize(m_picture), m_frameCount, m_isHorizontal}; }
 
     ComPtr<IVexPicture> m_picture;
     std::wstring m_path;

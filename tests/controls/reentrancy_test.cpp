@@ -29,6 +29,29 @@ void notify(IVexControlBase& control, VexMsgID id, std::int64_t first = 0)
     notify(control, {id, 0, first, 50, 40, 0, 0, VARIANT_FALSE});
 }
 
+/// Pictures of the application, as far as the class takes any: from a file and from a handle.
+void givePictures(IVexControlBase& control, const wchar_t* file, std::int64_t handle)
+{
+    const ComPtr<IVexControlBase> held(&control);
+    const Bstr path(file);
+    VARIANT_BOOL done = VARIANT_FALSE;
+    if (const auto button = held.as<ICmdButton>()) {
+        button->SetGraphicshIcon(handle, 0, 0);
+        button->SetGraphicsFilePath(path.get(), 0, 0, 4, VARIANT_TRUE);
+    } else if (const auto box = held.as<IVexCheckBox>()) {
+        box->SetGraphics(handle, VARIANT_TRUE);
+    } else if (const auto radio = held.as<IRadioBox>()) {
+        radio->SetChildWndImage(path.get(), 5, 5);
+        radio->SetBlinkImage(path.get());
+        radio->SetGraphicsFilePath(path.get(), 0, 0, 4, VARIANT_TRUE);
+        for (int state = 0; state < 4; ++state)
+            radio->SetGraphicsBmp(static_cast<VEX_RADIOBOXSTATE>(state), VARIANT_FALSE, handle, &done);
+    } else if (const auto form = held.as<IUIFormObj>()) {
+        IVexRenderImage* lent = nullptr;
+        form->SetBackBitmap(handle, &lent);
+    }
+}
+
 /// A host in which every picture, style and image that a control can draw is there.
 class World {
 public:
@@ -49,7 +72,7 @@ public:
         fillIn(base);
         notify(*control, VEXSM_INITOBJECT);
         notify(*control, VEXSM_FINALCREATE);
-        use();
+        givePictures(*control, L"picture.png", 0x1234);
         host.takeLog();
     }
 
@@ -107,25 +130,6 @@ private:
             fits->value = VARIANT_TRUE;
     }
 
-    /// Images of the application, as far as the class takes any.
-    void use()
-    {
-        const Bstr path(L"picture.png");
-        if (const auto button = control.as<ICmdButton>()) {
-            button->SetGraphicshIcon(0x1234, 0, 0);
-        } else if (const auto box = control.as<IVexCheckBox>()) {
-            box->SetGraphics(0x1234, VARIANT_TRUE);
-        } else if (const auto radio = control.as<IRadioBox>()) {
-            VARIANT_BOOL done = VARIANT_FALSE;
-            radio->SetChildWndImage(path.get(), 5, 5);
-            for (int state = 0; state < 4; ++state)
-                radio->SetGraphicsBmp(static_cast<VEX_RADIOBOXSTATE>(state), VARIANT_FALSE, 0x1234, &done);
-        } else if (const auto form = control.as<IUIFormObj>()) {
-            IVexRenderImage* lent = nullptr;
-            form->SetBackBitmap(0x1234, &lent);
-        }
-    }
-
     const ControlClass& m_class;
     testing::Root* m_root = nullptr; // stays in memory with the ledger
     ComPtr<BaseObject> m_form = host.ledger.make<BaseObject>();
@@ -167,6 +171,12 @@ std::vector<NamedStep> stimuli()
         {"draw", drawIt},
         {"configured", notification(VEXSM_ACCESSCONFIGED, 1)},
         {"disabled", notification(VEXSM_ENABLEOBJECT, 0)},
+        {"created anew",
+         [](World&, IVexControlBase& control) {
+             const ComPtr<IVexControlBase> held(&control);
+             notify(control, VEXSM_DESTROYING);
+             notify(control, VEXSM_FINALCREATE);
+         }},
         {"right click", [](World&, IVexControlBase& control) {
              notify(control, {VexMsgID{}, WM_RBUTTONUP, 0, MAKELPARAM(50, 40), 0, 0, 0, VARIANT_FALSE});
          }}};
@@ -183,6 +193,8 @@ const NamedStep kInside[] = {
     {"clicked", notification(VEXSM_LBUTTONUP)},
     {"painted", renderIt},
     {"created again", notification(VEXSM_FINALCREATE)},
+    {"given other pictures", [](World&, IVexControlBase& control) { givePictures(control, L"other.png", 0x5678); }},
+    {"deprived of its pictures", [](World&, IVexControlBase& control) { givePictures(control, L"missing.png", 0); }},
     {"taken out of its window",
      [](World& world, IVexControlBase& control) {
          notify(control, VEXSM_DESTROYING);

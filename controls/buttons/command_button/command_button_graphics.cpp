@@ -47,7 +47,7 @@ ComPtr<IVexImageBase> sectionForFile(IVexRes& res, BSTR path, bool& loaded)
     loaded = picture && SUCCEEDED(picture->ImportFile(path, &imported)) && imported != VARIANT_FALSE;
     if (!loaded)
         return section;
-    SkinRect whole = toSkinRect(Rect::at({}, pictureSize(picture.get())));
+    SkinRect whole = toSkinRect(Rect::at({}, pictureSize(picture)));
     section->put_ImageObj(picture.get());
     section->BuildPerPixImage();
     section->StretchAll(VARIANT_TRUE);

@@ -31,14 +31,14 @@ Rect CRadioBox::graphicRect(const Rect& control, Size natural) const
 
 Rect CRadioBox::childImageRect(const Rect& control) const
 {
-    const Size size = pictureSize(m_child.picture.get());
+    const Size size = pictureSize(m_child.picture);
     return Rect::at({control.right - m_child.rightSpace - size.width, control.top + m_child.offsetY}, size);
 }
 
 void CRadioBox::drawBackground(IVexRenderDC& dc, const Rect& control)
 {
     if (showsBlinkPicture())
-        TemporarySection(*m_blinkPicture).draw(dc, control);
+        TemporarySection(m_blinkPicture).draw(dc, control);
     else if (m_properties.drawsColor.isSet())
         currentLook().color.fill(dc, control);
     else
@@ -74,7 +74,7 @@ void CRadioBox::render(IVexRenderDC& dc)
     if (!text.empty())
         currentLook().textStyle.draw(dc, textRect(control), text);
     if (m_child.isSet && m_child.picture)
-        TemporarySection(*m_child.picture).draw(dc, childImageRect(control));
+        TemporarySection(m_child.picture).draw(dc, childImageRect(control));
     drawFocusMark(dc);
 }
 
@@ -101,7 +101,7 @@ HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
     Look& look = currentLook();
 
     if (showsBlinkPicture())
-        TemporarySection(*m_blinkPicture).draw(painter, control);
+        TemporarySection(m_blinkPicture).draw(painter, control);
     else if (m_properties.drawsColor.isSet())
         painter.fillColor(look.color.value(), control);
     else if (const ComPtr<IVexImageBase> back = look.back.section())
@@ -116,7 +116,7 @@ HRESULT CRadioBox::drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result)
     if (style && !text.empty())
         painter.drawText(*style, text, textRect(control));
     if (m_child.isSet && m_child.picture)
-        TemporarySection(*m_child.picture).draw(painter, childImageRect(control));
+        TemporarySection(m_child.picture).draw(painter, childImageRect(control));
     *result = VARIANT_TRUE;
     return S_OK;
 }
