@@ -4,6 +4,7 @@
 #include "host/windows_headers.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace morvane {
@@ -29,17 +30,17 @@ public:
 
     void stop() noexcept
     {
-        const UINT_PTR id = std::exchange(m_id, 0);
+        const auto id = std::exchange(m_id, std::nullopt);
         if (const HWND window = std::exchange(m_window, nullptr))
-            KillTimer(window, id);
+            KillTimer(window, *id);
     }
 
-    /// 0 while stopped.
-    UINT_PTR id() const noexcept { return m_id; }
+    /// Whether a tick of that number is this timer's; none is while it is stopped. Any number names a timer, 0 too.
+    bool ticksAs(UINT_PTR id) const noexcept { return m_id == id; }
 
 private:
     HWND m_window = nullptr;
-    UINT_PTR m_id = 0;
+    std::optional<UINT_PTR> m_id;
 };
 
 } // namespace morvane

@@ -52,6 +52,19 @@ TEST_F(ButtonTest, APinnedStateStaysUntilTheNormalOneReleasesIt)
     EXPECT_EQ(look(), "Normal");
 }
 
+TEST_F(ButtonTest, InTheDesignerTheStateIsTheOneThatWasSetUnlessItIsDisabled)
+{
+    button->SetButtonState(VEX_BTN_HOT);
+    button->SetButtonState(VEX_BTN_NORMAL);
+    res->designStatus = VARIANT_TRUE;
+    button.base->leftButtonDown = VARIANT_TRUE;
+    EXPECT_EQ(look(), "Normal") << "nothing is worked out";
+    button.base->enabled = VARIANT_FALSE;
+    EXPECT_EQ(look(), "Disabled");
+    button.base->enabled = VARIANT_TRUE;
+    EXPECT_EQ(look(), "Disabled") << "as it was drawn last";
+}
+
 TEST_F(ButtonTest, FocusFollowsTheNotificationsAndTheRoot)
 {
     notify(button, VEXSM_ONSETFOCUS);

@@ -130,5 +130,19 @@ TEST_F(RadioBoxDrawingTest, ATextThatIsSetFitsTheBoxWhenAskedTo)
     EXPECT_EQ(box.base->position.horzPos.nWidth_Height, 28 + 4 + 12 + 2 + 3);
 }
 
+TEST_F(RadioBoxDrawingTest, ASizeChangeFitsItOnlyWhenRectangleOrTextChanged)
+{
+    box.property<BoolObject>(L"AutoResize", L"IsEnableAutoSize").value = VARIANT_TRUE;
+    giveStyle(box, L"Unchecked.Normal");
+    notify(box, VEXSM_SIZE);
+    EXPECT_EQ(log(), Log({"position", "resize"}));
+    box.base->position = {};
+    notify(box, VEXSM_SIZE);
+    EXPECT_EQ(log(), Log());
+    box.base->rect.right += 1;
+    notify(box, VEXSM_SIZE);
+    EXPECT_EQ(log(), Log({"position", "resize"})) << "its text may wrap elsewhere now";
+}
+
 } // namespace
 } // namespace morvane

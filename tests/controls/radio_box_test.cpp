@@ -238,6 +238,23 @@ TEST_F(BlinkTest, DestructionAndTheLastReleaseKillTheTimer)
     EXPECT_FALSE(takeTimer(9));
 }
 
+TEST_F(BlinkTest, ABoxThatIsCreatedAnewDoesNotBlink)
+{
+    box->SetBlinkImage(Bstr(L"alarm.png").get());
+    box->StartBlink(7, 500);
+    notify(box, VEXSM_DESTROYING);
+    notify(box, VEXSM_FINALCREATE);
+    EXPECT_FALSE(showsBlinkPicture()) << "nothing would ever take the picture away";
+}
+
+TEST_F(BlinkTest, ZeroIsATimerNumberLikeOthers)
+{
+    box->SetBlinkImage(Bstr(L"alarm.png").get());
+    box->StartBlink(0, 500);
+    EXPECT_EQ(notify(box, VEXSM_TIMER, 0), kHandled);
+    EXPECT_FALSE(showsBlinkPicture());
+}
+
 TEST_F(BlinkTest, TheTimerIsKilledOnTheWindowItWasStartedOn)
 {
     box->StartBlink(7, 500);

@@ -396,5 +396,18 @@ TEST_F(RadioGroupTest, ABoxWhoseWindowComesLaterLetsTheGroupTellIt)
     EXPECT_EQ(host.entriesOf("message"), Log({"message 3025 3 second"}));
 }
 
+TEST_F(RadioGroupTest, AGroupWhoseWindowIsGoneTellsTheOneItsBoxesHaveNow)
+{
+    auto former = std::make_unique<testing::HostWindow>();
+    host.root->window = former->handle();
+    Box& first = makeBox(L"first", 3);
+    former.reset();
+    host.root->window = host.window.handle();
+    notify(first, VEXSM_ACCESSCONFIGED, 1);
+    log();
+    click(first);
+    EXPECT_EQ(host.entriesOf("message"), Log({"message 3025 3 first"}));
+}
+
 } // namespace
 } // namespace morvane

@@ -103,12 +103,15 @@ void CRadioBox::joinGroup()
     const long id = ownId != 0 ? ownId : static_cast<long>(reinterpret_cast<std::intptr_t>(parent.get()) & 0xFFFFFFFF);
     ComPtr<ISkinObjResBase> root;
     inner->GetRoot(root.put());
-    m_group = CVexRadioGroup::find(root.get(), id);
-    if (!m_group)
-        m_group = groupOfSiblings(*parent, id);
-    if (!m_group)
-        m_group = CVexRadioGroup::make(root.get(), id, host().window);
-    m_group->AddObject(this);
+    ComPtr<IVexRadioGroup> group = CVexRadioGroup::find(root.get(), id);
+    if (!group)
+        group = groupOfSiblings(*parent, id);
+    if (m_group)
+        return; // joined while the others were asked
+    if (!group)
+        group = CVexRadioGroup::make(root.get(), id, host().window);
+    m_group = group;
+    group->AddObject(this); // asks for names: the box may leave meanwhile
 }
 
 /// The group of another radio box of the parent that has the number as its own.
@@ -212,7 +215,7 @@ Handled CRadioBox::onAccessConfigured(bool isRead)
 
 Handled CRadioBox::onDestroying()
 {
-    m_blinkTimer.stop();
+    stopBlinking();
     leaveGroups();
     return Control::onDestroying();
 }
@@ -296,7 +299,7 @@ Handled CRadioBox::onSize()
 
 Handled CRadioBox::onTimer(UINT_PTR id)
 {
-    if (m_blinkTimer.id() == 0 || id != m_blinkTimer.id())
+    if (!m_blinkTimer.ticksAs(id))
         return Handled::No;
     m_isBlinkOn = !m_isBlinkOn;
     redraw();
@@ -359,13 +362,14 @@ void CRadioBox::fitToText(Fit when)
     IVexControlBase* const inner = innerBase();
     if (!inner || !m_properties.autoSize.isEnabled())
         return;
+    const Rect control = ownRect();
     const Bstr text = m_properties.caption.text.value();
-    const FittedTo now{static_cast<int>(text.view().size()), boxSize().width};
+    const FittedTo now{control.size(), static_cast<int>(text.view().size())};
     if (when == Fit::WhereChanged && now == m_fitted)
         return;
     m_fitted = now;
     const ComPtr<IVexTextStyle> style = currentLook().textStyle.style();
-    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), now.boxWidth);
+    m_properties.autoSize.apply(*inner, control, text, style.get(), boxSize().width);
 }
 
 STDMETHODIMP CRadioBox::SetData(std::int64_t data) noexcept
@@ -391,11 +395,16 @@ STDMETHODIMP CRadioBox::StartBlink(short timerId, short intervalMs) noexcept
     });
 }
 
+void CRadioBox::stopBlinking()
+{
+    m_blinkTimer.stop();
+    m_isBlinkOn = false;
+}
+
 STDMETHODIMP CRadioBox::StopBlink() noexcept
 {
     return guarded([&] {
-        m_blinkTimer.stop();
-        m_isBlinkOn = false;
+        stopBlinking();
         redraw();
     });
 }

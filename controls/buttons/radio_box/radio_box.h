@@ -119,8 +119,8 @@ private:
     };
 
     struct FittedTo {
-        int textLength = -1;
-        int boxWidth = 0;
+        Size control{-1, -1};
+        int textLength = 0;
         friend bool operator==(const FittedTo&, const FittedTo&) = default;
     };
 
@@ -136,6 +136,7 @@ private:
     ComPtr<IVexRadioGroup> groupOfSiblings(ISkinObjResBase& parent, long id);
     void leaveOwnGroup();
     void leaveGroups();
+    void stopBlinking();
     void fitToText(Fit when = Fit::Always);
     Rect childImageRect(const Rect& control) const;
     /// Whether the pointer is on the clickable picture.

@@ -107,7 +107,10 @@ STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
 /// Names are asked for when they matter: a box joins before the application has named it.
 RadioMember* CVexRadioGroup::memberNamed(std::wstring_view name) const
 {
-    return m_members.find([&](RadioMember* member) { return nameOf(member->box()).view() == name; });
+    return m_members.find([&](RadioMember* member) {
+        const ComPtr<RadioMember> held(member);
+        return nameOf(held->box()).view() == name;
+    });
 }
 
 /// A box that was checked elsewhere becomes the checked one here, or gives way to the one there is.
@@ -153,7 +156,7 @@ STDMETHODIMP CVexRadioGroup::SetRadio(IRadioBox* box) noexcept
             member->changeValue(true);
         if (!isStillChosen())
             return S_OK;
-        if (!m_window)
+        if (!IsWindow(m_window))
             m_window = member->hostWindow();
         SendMessageW(m_window, kGroupSelectionChanged, static_cast<WPARAM>(m_id),
                      reinterpret_cast<LPARAM>(&member->box()));

@@ -50,7 +50,7 @@ private:
 
     RadioMembers<RadioMember> m_members;
     long m_id = 0;
-    HWND m_window = nullptr;    // of the first member that had one
+    HWND m_window = nullptr;    // of the first member that had one; another's once it is gone
     IUnknown* m_root = nullptr; // what the group is found by; never called
 };
 

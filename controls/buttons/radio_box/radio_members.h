@@ -19,12 +19,15 @@ public:
         return std::find(m_members.begin(), m_members.end(), member) != m_members.end();
     }
 
-    /// The first that the predicate is true for, or null.
+    /// The first that the predicate is true for, or null. While it is asked members may come and go: one that has left
+    /// is neither asked nor found.
     template <class Predicate>
     Member* find(Predicate isIt) const
     {
-        const auto found = std::find_if(m_members.begin(), m_members.end(), isIt);
-        return found == m_members.end() ? nullptr : *found;
+        const std::vector<Member*> candidates = m_members;
+        const auto found = std::find_if(candidates.begin(), candidates.end(),
+                                        [&](Member* member) { return has(member) && isIt(member) && has(member); });
+        return found == candidates.end() ? nullptr : *found;
     }
 
     /// One that was current leaves the group without any.

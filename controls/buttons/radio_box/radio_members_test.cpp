@@ -2,11 +2,13 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
+
 using namespace morvane;
 
 namespace {
 struct Box {
-    int number;
+    int number = -1;
 };
 } // namespace
 
@@ -20,6 +22,37 @@ TEST(RadioMembersTest, MembersAreFoundByWhatTheyAre)
     EXPECT_FALSE(members.has(&second));
     EXPECT_EQ(members.find([](const Box* box) { return box->number == 1; }), &first);
     EXPECT_EQ(members.find([](const Box* box) { return box->number == 2; }), nullptr);
+}
+
+TEST(RadioMembersTest, MembersMayComeAndGoWhileOneIsLookedFor)
+{
+    std::vector<std::unique_ptr<Box>> boxes;
+    for (int number = 0; number < 4; ++number)
+        boxes.push_back(std::make_unique<Box>(Box{number}));
+    RadioMembers<Box> members;
+    for (const auto& box : boxes)
+        members.add(box.get());
+    const auto letGo = [&](std::size_t index) {
+        members.remove(boxes[index].get());
+        boxes[index].reset();
+    };
+    Box late[64];
+    const Box* const found = members.find([&](const Box* box) {
+        if (box->number == 0) {
+            letGo(1); // before it is its turn
+            for (Box& other : late)
+                members.add(&other);
+        }
+        return box->number == 3;
+    });
+    EXPECT_EQ(found, boxes[3].get());
+    EXPECT_EQ(members.find([&](const Box* box) {
+        if (box != boxes[3].get())
+            return false;
+        letGo(3); // while it is asked
+        return true;
+    }),
+              nullptr);
 }
 
 TEST(RadioMembersTest, TheCurrentMemberLeavesTheGroupWithoutOne)
