@@ -144,11 +144,8 @@ public:
     STDMETHODIMP DrawPreview(hyper dc, SkinRect* rect) noexcept override;
     STDMETHODIMP DestroyBmpPerPixel() noexcept override;
     STDMETHODIMP GetVexRenderDC(IVexRenderDC** result) noexcept override;
-    // Objects are drawn into their window's surface and have no canvas of their own.
-    STDMETHODIMP SetHaveCanvas(VARIANT_BOOL, VEX_HAVECANVASFLAGES, VARIANT_BOOL* result) noexcept override
-    {
-        return notImplemented(result);
-    }
+    // Kept for the skin: objects are drawn into their window's surface, a canvas of their own would show the same.
+    STDMETHODIMP SetHaveCanvas(VARIANT_BOOL has, VEX_HAVECANVASFLAGES flags, VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP IsHaveCanvas(VEX_HAVECANVASFLAGES* flags, VARIANT_BOOL* result) noexcept override;
     // A list of pictures that an application lays over the control; drawn after it, before its children.
     STDMETHODIMP AddFillColor(IFillColor* fill, SkinRect rect) noexcept override;
@@ -178,6 +175,8 @@ private:
         ComPtr<IVexHotkey> hotkeys[2];
         bool pressedByBackspace = false;
         bool pressedByEnter = false;
+        bool hasCanvas = false;
+        VEX_HAVECANVASFLAGES canvasFlags = VEX_HCF_NONE;
         hyper renderDevice = 0;
     };
     class DisplayList;

@@ -78,12 +78,29 @@ STDMETHODIMP BaseObject::GetVexRenderDC(IVexRenderDC** result) noexcept
     });
 }
 
+STDMETHODIMP BaseObject::SetHaveCanvas(VARIANT_BOOL has, VEX_HAVECANVASFLAGES flags, VARIANT_BOOL* result) noexcept
+{
+    return morvane::filling(result, [&](VARIANT_BOOL& changed) {
+        if (flags != VEX_HCF_NONE && flags != VEX_HCF_RESIZING && flags != VEX_HCF_ALWAYS)
+            return E_INVALIDARG;
+        const bool wanted = has != VARIANT_FALSE;
+        const Belongings none;
+        const Belongings& known = m_belongings ? *m_belongings : none;
+        if (known.hasCanvas == wanted && known.canvasFlags == flags)
+            return S_FALSE;
+        belongings().hasCanvas = wanted;
+        belongings().canvasFlags = flags;
+        changed = VARIANT_TRUE;
+        return S_OK;
+    });
+}
+
 STDMETHODIMP BaseObject::IsHaveCanvas(VEX_HAVECANVASFLAGES* flags, VARIANT_BOOL* result) noexcept
 {
     if (!flags)
         return E_POINTER;
-    *flags = VEX_HCF_NONE;
-    return notImplemented(result);
+    *flags = m_belongings ? m_belongings->canvasFlags : VEX_HCF_NONE;
+    return returning(result, [&] { return m_belongings && m_belongings->hasCanvas; });
 }
 
 // --- the application's own pictures

@@ -330,8 +330,16 @@ TEST_F(BaseObjectTest, WhatThisRuntimeDoesNotHaveIsNotCalledSuccess)
 {
     auto control = make(L"control");
     VARIANT_BOOL answer = VARIANT_TRUE;
-    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_ALWAYS, &answer), E_NOTIMPL);
+    VEX_HAVECANVASFLAGES flags = VEX_HCF_ALWAYS;
+    EXPECT_EQ(control->IsHaveCanvas(&flags, &answer), S_OK);
     EXPECT_EQ(answer, VARIANT_FALSE);
+    EXPECT_EQ(flags, VEX_HCF_NONE);
+    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, static_cast<VEX_HAVECANVASFLAGES>(2), &answer), E_INVALIDARG);
+    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_RESIZING, &answer), S_OK);
+    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_RESIZING, &answer), S_FALSE);
+    EXPECT_EQ(control->IsHaveCanvas(&flags, &answer), S_OK);
+    EXPECT_EQ(answer, VARIANT_TRUE);
+    EXPECT_EQ(flags, VEX_HCF_RESIZING);
     IDispatch* root = nullptr;
     EXPECT_EQ(control->GetAmbrel(&root), S_FALSE);
     hyper window = 1;

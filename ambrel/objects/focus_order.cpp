@@ -24,9 +24,12 @@ public:
     Round(ObjectNode& root, const ObjectNode* from, bool forward) : m_from(from)
     {
         visit(root, true);
-        if (!m_passed)
-            m_place = 0;
-        std::rotate(m_stops.begin(), m_stops.begin() + static_cast<std::ptrdiff_t>(m_place), m_stops.end());
+        if (m_isOrdered)
+            std::stable_sort(m_stops.begin(), m_stops.end(),
+                             [](ObjectNode* a, ObjectNode* b) { return place(*a) < place(*b); });
+        const auto left = std::find(m_stops.begin(), m_stops.end(), from);
+        if (left != m_stops.end())
+            std::rotate(m_stops.begin(), m_stops.erase(left), m_stops.end());
         if (!forward)
             std::reverse(m_stops.begin(), m_stops.end());
     }
@@ -44,11 +47,9 @@ private:
     void visit(ObjectNode& node, bool parentOpen)
     {
         const bool open = parentOpen && isOpen(node);
-        if (&node == m_from) {
-            m_passed = true;
-            m_place = m_stops.size();
-        } else if (open && isStop(node)) {
+        if (&node == m_from || (open && isStop(node))) {
             m_stops.push_back(&node);
+            m_isOrdered = m_isOrdered || node.tabOrder() >= 0;
         }
         // A focused node in a part that was just closed still marks the place where the walk goes on.
         if (!open && !(m_from && node.holds(*m_from)))
@@ -57,10 +58,12 @@ private:
             visit(*child, open);
     }
 
+    /// Those without a place come after all that have one.
+    static std::uint32_t place(const ObjectNode& node) noexcept { return static_cast<std::uint32_t>(node.tabOrder()); }
+
     const ObjectNode* m_from;
-    std::vector<ObjectNode*> m_stops;
-    std::size_t m_place = 0; // of the first stop after `from`
-    bool m_passed = false;
+    std::vector<ObjectNode*> m_stops; // `from` among them until it was found
+    bool m_isOrdered = false;
 };
 
 } // namespace

@@ -52,6 +52,24 @@ private:
     int numberOf(const ObjectNode* node) const { return node ? static_cast<int>(node - nodes.data()) : -1; }
 };
 
+TEST_F(FocusOrderTest, StopsWithAPlaceInTheTabOrderComeFirst)
+{
+    at(4).setTabOrder(1);
+    at(2).setTabOrder(0);
+    at(5).setTabOrder(1);
+    const auto round = [&](bool forward) {
+        std::vector<int> met;
+        for (int i = 0, next = -1; i < 6; ++i)
+            met.push_back(next = tab(next, forward));
+        return met;
+    };
+    EXPECT_EQ(round(true), (std::vector{2, 4, 5, 0, 1, 3}));
+    EXPECT_EQ(round(false), (std::vector{3, 1, 0, 5, 4, 2}));
+    EXPECT_EQ(tab(3), 2) << "around again";
+    at(4).set(NodeFlag::Enabled, false);
+    EXPECT_EQ(tab(4), 5) << "from one that was just disabled, on from its place";
+}
+
 TEST_F(FocusOrderTest, TabStopsOnceInAGroupAtTheChosenMember)
 {
     group(1, {1, 2, 3});

@@ -128,6 +128,9 @@ public:
     bool redraws() const noexcept { return allHave(NodeFlag::Redraws); }
     std::uint8_t opacity() const noexcept { return m_opacity; }
     void setOpacity(std::uint8_t opacity) noexcept { m_opacity = opacity; }
+    /// Its place among the tab stops of the window, from 0; -1 for none: then the tree says where it comes.
+    std::int32_t tabOrder() const noexcept { return m_tabOrder; }
+    void setTabOrder(std::int32_t order) noexcept { m_tabOrder = order; }
 
 private:
     friend class ChildIteration;
@@ -167,6 +170,7 @@ private:
     std::uint32_t m_flags = kInitialFlags;
     std::uint8_t m_opacity = 255;
     std::uint16_t m_nameKey = 0; // where the index of names has it
+    std::int32_t m_tabOrder = -1;
 };
 
 /// Walks over a node's children while what it calls may add, move or remove any of them, or end the node itself: each

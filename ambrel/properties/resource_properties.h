@@ -2,6 +2,7 @@
 #pragma once
 
 #include "ambrel/properties/property.h"
+#include "ambrel/properties/section_images.h"
 #include "host/typed_properties.h"
 
 namespace ambrel {

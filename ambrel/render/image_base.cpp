@@ -16,6 +16,8 @@ using morvane::toRect;
 
 void* ImageBase::findInterface(REFIID iid) noexcept
 {
+    if (iid == kIidSectionImages)
+        return static_cast<SectionImages*>(this);
     return findResourceInterface(iid, kImplementationIid);
 }
 
@@ -43,6 +45,11 @@ void ImageBase::setImageCount(int count)
     ImageSection section = m_section;
     section.imageCount = std::clamp(count, 1, 32767);
     setSection(section);
+}
+
+Size ImageBase::imageSize() const noexcept
+{
+    return imageRect(m_section, m_picture ? m_picture->size() : Size{}, 0).size();
 }
 
 void ImageBase::setPicture(IVexPicture* picture)
@@ -179,11 +186,12 @@ STDMETHODIMP ImageBase::GetHeight(long* result) noexcept
 
 STDMETHODIMP ImageBase::CreateImageSection(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] {
-        identity().name = morvane::viewOf(name);
+    return morvane::filling(result, [&](VARIANT_BOOL& made) {
         if (resources != 0)
-            identity().resources = reinterpret_cast<IVexRes*>(resources);
-        return true;
+            identity().setResources(reinterpret_cast<IVexRes*>(resources));
+        const HRESULT status = identity().rename(*this, morvane::viewOf(name));
+        made = morvane::toVariantBool(SUCCEEDED(status));
+        return status;
     });
 }
 

@@ -1,6 +1,7 @@
 // Image sections as shared resources.
 #pragma once
 
+#include "ambrel/properties/section_images.h"
 #include "ambrel/render/form_cache.h"
 #include "ambrel/render/picture.h"
 #include "ambrel/render/section_drawing.h"
@@ -12,7 +13,7 @@ class RenderDC;
 
 /// IVexImageBase: a section of a picture. Drawing finds the finished form of the last sizes in a cache, so that it
 /// costs one blend and no allocation.
-class ImageBase : public SharedResource<IVexImageBase> {
+class ImageBase : public SharedResource<IVexImageBase>, public SectionImages {
 public:
     static constexpr IID kImplementationIid = {
         0xA87F0D36, 0x91B2, 0x4E74, {0x8C, 0x5A, 0x37, 0xD1, 0x6B, 0xEE, 0x20, 0x94}};
@@ -20,12 +21,18 @@ public:
     ImageBase() : SharedResource(VEXOBJTYPE_IMAGEBASE, L"ImageBase") {}
     void* findInterface(REFIID iid) noexcept;
 
+    // Two bases have them; the instance completes them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override = 0;
+    STDMETHODIMP_(ULONG) AddRef() noexcept override = 0;
+    STDMETHODIMP_(ULONG) Release() noexcept override = 0;
+
     const ImageSection& section() const noexcept { return m_section; }
     void setSection(const ImageSection& section);
 
     /// How many images of equal size lie in the section; RenderDraw's index chooses one.
-    void setImageCount(int count);
-    int imageCount() const noexcept { return m_section.imageCount; }
+    void setImageCount(int count) override;
+    int imageCount() const noexcept override { return m_section.imageCount; }
+    Size imageSize() const noexcept override;
 
     /// The section's own size for one image, in the pixels of a device of that scale; empty without a picture.
     Size naturalSize(Scale scale) const noexcept;

@@ -15,6 +15,8 @@ using morvane::returning;
 void* Picture::findInterface(REFIID iid) noexcept
 {
     if (iid == morvane::iidOf<ISkinWithRealResBase>())
+    if (iid == kIidPictureFrames)
+        return static_cast<PictureFrames*>(this);
         return static_cast<IVexPicture*>(this);
     return findResourceInterface(iid, kImplementationIid);
 }
@@ -25,8 +27,7 @@ bool Picture::loadFromMemory(std::span<const std::uint8_t> bytes)
     if (!decoded)
         return false;
     std::vector<Variant> variants;
-    variants.push_back({100, std::move(*decoded)});
-    m_bytes.assign(bytes.begin(), bytes.end());
+    variants.push_back({100, std::move(*decoded), {bytes.begin(), bytes.end()}});
     m_variants = std::move(variants);
     m_renderImages.clear();
     const auto& delays = m_variants.front().picture.delaysMs;
@@ -42,10 +43,11 @@ bool Picture::loadVariantFromMemory(int percent, std::span<const std::uint8_t> b
     if (!decoded || m_variants.empty() || percent <= 100)
         return false;
     auto place = std::ranges::lower_bound(m_variants, percent, {}, &Variant::percent);
+    Variant variant{percent, std::move(*decoded), {bytes.begin(), bytes.end()}};
     if (place != m_variants.end() && place->percent == percent)
-        place->picture = std::move(*decoded);
+        *place = std::move(variant);
     else
-        m_variants.insert(place, {percent, std::move(*decoded)});
+        m_variants.insert(place, std::move(variant));
     const auto& delays = m_variants.front().picture.delaysMs;
     m_frameTable.delaysMs = delays.data();
     ++m_generation;
@@ -71,6 +73,14 @@ Picture::Frame Picture::frame(Scale scale, int index) const noexcept
 }
 
 Size Picture::size() const noexcept
+std::vector<Picture::Form> Picture::forms() const
+{
+    std::vector<Form> forms;
+    for (const Variant& each : m_variants)
+        forms.push_back({each.percent, each.bytes});
+    return forms;
+}
+
 {
     return m_variants.empty() ? Size{} : m_variants.front().picture.frames.front().size();
 }
@@ -107,7 +117,7 @@ std::wstring pathForScale(const std::wstring& path, int percent)
 
 STDMETHODIMP Picture::ImportFile(BSTR path, VARIANT_BOOL* result) noexcept
 {
-    constexpr int kScales[] = {125, 150, 175, 200, 250, 300};
+    constexpr int kScales[] = {125, 150, 175, 200, 250, 300, 400};
     return returning(result, [&] {
         const std::wstring file(morvane::viewOf(path));
         const auto bytes = readFile(file);
@@ -122,21 +132,22 @@ STDMETHODIMP Picture::ImportFile(BSTR path, VARIANT_BOOL* result) noexcept
 
 STDMETHODIMP Picture::ExportFile(BSTR path, VARIANT_BOOL* result) noexcept
 {
-    return returning(result,
-                     [&] { return !m_bytes.empty() && writeFile(std::wstring(morvane::viewOf(path)), m_bytes); });
+    return returning(result, [&] {
+        return !m_variants.empty() && writeFile(std::wstring(morvane::viewOf(path)), m_variants.front().bytes);
+    });
 }
 
 STDMETHODIMP Picture::GetpByte(unsigned char** result) noexcept
 {
     if (!result)
         return E_POINTER;
-    *result = m_bytes.empty() ? nullptr : m_bytes.data();
-    return m_bytes.empty() ? S_FALSE : S_OK;
+    *result = m_variants.empty() ? nullptr : m_variants.front().bytes.data();
+    return m_variants.empty() ? S_FALSE : S_OK;
 }
 
 STDMETHODIMP Picture::GetlSize(long* result) noexcept
 {
-    return returning(result, [&] { return m_bytes.size(); });
+    return returning(result, [&] { return m_variants.empty() ? 0 : m_variants.front().bytes.size(); });
 }
 
 STDMETHODIMP Picture::Save(BSTR path, VARIANT_BOOL* result) noexcept

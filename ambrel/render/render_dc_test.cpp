@@ -167,7 +167,7 @@ TEST_F(RenderDCTest, ImagesFromHandlesAreKnownByNameAndDrawn)
     EXPECT_EQ(at(20, 10), kRed);
     EXPECT_EQ(at(21, 10), kWhite);
     EXPECT_TRUE(m_device.dropImage(image.get()));
-    EXPECT_FALSE(m_device.dropImage(L"0x00000001"));
+    EXPECT_FALSE(m_device.releaseImage(L"0x00000001"));
     EXPECT_EQ(createRenderImageFromHandle(m_device.handle(), L"x", 5, VEX_PT_BMP, image.put()), E_INVALIDARG);
     EXPECT_EQ(createRenderImageFromHandle(99, L"x", bitmap, VEX_PT_BMP, image.put()), E_INVALIDARG);
 }

@@ -127,27 +127,39 @@ bool RenderDevice::presentLayered(HWND window, Point screenPosition, int opacity
 
 void RenderDevice::keepImage(std::wstring_view name, IVexRenderImage* image)
 {
-    m_images.insert_or_assign(std::wstring(name), morvane::ComPtr(image));
+    NamedImage& place = m_images[std::wstring(name)];
+    place.image = morvane::ComPtr(image);
+    ++place.uses;
 }
 
 morvane::ComPtr<IVexRenderImage> RenderDevice::findImage(std::wstring_view name) const
 {
     const auto found = m_images.find(name);
-    return found != m_images.end() ? found->second : nullptr;
+    return found != m_images.end() ? found->second.image : nullptr;
 }
 
-bool RenderDevice::dropImage(std::wstring_view name)
+morvane::ComPtr<IVexRenderImage> RenderDevice::fetchImage(std::wstring_view name)
+{
+    const auto found = m_images.find(name);
+    if (found == m_images.end())
+        return nullptr;
+    ++found->second.uses;
+    return found->second.image;
+}
+
+bool RenderDevice::releaseImage(std::wstring_view name)
 {
     const auto found = m_images.find(name);
     if (found == m_images.end())
         return false;
-    m_images.erase(found);
+    if (--found->second.uses == 0)
+        m_images.erase(found);
     return true;
 }
 
 bool RenderDevice::dropImage(IVexRenderImage* image)
 {
-    return std::erase_if(m_images, [&](const auto& entry) { return entry.second.get() == image; }) != 0;
+    return std::erase_if(m_images, [&](const auto& entry) { return entry.second.image.get() == image; }) != 0;
 }
 
 } // namespace ambrel

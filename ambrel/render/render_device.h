@@ -61,10 +61,14 @@ public:
     /// Shows the whole surface of a layered window with its alpha, at the given place on the screen.
     bool presentLayered(HWND window, Point screenPosition, int opacity = 255);
 
-    /// Render images by name; a new one of a name replaces the old one.
+    /// Render images by name; a new one of a name replaces the old one. Making and fetching one are uses of its name,
+    /// which is forgotten when all of them were released or its image is dropped.
     void keepImage(std::wstring_view name, IVexRenderImage* image);
     morvane::ComPtr<IVexRenderImage> findImage(std::wstring_view name) const;
-    bool dropImage(std::wstring_view name);
+    /// The same as a use of the name.
+    morvane::ComPtr<IVexRenderImage> fetchImage(std::wstring_view name);
+    /// Ends one use; false when the name is not known.
+    bool releaseImage(std::wstring_view name);
     bool dropImage(IVexRenderImage* image);
 
     /// Contexts that draw for this device and are told when it ends. Throws std::bad_alloc.
@@ -74,11 +78,16 @@ public:
 private:
     static constexpr Pixel kGround = 0xFFF3F4F7;
 
+    struct NamedImage {
+        morvane::ComPtr<IVexRenderImage> image;
+        long uses = 0;
+    };
+
     Scale m_scale;
     bool m_isOpaque = true;
     std::unique_ptr<DibSurface> m_surface;
     morvane::ComPtr<RenderDC> m_renderDC;
-    std::map<std::wstring, morvane::ComPtr<IVexRenderImage>, std::less<>> m_images;
+    std::map<std::wstring, NamedImage, std::less<>> m_images;
     std::vector<RenderDC*> m_contexts; // living ones
     morvane::ModuleLock m_moduleLock;
 };

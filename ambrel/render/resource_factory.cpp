@@ -24,7 +24,7 @@ ComPtr<IVexObj> make(std::wstring_view name, IVexRes* resources)
 {
     auto resource = Instance<Resource>::make();
     resource->identity().name = name;
-    resource->identity().resources = resources;
+    resource->identity().setResources(resources);
     return ComPtr<IVexObj>(resource.get());
 }
 

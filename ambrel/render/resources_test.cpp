@@ -100,6 +100,9 @@ TEST(PictureTest, AnAnimationHasItsFramesAsTheyAreSeenAndTheirDelays)
     const morvane::PictureFrameTable* table = picture->frameTable();
     ASSERT_NE(table, nullptr);
     ASSERT_EQ(table->frameCount, 2);
+    ComPtr<PictureFrames> asked; // as the properties do
+    EXPECT_EQ(picture->QueryInterface(kIidPictureFrames, asked.putVoid()), S_OK);
+    EXPECT_EQ(asked ? asked->frameTable() : nullptr, table);
     EXPECT_EQ(table->delaysMs[0], 50);
     EXPECT_EQ(table->delaysMs[1], 200);
     EXPECT_EQ(picture->frame({}, 0).pixels.at(2, 1), kRed);

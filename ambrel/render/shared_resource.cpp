@@ -19,11 +19,32 @@ const std::wstring& ResourceIdentity::ensureObjectId()
     return objectId;
 }
 
+void ResourceIdentity::setResources(IVexRes* given)
+{
+    morvane::ComPtr<ResourceOwner> found; // a weak link to it is all that is kept
+    if (given)
+        given->QueryInterface(kIidResourceOwner, found.putVoid());
+    resources = given;
+    hasOwner = found != nullptr;
+    owner = found ? found->link() : std::weak_ptr<ResourceOwner>();
+}
+
+HRESULT ResourceIdentity::rename(IVexObj& resource, std::wstring_view newName)
+{
+    std::wstring taken(newName);
+    const auto known = owner.lock();
+    const HRESULT status = known ? known->rename(resource, newName) : S_OK;
+    if (SUCCEEDED(status))
+        name = std::move(taken);
+    return status;
+}
+
 morvane::ComPtr<IVexObj> ResourceIdentity::find(VexObjType wanted, std::wstring_view resourceName) const
 {
     morvane::ComPtr<IVexObj> found;
-    if (resources && !resourceName.empty())
-        resources->GetResObject(wanted, morvane::Bstr(resourceName).get(), nullptr, VARIANT_TRUE, found.put());
+    IVexRes* const living = livingResources();
+    if (living && !resourceName.empty())
+        living->GetResObject(wanted, morvane::Bstr(resourceName).get(), nullptr, VARIANT_TRUE, found.put());
     return found;
 }
 

@@ -8,6 +8,7 @@
 #include "host/geometry.h"
 #include "host/host.h"
 
+#include <memory>
 #include <span>
 #include <string>
 #include <type_traits>
@@ -15,20 +16,39 @@
 
 namespace ambrel {
 
-/// The state of the base operations. Borrowed pointers are the resource object's business: it takes itself out of its
-/// resources (SetVexRes null) before it goes.
+/// What a resource object of this runtime does for its resources, which may outlive it and then have none. Implemented
+/// beside IVexRes, asked for with kIidResourceOwner.
+struct ResourceOwner : IUnknown {
+    virtual std::weak_ptr<ResourceOwner> link() const noexcept = 0;
+    /// A resource is to be found by another name instead of the one it has. Fails, and nothing changes, when another
+    /// one of its kind has that name.
+    virtual HRESULT rename(IVexObj& resource, std::wstring_view name) = 0;
+};
+
+inline constexpr IID kIidResourceOwner = {0x3F8E16A4, 0x6B0D, 0x4D57, {0x95, 0xC2, 0x71, 0xE8, 0x2A, 0x0F, 0xD6, 0x43}};
+
+/// The state of the base operations.
 struct ResourceIdentity {
     VexObjType type = VEXOBJTYPE_LAST;
     std::wstring typeName;
     std::wstring name;
     std::wstring objectId;        // made when first asked for
-    IVexRes* resources = nullptr; // borrowed
+    IVexRes* resources = nullptr; // borrowed; compared, but followed only by livingResources()
+    std::weak_ptr<ResourceOwner> owner;
+    bool hasOwner = false; // resource objects of other makers live as long as their resources
     hyper objectPointer = 0;
     NodeHandle node = 0;
     long internalReferences = 0;
     bool isModified = false;
 
     const std::wstring& ensureObjectId();
+
+    void setResources(IVexRes* given);
+    /// Null when there are none, or none any more.
+    IVexRes* livingResources() const noexcept { return hasOwner && owner.expired() ? nullptr : resources; }
+
+    /// Gives `resource`, whose identity this is, another name, also where an application looks for it.
+    HRESULT rename(IVexObj& resource, std::wstring_view newName);
 
     /// A shared resource of the skin by name; null when there is none.
     morvane::ComPtr<IVexObj> find(VexObjType wanted, std::wstring_view resourceName) const;
@@ -114,7 +134,7 @@ public:
     }
     STDMETHODIMP SetName(BSTR name) noexcept override
     {
-        return morvane::guarded([&] { m_identity.name = morvane::viewOf(name); });
+        return morvane::guarded([&] { return m_identity.rename(*this, morvane::viewOf(name)); });
     }
     STDMETHODIMP SetObjPtr(hyper pointer) noexcept override
     {
@@ -136,11 +156,11 @@ public:
     }
     STDMETHODIMP GetVexRes(IVexRes** result) noexcept override
     {
-        return morvane::returning(result, [&] { return morvane::ComPtr(m_identity.resources); });
+        return morvane::returning(result, [&] { return morvane::ComPtr(m_identity.livingResources()); });
     }
     STDMETHODIMP SetVexRes(IVexRes* resources) noexcept override
     {
-        m_identity.resources = resources;
+        m_identity.setResources(resources);
         return S_OK;
     }
     STDMETHODIMP GetXMLNode(hyper* result) noexcept override

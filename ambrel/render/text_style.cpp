@@ -197,11 +197,12 @@ STDMETHODIMP TextStyle::GetDrawFlags(long* result) noexcept
 
 STDMETHODIMP TextStyle::CreateTextStyle(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept
 {
-    return returning(result, [&] {
-        identity().name = morvane::viewOf(name);
+    return morvane::filling(result, [&](VARIANT_BOOL& made) {
         if (resources != 0)
-            identity().resources = reinterpret_cast<IVexRes*>(resources);
-        return true;
+            identity().setResources(reinterpret_cast<IVexRes*>(resources));
+        const HRESULT status = identity().rename(*this, morvane::viewOf(name));
+        made = morvane::toVariantBool(SUCCEEDED(status));
+        return status;
     });
 }
 

@@ -42,6 +42,23 @@ bool ResourceStore::remove(IVexObj* object)
     return std::erase_if(m_entries, [&](const auto& each) { return each.second.object.get() == object; }) > 0;
 }
 
+bool ResourceStore::rename(IVexObj* object, std::wstring_view former, std::wstring_view name)
+{
+    const auto known =
+        std::ranges::find_if(m_entries, [&](const auto& each) { return each.second.object.get() == object; });
+    if (known == m_entries.end() || former == name)
+        return true;
+    const VexObjType type = known->first.type;
+    const Entry entry = known->second;
+    const auto [place, isNew] = m_entries.try_emplace({type, std::wstring(name)}, entry);
+    if (!isNew && place->second.object.get() != object)
+        return false;
+    const auto old = m_entries.find({type, std::wstring(former)});
+    if (old != m_entries.end() && old->second.object.get() == object)
+        m_entries.erase(old);
+    return true;
+}
+
 void ResourceStore::moveToFront(IVexObj* object) noexcept
 {
     for (auto& [key, entry] : m_entries) {

@@ -23,6 +23,9 @@ public:
     void add(VexObjType type, std::wstring_view name, morvane::ComPtr<IVexObj> object, bool fromSkin);
     /// Under all names that it has.
     bool remove(IVexObj* object);
+    /// From now on found by `name` instead of `former`; other names that it has stay. False, and nothing changes, when
+    /// another resource of its kind has the name. One that is not here may be called as it likes.
+    bool rename(IVexObj* object, std::wstring_view former, std::wstring_view name);
     /// From now on the first one of its kind.
     void moveToFront(IVexObj* object) noexcept;
     void clear(bool onlyFromSkin);

@@ -39,15 +39,13 @@ void publishAll(const Entries& entries, const std::map<std::string, ComPtr<Objec
                 VexObjType type, ResourceStore& store)
 {
     for (const skin::Resource& each : entries) {
-        Object* const object = objectIn(objects, each.id);
-        if (!object)
-            continue;
-        Bstr name;
-        object->GetName(name.put());
-        const std::wstring id = widened(each.id);
-        store.add(type, id, ComPtr<IVexObj>(object), true);
-        if (!name.empty() && name.view() != id)
-            store.add(type, name.view(), ComPtr<IVexObj>(object), true);
+        if (Object* const object = objectIn(objects, each.id))
+            store.add(type, object->identity().name, ComPtr<IVexObj>(object), true);
+    }
+    // Last, so that an entry is found by its own id even if another one is called like it.
+    for (const skin::Resource& each : entries) {
+        if (Object* const object = objectIn(objects, each.id))
+            store.add(type, widened(each.id), ComPtr<IVexObj>(object), true);
     }
 }
 
@@ -158,7 +156,7 @@ std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, P
                 return error;
             }
         }
-        picture->SetName(Bstr(nameOf({}, each)).get());
+        picture->identity().name = nameOf({}, each);
         result.insert_or_assign(each.id, picture);
     }
     return std::nullopt;
@@ -166,34 +164,35 @@ std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, P
 
 void SkinResourceSet::adopt(const skin::Skin& skin, Pictures pictures, IVexRes* resources)
 {
+    // Names are set as the entries have them: where they are looked for, those of the former skin go and these come.
     for (const auto& [id, picture] : pictures)
         picture->SetVexRes(resources);
     own<Picture>() = std::move(pictures);
     for (const skin::ImageSection& each : skin.resources.imageSections) {
         ImageBase& section = objectFor(own<ImageBase>(), each.id, resources);
-        section.SetName(Bstr(nameOf(each.name, each)).get());
+        section.identity().name = nameOf(each.name, each);
         section.setPicture(objectIn(all<Picture>(), each.picture));
         section.setSection(sectionOf(each));
     }
     for (const skin::Font& each : skin.resources.fonts) {
         Font& font = objectFor(own<Font>(), each.id, resources);
-        font.SetName(Bstr(nameOf(each.name, each)).get());
+        font.identity().name = nameOf(each.name, each);
         font.setLogFont(fontOf(each));
     }
     for (const skin::TextStyle& each : skin.resources.textStyles) {
         TextStyle& style = objectFor(own<TextStyle>(), each.id, resources);
-        style.SetName(Bstr(nameOf(each.name, each)).get());
+        style.identity().name = nameOf(each.name, each);
         style.setLook(lookOf(each));
         style.setFont(objectIn(all<Font>(), each.font));
     }
     for (const skin::Gradient& each : skin.resources.gradients) {
         FillColor& fill = objectFor(own<FillColor>(), each.id, resources);
-        fill.SetName(Bstr(nameOf({}, each)).get());
+        fill.identity().name = nameOf({}, each);
         fill.setColours(each.start.value, each.end.value, each.rotation);
     }
     for (const skin::Cursor& each : skin.resources.cursors) {
         Cursor& cursor = objectFor(own<Cursor>(), each.id, resources);
-        cursor.SetName(Bstr(nameOf({}, each)).get());
+        cursor.identity().name = nameOf({}, each);
         cursor.setStandard(each.isStandard ? each.standardCursor : 0);
         if (!each.isStandard)
             cursor.put_ImageObj(objectIn(all<Picture>(), each.picture));

@@ -33,7 +33,7 @@ HRESULT done(VARIANT_BOOL& result, bool worked) noexcept
 
 } // namespace
 
-VexRes::VexRes() = default;
+VexRes::VexRes() : m_link(static_cast<ResourceOwner*>(this), [](ResourceOwner*) {}) {}
 VexRes::~VexRes()
 {
     forgetColours(*this);
@@ -43,12 +43,15 @@ void VexRes::finalRelease()
 {
     m_watch.reset();
     m_packageWatch.reset();
+    m_link.reset();
 }
 
 void* VexRes::findInterface(REFIID iid)
 {
     if (iid == IID_IDispatch || iid == morvane::iidOf<IVexRes>())
         return static_cast<IVexRes*>(this);
+    if (iid == kIidResourceOwner)
+        return static_cast<ResourceOwner*>(this);
     return iid == kIidVexRes ? this : nullptr;
 }
 

@@ -3,6 +3,7 @@
 
 #include "ambrel/ambrel.h"
 #include "ambrel/objects/skin_object_core.h"
+#include "ambrel/render/shared_resource.h"
 #include "ambrel/resources/color_cases.h"
 #include "ambrel/resources/resource_store.h"
 #include "ambrel/resources/skin_resources.h"
@@ -26,13 +27,18 @@ struct RunningSkin;
 /// IVexRes. Statuses: S_FALSE where nothing was found or done; E_NOTIMPL for skinning foreign windows and for exporting
 /// to formats that this runtime does not have. Its windows know it weakly through their objects; it knows them weakly
 /// too.
-class VexRes : public morvane::Dispatch<IVexRes> {
+class VexRes : public morvane::Dispatch<IVexRes>, private ResourceOwner {
 public:
     VexRes();
     ~VexRes();
     HRESULT finalConstruct() { return S_OK; }
     void finalRelease();
     void* findInterface(REFIID iid);
+
+    // Two bases have them; the instance completes them.
+    STDMETHODIMP QueryInterface(REFIID iid, void** result) noexcept override = 0;
+    STDMETHODIMP_(ULONG) AddRef() noexcept override = 0;
+    STDMETHODIMP_(ULONG) Release() noexcept override = 0;
 
     /// The object behind an interface; null for null and for other implementations.
     static VexRes* from(IVexRes* resources) noexcept;
@@ -207,6 +213,10 @@ public:
     STDMETHODIMP ReleaseSkin(VARIANT_BOOL* pbResult) noexcept override;
 
 private:
+    // ResourceOwner
+    std::weak_ptr<ResourceOwner> link() const noexcept override { return m_link; }
+    HRESULT rename(IVexObj& resource, std::wstring_view name) override;
+
     /// A package of a module; read once, its resources shared by all controls that import it.
     struct Package {
         std::shared_ptr<const skin::Skin> skin;
@@ -240,6 +250,7 @@ private:
         long uses = 1;
     };
 
+    std::shared_ptr<ResourceOwner> m_link; // points here, and ends with this
     ResourceStore m_store;
     std::map<std::pair<hyper, std::wstring>, RenderFont> m_fonts; // by device and name
     std::vector<WeakNode> m_windows;

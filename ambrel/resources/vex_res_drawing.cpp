@@ -201,7 +201,7 @@ STDMETHODIMP VexRes::GetImageByName(hyper device, BSTR name, IVexRenderImage** r
         RenderDevice* const found = RenderDevice::fromHandle(device);
         if (!found)
             return E_INVALIDARG;
-        image = found->findImage(viewOf(name)).detach();
+        image = found->fetchImage(viewOf(name)).detach();
         return image ? S_OK : S_FALSE;
     });
 }
@@ -211,7 +211,7 @@ STDMETHODIMP VexRes::ReleaseImageByName(hyper device, BSTR name, VARIANT_BOOL* r
         RenderDevice* const found = RenderDevice::fromHandle(device);
         if (!found)
             return E_INVALIDARG;
-        released = toVariantBool(found->dropImage(viewOf(name)));
+        released = toVariantBool(found->releaseImage(viewOf(name)));
         return released ? S_OK : S_FALSE;
     });
 }

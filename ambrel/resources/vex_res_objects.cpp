@@ -2,6 +2,7 @@
 #include "ambrel/resources/vex_res.h"
 
 #include "ambrel/render/resource_factory.h"
+#include "ambrel/resources/skin_import.h"
 #include "ambrel/window/tree_walk.h"
 
 #include <algorithm>
@@ -231,6 +232,19 @@ STDMETHODIMP VexRes::EnumObjectsToCallback(VexObjType type, hyper callback, hype
             anyObject([&](ObjectNode& node) { return tell(faceOf(&node).get(), parameter), false; });
         return S_OK;
     });
+}
+
+HRESULT VexRes::rename(IVexObj& resource, std::wstring_view name)
+{
+    Bstr former;
+    resource.GetName(former.put());
+    if (m_store.rename(&resource, former.view(), name))
+        return S_OK;
+    skin::SkinError error;
+    error.code = skin::Code::DuplicateName;
+    error.file = narrowed(name);
+    error.message = "another resource of this kind has the name";
+    return reportSkinError(error, &resource);
 }
 
 // Making
