@@ -11,6 +11,7 @@ std::span<const Case> lifeCases();
 std::span<const Case> paintingCases();
 std::span<const Case> memoryCases();
 std::span<const Case> pixelCases();
+std::span<const Case> textCases();
 std::span<const Case> contractCases();
 std::span<const Case> skinCases();
 std::span<const Case> growthCases();

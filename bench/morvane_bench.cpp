@@ -22,6 +22,7 @@ constexpr Part kParts[] = {
     {"Life", "native BUTTON", &lifeCases},
     {"Painting", "native BUTTON", &paintingCases},
     {"Pixels, one each", "the machine", &pixelCases},
+    {"Texts", "the platform", &textCases},
     {"The contract", "beside it", &contractCases},
     {"Skins", "", &skinCases},
     {nullptr, "", &growthCases}, // heads its own table

@@ -1,4 +1,5 @@
-// Drawing what was drawn before allocates nothing, except for texts, which are laid out anew.
+// Drawing what was drawn before allocates nothing.
+#include "ambrel/render/counted_allocations.h"
 #include "ambrel/render/fill_color.h"
 #include "ambrel/render/image_base.h"
 #include "ambrel/render/render_dc.h"
@@ -8,33 +9,6 @@
 #include "frame/com/instance.h"
 
 #include <gtest/gtest.h>
-
-#include <cstdlib>
-#include <new>
-
-namespace {
-
-long g_allocations = 0; // of this program, while it runs one thread
-
-} // namespace
-
-void* operator new(std::size_t size)
-{
-    ++g_allocations;
-    if (void* memory = std::malloc(size != 0 ? size : 1))
-        return memory;
-    throw std::bad_alloc();
-}
-
-void operator delete(void* memory) noexcept
-{
-    std::free(memory);
-}
-
-void operator delete(void* memory, std::size_t) noexcept
-{
-    std::free(memory);
-}
 
 namespace ambrel {
 namespace {
@@ -52,9 +26,9 @@ protected:
     long allocationsOfTheSecond(Draw&& draw)
     {
         draw();
-        const long before = g_allocations;
+        const long before = allocationCount();
         draw();
-        return g_allocations - before;
+        return allocationCount() - before;
     }
 
     RenderDevice m_device;
@@ -85,21 +59,49 @@ TEST_F(DrawingCostTest, SectionsFillsLinesAndImagesAllocateNothing)
     EXPECT_EQ(allocationsOfTheSecond(drawScene), 0);
 }
 
-TEST_F(DrawingCostTest, ATextAllocatesForItsLinesOnly)
+class TextCostTest : public DrawingCostTest {
+protected:
+    TextCostTest() : m_style(Instance<TextStyle>::make()) { m_style->QueryInterface(kIidDrawsText, m_face.putVoid()); }
+
+    /// How often a second drawing of the text asks for memory.
+    long cost(std::wstring_view text, const SkinRect& rect = {0, 0, 200, 40})
+    {
+        return allocationsOfTheSecond(
+            [&] { EXPECT_EQ(m_face->renderText(m_device.renderDC(), rect, text, m_drawn), S_OK); });
+    }
+
+    ComPtr<TextStyle> m_style;
+    ComPtr<DrawsText> m_face;
+};
+
+TEST_F(TextCostTest, TextsAllocateNothing)
 {
-    const auto style = Instance<TextStyle>::make();
-    const std::wstring text(200, L'x'); // a copy of it would be seen
-    const SkinRect rect{0, 0, 200, 20};
-    const auto drawText = [&] {
-        ComPtr<DrawsText> face;
-        style->QueryInterface(kIidDrawsText, face.putVoid());
-        ASSERT_TRUE(face);
-        EXPECT_EQ(face->renderText(m_device.renderDC(), rect, text, m_drawn), S_OK);
+    const std::wstring wide(200, L'x'); // a copy of it would be seen
+    EXPECT_EQ(cost(L"Button"), 0);
+    EXPECT_EQ(cost(wide), 0) << "cut with an ellipsis";
+    m_style->put_bHotkeyPrefixShow(VARIANT_TRUE);
+    EXPECT_EQ(cost(L"&Save this document"), 0);
+    m_style->put_bSingleLine(VARIANT_FALSE);
+    EXPECT_EQ(cost(L"some words that need more than the one line there is"), 0);
+    m_style->put_nEffect(static_cast<short>(TextEffect::Outline));
+    EXPECT_EQ(cost(wide), 0);
+}
+
+TEST_F(TextCostTest, MeasuringIsDoneByWhatDrawingKept)
+{
+    const morvane::Bstr text(L"A caption to which a control fits itself");
+    const auto measure = [&] {
+        SkinRect extent{};
+        m_style->DrawText(0, text.get(), {0, 0, 1000, 1000}, VARIANT_FALSE, -1, &extent, &m_drawn);
+        EXPECT_GT(extent.right, 100);
+        long width = 0;
+        m_style->CalcTextWidth(0, text.get(), &width);
+        EXPECT_EQ(width, extent.right);
     };
-    const long few = allocationsOfTheSecond(drawText);
-    EXPECT_LE(few, 12) << "the layout's lines";
-    style->put_nEffect(static_cast<short>(TextEffect::None));
-    EXPECT_EQ(allocationsOfTheSecond(drawText), few) << "the same each time";
+    cost(text.view());
+    const long before = allocationCount();
+    measure();
+    EXPECT_EQ(allocationCount(), before);
 }
 
 } // namespace

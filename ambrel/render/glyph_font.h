@@ -8,8 +8,8 @@
 
 #include "ambrel/pixels/draw.h"
 #include "ambrel/render/dib_surface.h"
+#include "ambrel/render/laid_out_texts.h"
 #include "ambrel/render/scale.h"
-#include "ambrel/render/text_layout.h"
 
 #include <array>
 #include <cstdint>
@@ -36,6 +36,13 @@ public:
     int underlineOffset() const noexcept { return m_underlineOffset; } // from the baseline down
     int lineThickness() const noexcept { return m_thickness; }
     HFONT handle() const noexcept { return m_font.get(); }
+
+    /// The layout of a text with this font; of those used last without doing it again. Valid until the next call.
+    /// Throws std::bad_alloc.
+    const TextLayout& layOut(std::wstring_view text, int width, const TextFormat& format) const
+    {
+        return m_layouts.layOut(text, width, format, *this);
+    }
 
     /// Draws one line with its left end at `x` on the baseline `y`. Throws std::bad_alloc.
     void drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
@@ -91,6 +98,7 @@ private:
     mutable std::unordered_map<wchar_t, std::size_t> m_others;
     mutable std::vector<std::uint8_t> m_pool;
     mutable std::vector<std::shared_ptr<const GlyphFont>> m_fallbacks; // those that were needed so far
+    mutable LaidOutTexts m_layouts;
 };
 
 /// All fonts in use, by description and scale. One per process, owned by the module; emptied before it is unloaded.

@@ -66,14 +66,11 @@ void drawLines(const Canvas& canvas, const GlyphFont& font, const TextLayout& la
         const int left = alignedStart(rect.left, rect.width(), line.width, align);
         const int baseline = top + font.ascent();
         font.drawLine(canvas, left, baseline, line.text, format.isRightToLeft, colour);
-        if (line.underlined >= 0) {
-            const auto index = static_cast<std::size_t>(line.underlined);
-            const int before = font.width(std::wstring_view(line.text).substr(0, index));
-            const int width = font.width(std::wstring_view(line.text).substr(index, 1));
+        if (line.underlined >= 0)
             blendRect(canvas,
-                      Rect::at({left + before, baseline + font.underlineOffset()}, {width, font.lineThickness()}),
+                      Rect::at({left + line.underlineLeft, baseline + font.underlineOffset()},
+                               {line.underlineWidth, font.lineThickness()}),
                       colour);
-        }
         top += font.lineHeight();
     }
 }
@@ -106,14 +103,14 @@ void drawText(const Canvas& canvas, const GlyphFont& font, std::wstring_view tex
         return;
     if (format.isVertical)
         return drawTurned(inside, font, text, rect, format, colour);
-    drawLines(inside, font, layOutText(text, rect.width(), format, font), rect, format, colour);
+    drawLines(inside, font, font.layOut(text, rect.width(), format), rect, format, colour);
 }
 
 Size measureText(const GlyphFont& font, std::wstring_view text, Size room, const TextFormat& format)
 {
     TextFormat untrimmed = format;
     untrimmed.trimming = TextTrimming::None;
-    const Size size = layOutText(text, format.isVertical ? room.height : room.width, untrimmed, font).size;
+    const Size size = font.layOut(text, format.isVertical ? room.height : room.width, untrimmed).size;
     return format.isVertical ? Size{size.height, size.width} : size;
 }
 

@@ -169,10 +169,14 @@ private:
 
     void add(std::wstring_view text, std::size_t offset, int width)
     {
-        TextLine line{std::wstring(text), width, -1};
+        TextLine line{std::wstring(text), width};
         const int underlined = m_plain.underlined - static_cast<int>(offset);
-        if (m_plain.underlined >= 0 && underlined >= 0 && underlined < static_cast<int>(text.size()))
+        if (m_plain.underlined >= 0 && underlined >= 0 && underlined < static_cast<int>(text.size())) {
+            const auto index = static_cast<std::size_t>(underlined);
             line.underlined = underlined;
+            line.underlineLeft = m_font.width(text.substr(0, index));
+            line.underlineWidth = m_font.width(text.substr(index, 1));
+        }
         m_layout.size.width = std::max(m_layout.size.width, width);
         m_layout.lines.push_back(std::move(line));
     }
@@ -184,7 +188,21 @@ private:
     TextLayout m_layout;
 };
 
+std::size_t bytesOfText(const std::wstring& text)
+{
+    static const std::size_t inPlace = std::wstring().capacity();
+    return text.capacity() > inPlace ? (text.capacity() + 1) * sizeof(wchar_t) : 0;
+}
+
 } // namespace
+
+std::size_t bytesOf(const TextLayout& layout)
+{
+    std::size_t bytes = layout.lines.capacity() * sizeof(TextLine);
+    for (const TextLine& line : layout.lines)
+        bytes += bytesOfText(line.text);
+    return bytes;
+}
 
 TextLayout layOutText(std::wstring_view text, int width, const TextFormat& format, const TextMeasure& font)
 {

@@ -46,13 +46,22 @@ protected:
 struct TextLine {
     std::wstring text;
     int width = 0;
-    int underlined = -1; // index of the underlined character, -1 for none
+    int underlined = -1;   // index of the underlined character, -1 for none
+    int underlineLeft = 0; // from the line's left end
+    int underlineWidth = 0;
+
+    friend bool operator==(const TextLine&, const TextLine&) = default;
 };
 
 struct TextLayout {
     std::vector<TextLine> lines;
     morvane::Size size; // width of the widest line, height of all
+
+    friend bool operator==(const TextLayout&, const TextLayout&) = default;
 };
+
+/// What a layout takes of the heap.
+std::size_t bytesOf(const TextLayout& layout);
 
 /// Breaks and cuts a text. `width` limits the lines (zero or less: no limit); a word that alone is wider is broken.
 TextLayout layOutText(std::wstring_view text, int width, const TextFormat& format, const TextMeasure& font);
