@@ -1,4 +1,5 @@
 // The command button's own methods: states, graphics from strips, icons, bitmaps and files, backgrounds and sizes.
+#include "frame/platform/handles.h"
 #include "tests/controls/controls_fixture.h"
 
 namespace morvane {
@@ -236,6 +237,50 @@ TEST_F(ButtonTest, AnIconFileThatIsNoneIsRefused)
     EXPECT_EQ(button->SetFileIcon(Bstr(L"C:\\no such file.ico").get()), S_FALSE);
     EXPECT_EQ(button->SetFileIcon(nullptr), S_FALSE);
     EXPECT_EQ(log(), Log());
+}
+
+/// Writes a picture of 2 by 1 pixels, blue and red, where the test may delete it.
+std::wstring writePicture()
+{
+    wchar_t folder[MAX_PATH] = L"";
+    wchar_t path[MAX_PATH] = L"";
+    GetTempPathW(MAX_PATH, folder);
+    GetTempFileNameW(folder, L"pic", 0, path);
+    constexpr unsigned char kPixels[] = {0xFF, 0, 0, 0, 0, 0xFF, 0, 0};
+    const BITMAPINFOHEADER info{sizeof(BITMAPINFOHEADER), 2, 1, 1, 24, BI_RGB, sizeof kPixels, 0, 0, 0, 0};
+    BITMAPFILEHEADER header{};
+    header.bfType = 0x4D42;
+    header.bfOffBits = sizeof header + sizeof info;
+    header.bfSize = header.bfOffBits + sizeof kPixels;
+    std::string bytes(reinterpret_cast<const char*>(&header), sizeof header);
+    bytes.append(reinterpret_cast<const char*>(&info), sizeof info);
+    bytes.append(reinterpret_cast<const char*>(kPixels), sizeof kPixels);
+    UniqueFile file(CreateFileW(path, GENERIC_WRITE, 0, nullptr, CREATE_ALWAYS, 0, nullptr));
+    DWORD written = 0;
+    WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
+    return path;
+}
+
+TEST_F(ButtonTest, AnIconFileBecomesABitmapThatIsTheButtonsOwn)
+{
+    const std::wstring path = writePicture();
+    std::int64_t handle = 0;
+    EXPECT_EQ(button->SetFileIcon(Bstr(path).get()), S_OK);
+    EXPECT_EQ(button->GetGraphicshIcon(&handle), S_OK);
+    const auto bitmap = reinterpret_cast<HBITMAP>(handle);
+    BITMAP header{};
+    ASSERT_NE(GetObjectW(bitmap, sizeof header, &header), 0);
+    EXPECT_EQ(header.bmWidth, 2);
+    EXPECT_EQ(header.bmHeight, 1);
+    const Log made = log();
+    ASSERT_EQ(made.size(), 2u);
+    EXPECT_NE(made[0].find(" type 2 device"), std::string::npos) << made[0];
+    EXPECT_EQ(made[1], "redraw 10,20,110,60");
+    EXPECT_EQ(button->SetFileIcon(Bstr(path).get()), S_OK);
+    EXPECT_EQ(log()[0].substr(0, 9), "destroy 0");
+    button->SetGraphicshIcon(0x1C0, 0, 0);
+    EXPECT_EQ(GetObjectType(bitmap), 0u) << "the bitmaps of files are deleted when replaced";
+    DeleteFileW(path.c_str());
 }
 
 TEST_F(ButtonTest, StatesThatDoNotExistAreRefused)

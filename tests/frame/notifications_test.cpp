@@ -252,6 +252,13 @@ TEST_F(NotificationTest, NullArgumentsAreRefusedAndNullPlacesSurvived)
     VexNotify record{};
     EXPECT_EQ(button->EventNotify(nullptr, &result), E_POINTER);
     EXPECT_EQ(button->EventNotify(&record, nullptr), E_POINTER);
+    const auto dc = host.ledger.make<testing::RenderDc>();
+    EXPECT_EQ(button->RenderDrawObject(nullptr, SkinRect{}, &result), E_POINTER);
+    EXPECT_EQ(button->RenderDrawObject(dc.get(), SkinRect{}, nullptr), E_POINTER);
+    EXPECT_EQ(log(), Log()) << "nothing was drawn";
+    result = 0x55;
+    EXPECT_EQ(button->DrawObject(nullptr, SkinRect{}, &result), S_OK) << "it draws on render devices only";
+    EXPECT_EQ(result, 0x55);
     for (VexMsgID id : {VEXSM_GETDRAGCURSOR, VEXSM_GETCONTROLICON, VEXSM_GETAUTHORINFO, VEXSM_GETCONTROLTYPENAME,
                         VEXSM_GETCATEGORYNAME, VEXSM_ISDRAGABLED, VEXSM_GETTABINFO, VEXSM_IMPORTCONFIG})
         EXPECT_EQ(notify(id), kHandled) << id;
