@@ -206,6 +206,41 @@ TEST_F(SelectionControlsTest, TheWindowMayTakeTheOtherBoxesAwayWhenItHearsOfASel
     EXPECT_EQ(toldGroups.size(), 2u) << "nobody is there any more";
 }
 
+TEST_F(SelectionControlsTest, WhatAClassSaysOfItselfComesThroughTheBaseObject)
+{
+    const auto box = makeCheckBox();
+    Bstr text[4];
+    EXPECT_EQ(box->GetControlTypeName(text[0].put()), S_OK);
+    EXPECT_EQ(text[0].view(), L"CheckBox");
+    EXPECT_EQ(box->GetCategoryName(text[0].put()), S_OK);
+    EXPECT_EQ(text[0].view(), L"MorvaneControls");
+    EXPECT_EQ(box->GetAuthorInfo(text[0].put(), text[1].put(), text[2].put(), text[3].put()), S_OK);
+    EXPECT_EQ(text[0].view(), L"Brellin");
+    EXPECT_EQ(text[1].view(), L"Halvard Software Co,Ltd.");
+    EXPECT_EQ(text[3].view(), L"1.0.0");
+    hyper icon = 0;
+    hyper cursor = 0;
+    EXPECT_EQ(box->GetControlIcon(32, 32, &icon), S_OK);
+    EXPECT_TRUE(DestroyIcon(reinterpret_cast<HICON>(icon)));
+    EXPECT_EQ(box->GetDragCursor(&cursor), S_OK);
+    EXPECT_NE(cursor, 0);
+}
+
+TEST_F(SelectionControlsTest, ADefaultSkinLeavesWhatItDoesNotNameAtTheControlsDefaults)
+{
+    const auto button = make<ICmdButton>(iidOf<::CmdButton>(), L"button", {150, 10, 250, 34}, 2080);
+    const auto box = makeCheckBox();
+    long limit = 0;
+    EXPECT_EQ(button->GetMaxWidth(&limit), S_OK);
+    EXPECT_EQ(limit, 100);
+    EXPECT_EQ(button->GetMinHeight(&limit), S_OK);
+    EXPECT_EQ(limit, 14);
+    box->SetThreeState(VARIANT_TRUE);
+    box->SetValue(VEXCHECKBOX_CHECKED);
+    clickAt(15, 20);
+    EXPECT_EQ(value(box), VEXCHECKBOX_HALFCHECKED) << "clicks reach it by default";
+}
+
 TEST_F(SelectionControlsTest, AFormShowsItsColourBehindItsChildren)
 {
     const auto form = make<IUIFormObj>(iidOf<::UIFormObj>(), L"form", {0, 0, 150, 100});
