@@ -105,4 +105,17 @@ void applyShift(PixelView pixels, const ChannelShift& shift)
     }
 }
 
+Surface withStraightAlpha(ConstPixelView pixels)
+{
+    Surface plain({pixels.width, pixels.height});
+    for (int y = 0; y < plain.size().height; ++y) {
+        std::transform(pixels.row(y), pixels.row(y) + pixels.width, plain.view().row(y), [](Pixel p) {
+            const int a = alphaOf(p);
+            const auto straight = [a](int c) { return a == 0 ? 0 : std::min(255, (c * 255 + a / 2) / a); };
+            return packPixel(a, straight(redOf(p)), straight(greenOf(p)), straight(blueOf(p)));
+        });
+    }
+    return plain;
+}
+
 } // namespace ambrel

@@ -28,6 +28,10 @@ struct ChannelShift {
 };
 void applyShift(PixelView pixels, const ChannelShift& shift);
 
+/// A copy whose colours are not multiplied with alpha, as files and the system's icons have them. Throws
+/// std::bad_alloc.
+Surface withStraightAlpha(ConstPixelView pixels);
+
 /// The stored colour that means "leave the colours alone".
 inline constexpr std::uint32_t kNoColourise = 0xFFFFFFFFu;
 

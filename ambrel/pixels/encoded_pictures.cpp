@@ -203,4 +203,18 @@ Bytes icoFile(const std::vector<IconImage>& images)
     return file;
 }
 
+Bytes cursorFile(const std::vector<IconImage>& images, const std::vector<Point>& hotSpots)
+{
+    Bytes file = icoFile(images);
+    file[2] = 2;
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        const std::size_t at = 6 + 16 * i + 4;
+        file[at] = static_cast<std::uint8_t>(hotSpots[i].x);
+        file[at + 1] = 0;
+        file[at + 2] = static_cast<std::uint8_t>(hotSpots[i].y);
+        file[at + 3] = 0;
+    }
+    return file;
+}
+
 } // namespace ambrel::test

@@ -1,6 +1,8 @@
 // Pictures as files hold them, made byte by byte for tests.
 #pragma once
 
+#include "base/geometry.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <span>
@@ -8,6 +10,7 @@
 
 namespace ambrel::test {
 
+using morvane::Point;
 using Bytes = std::vector<std::uint8_t>;
 
 inline void addLittle(Bytes& bytes, std::uint32_t value, int count)
@@ -39,5 +42,8 @@ struct IconImage {
     std::uint32_t colour; // 0xAARRGGBB, straight alpha; with 4 bits the alpha is not kept
 };
 Bytes icoFile(const std::vector<IconImage>& images);
+
+/// The same pictures as a cursor file, each with the place it points to.
+Bytes cursorFile(const std::vector<IconImage>& images, const std::vector<Point>& hotSpots);
 
 } // namespace ambrel::test

@@ -52,6 +52,15 @@ Size jpegSize(const ByteReader& in)
     return {};
 }
 
+constexpr std::size_t kIconDirectory = 6;
+constexpr std::size_t kIconEntry = 16;
+
+bool isCursor(const ByteReader& in)
+{
+    constexpr int kCursor = 2;
+    return in.u16le(0) == 0 && in.u16le(2) == kCursor;
+}
+
 /// One entry of an icon file's directory; a stored 0 means 256 pixels.
 struct IconEntry {
     Size size;
@@ -62,7 +71,7 @@ IconEntry iconEntry(const ByteReader& in, std::size_t at)
 {
     const auto side = [&](std::size_t place) { return in.u8(place) == 0 ? 256 : in.u8(place); };
     const std::size_t picture = in.u32le(at + 12);
-    const int told = in.u16le(at + 6);
+    const int told = isCursor(in) ? 0 : in.u16le(at + 6); // cursors have their hot spot there
     const bool isPng = in.startsWith("\x89PNG", picture);
     return {{side(at), side(at + 1)}, told != 0 ? told : isPng ? 32 : in.u16le(picture + 14)};
 }
@@ -71,12 +80,10 @@ IconEntry iconEntry(const ByteReader& in, std::size_t at)
 template <class Function>
 void forEachIcon(const ByteReader& in, Function&& function)
 {
-    constexpr std::size_t kDirectory = 6;
-    constexpr std::size_t kEntry = 16;
     const int count = in.u16le(4);
     for (int i = 0; i < count; ++i) {
-        const std::size_t at = kDirectory + kEntry * static_cast<std::size_t>(i);
-        if (!in.isInside(at, kEntry))
+        const std::size_t at = kIconDirectory + kIconEntry * static_cast<std::size_t>(i);
+        if (!in.isInside(at, kIconEntry))
             return;
         function(i, iconEntry(in, at));
     }
@@ -129,6 +136,34 @@ int bestIconImage(std::span<const std::uint8_t> bytes)
         }
     });
     return best;
+}
+
+std::vector<std::uint8_t> asIconFile(std::span<const std::uint8_t> bytes)
+{
+    constexpr std::uint8_t kIcon = 1;
+    constexpr std::uint8_t kPlanes = 1;
+    std::vector<std::uint8_t> icon(bytes.begin(), bytes.end());
+    const ByteReader in(bytes);
+    if (!isCursor(in))
+        return icon;
+    icon[2] = kIcon;
+    forEachIcon(in, [&](int index, const IconEntry& entry) {
+        const std::size_t at = kIconDirectory + kIconEntry * static_cast<std::size_t>(index);
+        icon[at + 4] = kPlanes;
+        icon[at + 5] = 0;
+        icon[at + 6] = static_cast<std::uint8_t>(entry.depth);
+        icon[at + 7] = 0;
+    });
+    return icon;
+}
+
+Point cursorHotSpot(std::span<const std::uint8_t> bytes)
+{
+    const ByteReader in(bytes);
+    if (!isCursor(in))
+        return {};
+    const std::size_t at = kIconDirectory + kIconEntry * static_cast<std::size_t>(bestIconImage(bytes));
+    return {in.u16le(at + 4), in.u16le(at + 6)};
 }
 
 } // namespace ambrel

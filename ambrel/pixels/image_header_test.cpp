@@ -1,3 +1,4 @@
+#include "ambrel/pixels/encoded_pictures.h"
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/image_header.h"
 #include "ambrel/pixels/tga.h"
@@ -96,6 +97,23 @@ TEST(GifLayoutTest, FramesHaveTheirPlaceTheirDelayAndTheirEnd)
     EXPECT_EQ(layout->frames[0].disposal, GifDisposal::ClearToBackground);
     EXPECT_EQ(layout->frames[1].area, (Rect{0, 1, 2, 2}));
     EXPECT_EQ(layout->frames[1].delayMs, 100); // none given
+}
+
+TEST(ImageHeaderTest, ACursorPointsWhereItsBestPictureDoes)
+{
+    const test::IconImage shallow{32, 4, 0xFF00FF00};
+    const test::IconImage deep{32, 32, 0xFFFF0000};
+    const Bytes cursor = test::cursorFile({shallow, deep}, {{1, 200}, {7, 9}});
+    EXPECT_EQ(readImageHeader(cursor).format, ImageFormat::Ico);
+    EXPECT_EQ(bestIconImage(cursor), 1) << "places are no depths";
+    EXPECT_EQ(cursorHotSpot(cursor), (Point{7, 9}));
+    EXPECT_EQ(cursorHotSpot(test::icoFile({shallow, deep})), (Point{0, 0}));
+    EXPECT_EQ(cursorHotSpot({}), (Point{0, 0}));
+    const Bytes icon = asIconFile(cursor);
+    EXPECT_EQ(bestIconImage(icon), 1);
+    EXPECT_EQ(icon[2], 1);
+    EXPECT_EQ(icon[6 + 16 + 6], 32) << "depths stand where places were";
+    EXPECT_EQ(asIconFile(icon), icon);
 }
 
 /// A frame of one pixel with what stands before it.

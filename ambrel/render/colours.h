@@ -15,4 +15,12 @@ inline Pixel toPixel(OLE_COLOR colour) noexcept
     return SUCCEEDED(OleTranslateColor(colour, nullptr, &plain)) ? opaquePixel(plain) : 0xFF000000u;
 }
 
+/// The same as 0x00BBGGRR; of other kinds than system colours the high byte is ignored.
+inline OLE_COLOR toPlainColour(OLE_COLOR colour) noexcept
+{
+    constexpr OLE_COLOR kSystem = 0x80;
+    const Pixel p = colour >> 24 == kSystem ? toPixel(colour) : opaquePixel(colour);
+    return static_cast<OLE_COLOR>(redOf(p) | greenOf(p) << 8 | blueOf(p) << 16);
+}
+
 } // namespace ambrel

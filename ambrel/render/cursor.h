@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// IVexCursor: one of the system's cursors, or a picture. A cursor file keeps its hot spot; other pictures have theirs
-/// at the left top corner.
+/// IVexCursor: one of the system's cursors, or a picture, which follows the scale as pictures do. A cursor file keeps
+/// its hot spot; other pictures have theirs at the left top corner.
 class Cursor : public SharedResource<IVexCursor> {
 public:
     static constexpr IID kImplementationIid = {
@@ -36,11 +36,14 @@ protected:
 private:
     static constexpr long kArrow = 32512;
 
-    morvane::UniqueCursor makeFromPicture() const;
+    /// Null when there is no picture to show.
+    HCURSOR pictureCursor();
 
     long m_standard = kArrow;
     morvane::ComPtr<IVexPicture> m_pictureObject;
-    morvane::UniqueCursor m_made; // from the picture, when first asked for
+    morvane::UniqueCursor m_made;  // from the picture, when first asked for
+    unsigned m_madeGeneration = 0; // of the picture
+    Scale m_madeScale;
 };
 
 } // namespace ambrel

@@ -15,13 +15,22 @@ public:
     ImageList() : SharedResource(VEXOBJTYPE_IMAGELIST, L"ImageList") {}
     void* findInterface(REFIID iid) noexcept { return findResourceInterface(iid, kImplementationIid); }
 
-    /// Cuts a strip into images of the given width; zero or less makes one image of all. The key colour (0x00BBGGRR)
-    /// becomes transparent; 0xFFFFFFFF keys nothing. Throws std::bad_alloc.
-    void setStrip(Surface strip, int imageWidth, OLE_COLOR key);
+    /// The number that the platform's image lists have for it.
+    static constexpr OLE_COLOR kKeyOfFirstPixel = 0xFF000000;
+
+    /// Cuts a strip into images of the given width, what is left over at the end is left out; zero or less makes one
+    /// image of all. The key colour becomes transparent: 0xFFFFFFFF keys nothing, kKeyOfFirstPixel the colour of
+    /// the first pixel. False, and nothing changes, when not even one image fits. Throws std::bad_alloc.
+    bool setStrip(Surface strip, int imageWidth, OLE_COLOR key);
 
     int count() const noexcept;
     Size imageSize() const noexcept { return {m_imageWidth, m_strip.size().height}; }
     ConstPixelView image(int index) const noexcept; // empty beyond the last
+
+protected:
+    /// The images side by side, as many rows as the rectangle has room for.
+    bool preview(HDC dc, const Rect& rect) override;
+    bool isComplete() const override { return count() > 0; }
 
 private:
     Surface m_strip;

@@ -3,6 +3,7 @@
 #include "ambrel/pixels/colour_change.h"
 #include "ambrel/pixels/stretch.h"
 #include "ambrel/render/bitmaps.h"
+#include "ambrel/render/colours.h"
 #include "ambrel/render/dib_surface.h"
 #include "ambrel/render/section_drawing.h"
 
@@ -14,9 +15,9 @@ using morvane::returning;
 
 void* Picture::findInterface(REFIID iid) noexcept
 {
-    if (iid == morvane::iidOf<ISkinWithRealResBase>())
     if (iid == kIidPictureFrames)
         return static_cast<PictureFrames*>(this);
+    if (iid == morvane::iidOf<ISkinWithRealResBase>())
         return static_cast<IVexPicture*>(this);
     return findResourceInterface(iid, kImplementationIid);
 }
@@ -31,7 +32,7 @@ bool Picture::loadFromMemory(std::span<const std::uint8_t> bytes)
     m_variants = std::move(variants);
     m_renderImages.clear();
     const auto& delays = m_variants.front().picture.delaysMs;
-    m_frameTable = {static_cast<std::int32_t>(delays.size()), {}, delays.data()};
+    m_frameTable = {static_cast<std::int32_t>(delays.size()), {m_variants.front().picture.plays}, delays.data()};
     ++m_generation;
     changed();
     return true;
@@ -42,8 +43,8 @@ bool Picture::loadVariantFromMemory(int percent, std::span<const std::uint8_t> b
     auto decoded = decodePicture(bytes);
     if (!decoded || m_variants.empty() || percent <= 100)
         return false;
-    auto place = std::ranges::lower_bound(m_variants, percent, {}, &Variant::percent);
     Variant variant{percent, std::move(*decoded), {bytes.begin(), bytes.end()}};
+    auto place = std::ranges::lower_bound(m_variants, percent, {}, &Variant::percent);
     if (place != m_variants.end() && place->percent == percent)
         *place = std::move(variant);
     else
@@ -72,7 +73,6 @@ Picture::Frame Picture::frame(Scale scale, int index) const noexcept
     return {frames[static_cast<std::size_t>(std::clamp(index, 0, last))].view(), variant->percent};
 }
 
-Size Picture::size() const noexcept
 std::vector<Picture::Form> Picture::forms() const
 {
     std::vector<Form> forms;
@@ -81,6 +81,7 @@ std::vector<Picture::Form> Picture::forms() const
     return forms;
 }
 
+Size Picture::size() const noexcept
 {
     return m_variants.empty() ? Size{} : m_variants.front().picture.frames.front().size();
 }
@@ -174,9 +175,9 @@ STDMETHODIMP Picture::GetBitmap(OLE_COLOR colourise, OLE_COLOR transparent, hype
         Surface copy({pixels.width, pixels.height});
         stretchImage(copy.view(), pixels);
         if (transparent != kNoColourise)
-            applyColourKey(copy.view(), transparent);
+            applyColourKey(copy.view(), toPlainColour(transparent));
         if (isColourising(colourise))
-            applyColourise(copy.view(), Colourise::of(colourise));
+            applyColourise(copy.view(), Colourise::of(toPlainColour(colourise)));
         bitmap = reinterpret_cast<hyper>(bitmapOf(copy.view()).detach());
         return bitmap != 0 ? S_OK : E_OUTOFMEMORY;
     });

@@ -1,6 +1,7 @@
 #include "ambrel/render/picture_decoder.h"
 
 #include "ambrel/pixels/bmp.h"
+#include "ambrel/pixels/colour_change.h"
 #include "ambrel/pixels/draw.h"
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/tga.h"
@@ -102,6 +103,7 @@ std::optional<DecodedPicture> decodePicture(std::span<const std::uint8_t> bytes)
     const ImageHeader header = readImageHeader(bytes);
     if (header.format == ImageFormat::Unknown || header.size.isEmpty() || !Surface::isAllowed(header.size))
         return std::nullopt;
+    const auto icon = header.format == ImageFormat::Ico ? asIconFile(bytes) : std::vector<std::uint8_t>();
     DecodedPicture picture;
     picture.format = header.format;
     if (header.format == ImageFormat::Tga || header.format == ImageFormat::Bmp) {
@@ -109,13 +111,14 @@ std::optional<DecodedPicture> decodePicture(std::span<const std::uint8_t> bytes)
         picture.delaysMs.push_back(0);
     } else {
         const auto factory = makeFactory();
-        const auto decoder = factory ? openDecoder(factory.get(), bytes, header.format) : nullptr;
+        const auto decoder = factory ? openDecoder(factory.get(), icon.empty() ? bytes : icon, header.format) : nullptr;
         UINT count = 0;
         if (!decoder || FAILED(decoder->GetFrameCount(&count)) || count == 0)
             return std::nullopt;
         const auto layout = header.format == ImageFormat::Gif ? readGifLayout(bytes) : std::nullopt;
         if (layout) {
             decodeAnimation(factory.get(), decoder.get(), *layout, count, picture);
+            picture.plays = layout->plays;
         } else {
             // An icon file holds one picture in several sizes and depths.
             const UINT wanted = header.format == ImageFormat::Ico ? static_cast<UINT>(bestIconImage(bytes)) : 0;
@@ -140,19 +143,11 @@ bool writeFrame(IWICBitmapEncoder* encoder, ConstPixelView pixels)
         FAILED(frame->SetSize(static_cast<UINT>(pixels.width), static_cast<UINT>(pixels.height))) ||
         FAILED(frame->SetPixelFormat(&format)))
         return false;
-    std::vector<Pixel> row(static_cast<std::size_t>(pixels.width));
-    for (int y = 0; y < pixels.height; ++y) {
-        for (int x = 0; x < pixels.width; ++x) {
-            const Pixel p = pixels.at(x, y);
-            const int a = alphaOf(p);
-            const auto straight = [a](int c) { return a == 0 ? 0 : std::min(255, (c * 255 + a / 2) / a); };
-            row[static_cast<std::size_t>(x)] =
-                packPixel(a, straight(redOf(p)), straight(greenOf(p)), straight(blueOf(p)));
-        }
-        const auto stride = static_cast<UINT>(row.size() * sizeof(Pixel));
-        if (FAILED(frame->WritePixels(1, stride, stride, reinterpret_cast<BYTE*>(row.data()))))
-            return false;
-    }
+    Surface plain = withStraightAlpha(pixels);
+    const auto stride = static_cast<UINT>(plain.size().width * sizeof(Pixel));
+    const auto rows = static_cast<UINT>(plain.size().height);
+    if (FAILED(frame->WritePixels(rows, stride, stride * rows, reinterpret_cast<BYTE*>(plain.view().data))))
+        return false;
     return SUCCEEDED(frame->Commit()) && SUCCEEDED(encoder->Commit());
 }
 

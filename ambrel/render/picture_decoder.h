@@ -15,6 +15,7 @@ struct DecodedPicture {
     ImageFormat format = ImageFormat::Unknown;
     std::vector<Surface> frames;        // at least one, all of the same size
     std::vector<std::int32_t> delaysMs; // one per frame
+    int plays = 1;                      // how often an animation is shown; 0 means for ever
 };
 
 /// Decodes bytes by their content. Nothing when they are no picture, are damaged, or are larger than surfaces may be;

@@ -49,6 +49,9 @@ TEST(PictureDecoderTest, EachFormGivesTheSameQuarters)
         {L"quarters.jpg", ImageFormat::Jpeg, kRed, kGreen, kBlue, kWhite, 4},
         {L"quarters-progressive.jpg", ImageFormat::Jpeg, kRed, kGreen, kBlue, kWhite, 4},
         {L"quarters-grey.jpg", ImageFormat::Jpeg, kGreyRed, kGreyGreen, kGreyBlue, kWhite, 60},
+        {L"quarters-ycck.jpg", ImageFormat::Jpeg, kRed, kGreen, kBlue, kWhite, 4},
+        {L"quarters-cmyk.jpg", ImageFormat::Jpeg, kRed, kGreen, kBlue, kWhite, 4},
+        {L"quarters-cmyk-bare.jpg", ImageFormat::Jpeg, kRed, kGreen, kBlue, kWhite, 4},
     };
     for (const Quarters& c : kCases) {
         const std::wstring name(c.file);
@@ -93,6 +96,7 @@ TEST(PictureDecoderTest, FramesOfAnAnimationTakeThemselvesBackOrLeaveAHoleAsThey
     ASSERT_TRUE(picture);
     ASSERT_EQ(picture->frames.size(), 4u);
     EXPECT_EQ(picture->delaysMs, (std::vector<std::int32_t>{50, 200, 100, 70})); // none given: a tenth of a second
+    EXPECT_EQ(picture->plays, 3);
     const struct {
         std::size_t frame;
         int x, y;

@@ -2,6 +2,7 @@
 
 #include "ambrel/pixels/colour_change.h"
 #include "ambrel/pixels/stretch.h"
+#include "ambrel/render/colours.h"
 #include "ambrel/render/render_dc.h"
 #include "frame/com/instance.h"
 #include "host/geometry.h"
@@ -44,7 +45,7 @@ bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& sou
         Surface part(from.size());
         copyImage({part.view(), {}, part.view().bounds()}, {}, m_pixels.view().part(from));
         if (transparent != 0)
-            applyColourKey(part.view(), transparent);
+            applyColourKey(part.view(), toPlainColour(transparent));
         Surface scaled(size);
         stretchImage(scaled.view(), part.view());
         return scaled;

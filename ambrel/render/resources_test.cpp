@@ -1,4 +1,6 @@
+#include "ambrel/pixels/encoded_pictures.h"
 #include "ambrel/pixels/gradient.h"
+#include "ambrel/render/bitmaps.h"
 #include "ambrel/render/cursor.h"
 #include "ambrel/render/fill_color.h"
 #include "ambrel/render/image_base.h"
@@ -98,13 +100,14 @@ TEST(PictureTest, AnAnimationHasItsFramesAsTheyAreSeenAndTheirDelays)
     const auto picture = Instance<Picture>::make();
     ASSERT_TRUE(picture->loadFromMemory(kAnimation));
     const morvane::PictureFrameTable* table = picture->frameTable();
-    ASSERT_NE(table, nullptr);
-    ASSERT_EQ(table->frameCount, 2);
     ComPtr<PictureFrames> asked; // as the properties do
     EXPECT_EQ(picture->QueryInterface(kIidPictureFrames, asked.putVoid()), S_OK);
     EXPECT_EQ(asked ? asked->frameTable() : nullptr, table);
+    ASSERT_NE(table, nullptr);
+    ASSERT_EQ(table->frameCount, 2);
     EXPECT_EQ(table->delaysMs[0], 50);
     EXPECT_EQ(table->delaysMs[1], 200);
+    EXPECT_EQ(table->reserved[0], 0) << "shown for ever";
     EXPECT_EQ(picture->frame({}, 0).pixels.at(2, 1), kRed);
     EXPECT_EQ(picture->frame({}, 1).pixels.at(2, 1), kBlue);
     EXPECT_EQ(picture->frame({}, 1).pixels.at(0, 0), kRed); // the first one still shows
@@ -381,6 +384,52 @@ TEST(CursorTest, APictureReplacesTheArrowAndTakingItAwayBringsTheArrowBack)
     EXPECT_EQ(drawn, arrow);
 }
 
+/// What the system knows of a cursor.
+struct CursorInfo {
+    Surface pixels;
+    Point hotSpot;
+};
+
+CursorInfo infoOf(IVexCursor* cursor)
+{
+    hyper handle = 0;
+    EXPECT_EQ(cursor->GetCursorHandle(&handle), S_OK);
+    ICONINFO info{};
+    EXPECT_TRUE(GetIconInfo(reinterpret_cast<HICON>(handle), &info));
+    const morvane::UniqueBitmap mask(info.hbmMask);
+    const morvane::UniqueBitmap colour(info.hbmColor);
+    return {surfaceOfIcon(reinterpret_cast<HICON>(handle)),
+            {static_cast<int>(info.xHotspot), static_cast<int>(info.yHotspot)}};
+}
+
+TEST(CursorTest, ACursorFileShowsItsBestPictureAndPointsWhereThatDoes)
+{
+    const auto picture = Instance<Picture>::make();
+    ASSERT_TRUE(picture->loadFromMemory(cursorFile({{32, 4, 0xFF00FF00}, {32, 32, 0xFFFF0000}}, {{1, 30}, {7, 9}})));
+    const auto cursor = Instance<Cursor>::make();
+    cursor->put_ImageObj(picture.get());
+    const CursorInfo info = infoOf(cursor.get());
+    EXPECT_EQ(info.hotSpot, (Point{7, 9}));
+    ASSERT_EQ(info.pixels.size(), (Size{32, 32}));
+    EXPECT_EQ(info.pixels.view().at(5, 5), kRed);
+    setCurrentScale(Scale(200));
+    const CursorInfo large = infoOf(cursor.get());
+    EXPECT_EQ(large.hotSpot, (Point{14, 18}));
+    EXPECT_EQ(large.pixels.size(), (Size{64, 64}));
+    setCurrentScale(Scale());
+}
+
+TEST(CursorTest, HalfTransparentPixelsKeepTheirColourAndBlankOnesShowNothing)
+{
+    constexpr Pixel kHalfWhite = packPixel(128, 128, 128, 128);
+    const auto picture = pictureOf(surfaceOf({16, 16}, kHalfWhite));
+    const auto cursor = Instance<Cursor>::make();
+    cursor->put_ImageObj(picture.get());
+    EXPECT_EQ(infoOf(cursor.get()).pixels.view().at(3, 3), kHalfWhite);
+    picture->loadFromMemory(encodePng(surfaceOf({16, 16}, 0).view()));
+    EXPECT_EQ(infoOf(cursor.get()).pixels.view().at(3, 3), 0u) << "it follows its picture";
+}
+
 TEST(ImageListTest, AStripIsCutIntoImages)
 {
     const auto list = Instance<ImageList>::make();
@@ -389,6 +438,42 @@ TEST(ImageListTest, AStripIsCutIntoImages)
     EXPECT_EQ(list->image(0).at(1, 1), kRed);
     EXPECT_EQ(list->image(1).at(1, 1), 0u); // the key colour
     EXPECT_TRUE(list->image(3).isEmpty());
+    EXPECT_TRUE(list->image(-1).isEmpty());
+    EXPECT_FALSE(list->setStrip(threeColours(), 13, 0xFFFFFFFF)) << "wider than the strip";
+    EXPECT_FALSE(list->setStrip({}, 0, ImageList::kKeyOfFirstPixel));
+    EXPECT_EQ(list->count(), 3) << "it keeps what it has";
+    EXPECT_TRUE(list->setStrip(threeColours(), 5, ImageList::kKeyOfFirstPixel));
+    EXPECT_EQ(list->count(), 2);
+    EXPECT_EQ(list->imageSize(), (Size{5, 4}));
+    EXPECT_EQ(list->image(0).at(0, 0), 0u) << "the first pixel's colour";
+    EXPECT_EQ(list->image(0).at(4, 0), kGreen);
+    EXPECT_TRUE(list->setStrip(threeColours(), 0, 0xFFFFFFFF));
+    EXPECT_EQ(list->imageSize(), (Size{12, 4})) << "one image of all";
+}
+
+TEST(ImageListTest, AnEmptyListIsNotComplete)
+{
+    VARIANT_BOOL complete = VARIANT_TRUE;
+    EXPECT_EQ(Instance<ImageList>::make()->IsValidateData(&complete), S_OK);
+    EXPECT_EQ(complete, VARIANT_FALSE);
+}
+
+TEST(ColourKeyTest, SystemColoursAreKeysToo)
+{
+    constexpr OLE_COLOR kButtonFace = 0x80000000u | COLOR_BTNFACE;
+    const Pixel face = opaquePixel(GetSysColor(COLOR_BTNFACE));
+    ASSERT_NE(face, opaquePixel(COLOR_BTNFACE));
+    const auto picture = pictureOf(surfaceOf({4, 4}, face));
+    const auto image = Instance<ImageBase>::make();
+    image->setPicture(picture.get());
+    image->put_clrTrans(kButtonFace);
+    image->put_bTransparent(VARIANT_TRUE);
+    Surface target = surfaceOf({4, 4}, kRed);
+    image->draw(wholeOf(target), {0, 0, 4, 4}, 0, {});
+    EXPECT_EQ(target.view().at(1, 1), kRed);
+    const auto drawn = RenderImage::make(surfaceOf({4, 4}, face), VEX_PT_BMP);
+    drawn->draw(wholeOf(target), {0, 0, 4, 4}, {0, 0, 4, 4}, true, kButtonFace);
+    EXPECT_EQ(target.view().at(1, 1), kRed);
 }
 
 class EveryResource : public testing::TestWithParam<VexObjType> {};

@@ -54,9 +54,9 @@ ConstPixelView recoloured(const ImageSection& section, ConstPixelView part, Surf
     copy = Surface({part.width, part.height});
     copyImage({copy.view(), {}, copy.view().bounds()}, {}, part);
     if (section.isTransparent)
-        applyColourKey(copy.view(), section.keyColour);
+        applyColourKey(copy.view(), toPlainColour(section.keyColour));
     if (isColourised)
-        applyColourise(copy.view(), Colourise::of(section.colourise));
+        applyColourise(copy.view(), Colourise::of(toPlainColour(section.colourise)));
     return copy.view();
 }
 

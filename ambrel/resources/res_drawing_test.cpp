@@ -133,6 +133,43 @@ TEST_F(ResDrawingTest, ImageListsComeFromFilesSectionsAndThePlatform)
     ImageList_Destroy(platform);
 }
 
+TEST_F(ResDrawingTest, AnImageListShowsItsImagesSideBySide)
+{
+    const auto colours = [&](IVexImageList* list) {
+        const auto bitmap = drawn(section().get(), {0, 0, 4, 2});
+        {
+            const morvane::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+            const morvane::SelectedObject selected(dc.get(), bitmap.get());
+            PatBlt(dc.get(), 0, 0, 4, 2, BLACKNESS);
+            VARIANT_BOOL shown = VARIANT_FALSE;
+            EXPECT_EQ(list->DrawPreview(number(dc.get()), {0, 0, 2, 2}, &shown), S_OK);
+            EXPECT_EQ(shown, VARIANT_TRUE);
+            EXPECT_EQ(list->IsValidateData(&shown), S_OK);
+            EXPECT_EQ(shown, VARIANT_TRUE);
+        }
+        std::vector<COLORREF> seen;
+        for (int i = 0; i < 4; ++i)
+            seen.push_back(pixelOf(bitmap, i % 2, i / 2));
+        return seen;
+    };
+    const Bstr file(path.wstring());
+    const std::vector<COLORREF> kAll = {kRed, kGreen, kBlue, RGB(0, 0, 0)}; // two fit side by side
+    ComPtr<IVexImageList> list;
+    ASSERT_EQ(resources->GetImageListFromFile(file.get(), 1, 0xFFFFFFFF, list.put()), S_OK);
+    EXPECT_EQ(colours(list.get()), kAll);
+    list.reset();
+    ASSERT_EQ(resources->GetImageListFromFile(file.get(), 1, kGreen, list.put()), S_OK);
+    EXPECT_EQ(colours(list.get()), (std::vector<COLORREF>{kRed, RGB(0, 0, 0), kBlue, RGB(0, 0, 0)}));
+    list.reset();
+    ASSERT_EQ(resources->GetImageListFromFile(file.get(), 1, CLR_DEFAULT, list.put()), S_OK);
+    EXPECT_EQ(colours(list.get()), (std::vector<COLORREF>{RGB(0, 0, 0), kGreen, kBlue, RGB(0, 0, 0)}));
+    list.reset();
+    EXPECT_EQ(resources->GetImageListFromFile(file.get(), 4, 0xFFFFFFFF, list.put()), E_INVALIDARG);
+    EXPECT_FALSE(list) << "not one image fits";
+    ASSERT_EQ(resources->GetImageListFromFile(file.get(), 2, 0xFFFFFFFF, list.put()), S_OK);
+    EXPECT_EQ(colours(list.get()), (std::vector<COLORREF>{kRed, kGreen, RGB(0, 0, 0), RGB(0, 0, 0)}));
+}
+
 TEST_F(ResDrawingTest, RenderImagesAreFoundByNameUntilTheyAreGivenBack)
 {
     const auto bitmap = drawn(section().get(), {0, 0, 3, 1});

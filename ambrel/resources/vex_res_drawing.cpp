@@ -70,12 +70,17 @@ hyper bitmapOf(const SkinRect& rect, Draw&& draw)
 
 constexpr OLE_COLOR kNoKey = 0xFFFFFFFF;
 
-ComPtr<IVexImageList> listOfStrip(Surface strip, int width, OLE_COLOR key, IVexRes* resources)
+/// A list of the images in a strip; refuses a width of which not even one image fits.
+HRESULT giveListOfStrip(IVexImageList*& place, Surface strip, int width, OLE_COLOR key, IVexRes* resources)
 {
-    const auto list = newResource<IVexImageList>(VEXOBJTYPE_IMAGELIST, {}, resources);
-    if (const auto own = implementationOf<ImageList>(list.get()))
-        own->setStrip(std::move(strip), width, key);
-    return list;
+    auto list = newResource<IVexImageList>(VEXOBJTYPE_IMAGELIST, {}, resources);
+    const auto own = implementationOf<ImageList>(list.get());
+    if (!own)
+        return E_OUTOFMEMORY;
+    if (!own->setStrip(std::move(strip), width, key))
+        return E_INVALIDARG;
+    place = list.detach();
+    return S_OK;
 }
 
 HRESULT gaveBitmap(hyper& place, hyper bitmap) noexcept
@@ -300,17 +305,18 @@ STDMETHODIMP VexRes::GetImageListFromHIMAGELIST(hyper imageList, IVexImageList**
         const int count = source ? ImageList_GetImageCount(source) : 0;
         if (count <= 0 || !ImageList_GetIconSize(source, &width, &height))
             return E_INVALIDARG;
+        if (width > Surface::kMaxSide / count)
+            return E_INVALIDARG; // larger than surfaces may be
         Surface strip(Size{width * count, height});
         if (strip.isEmpty())
-            return E_INVALIDARG; // larger than surfaces may be
+            return E_INVALIDARG;
         for (int i = 0; i < count; ++i) {
             const morvane::UniqueIcon icon(ImageList_GetIcon(source, i, ILD_TRANSPARENT));
             const Surface image = surfaceOfIcon(icon.get());
             for (int y = 0; y < std::min(height, image.size().height); ++y)
                 std::copy_n(image.view().row(y), std::min(width, image.size().width), strip.view().row(y) + i * width);
         }
-        made = listOfStrip(std::move(strip), width, kNoKey, this).detach();
-        return S_OK;
+        return giveListOfStrip(made, std::move(strip), width, kNoKey, this);
     });
 }
 
@@ -329,8 +335,7 @@ STDMETHODIMP VexRes::GetImageListFromImageBase(IVexImageBase* section, short wid
         const morvane::UniqueBitmap owned(reinterpret_cast<HBITMAP>(bitmap));
         if (drawn != S_OK)
             return drawn;
-        made = listOfStrip(surfaceOfBitmap(owned.get()), width, key, this).detach();
-        return S_OK;
+        return giveListOfStrip(made, surfaceOfBitmap(owned.get()), width, key, this);
     });
 }
 
