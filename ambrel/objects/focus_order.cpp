@@ -28,8 +28,10 @@ public:
             std::stable_sort(m_stops.begin(), m_stops.end(),
                              [](ObjectNode* a, ObjectNode* b) { return place(*a) < place(*b); });
         const auto left = std::find(m_stops.begin(), m_stops.end(), from);
-        if (left != m_stops.end())
-            std::rotate(m_stops.begin(), m_stops.erase(left), m_stops.end());
+        if (left != m_stops.end()) {
+            const auto next = m_stops.erase(left);
+            std::rotate(m_stops.begin(), next, m_stops.end());
+        }
         if (!forward)
             std::reverse(m_stops.begin(), m_stops.end());
     }

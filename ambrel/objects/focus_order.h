@@ -28,9 +28,9 @@ protected:
 };
 
 /// The tab stop after (or before) `from`: those that have a place in the tab order, by that, then the others in tree
-/// order, a parent before its children and lower children first; wraps around. Only shown, usable tab stops with an area count, and of a group the chosen one; when none is, the one that
-/// is met first. With `from` null (or not beneath `root`) the first (last) one. Null when there is none but `from` and
-/// its group.
+/// order, a parent before its children and lower children first; wraps around. Only shown, usable tab stops with an
+/// area count, and of a group the chosen one; when none is, the one that is met first. With `from` null (or not beneath
+/// `root`) the first (last) one. Null when there is none but `from` and its group.
 ObjectNode* nextTabStop(ObjectNode& root, ObjectNode* from, bool forward, const FocusGroups* groups = nullptr);
 
 /// The tab stop after (or before) `from` in its group; wraps around. Null when `from` is in no group or alone there.
