@@ -8,6 +8,16 @@
 
 namespace ambrel {
 
+namespace {
+
+/// For the many rectangles of a walk: empty ones inside of the part may count as meeting it.
+bool meets(const Rect& a, const Rect& part) noexcept
+{
+    return a.left < part.right && part.left < a.right && a.top < part.bottom && part.top < a.bottom;
+}
+
+} // namespace
+
 ObjectNode::~ObjectNode()
 {
     remove();
@@ -132,7 +142,7 @@ bool ObjectNode::blockTouches(std::size_t block, const Rect& part) noexcept
         }
         m_blocks->isKnown = true;
     }
-    return !m_blocks->bounds[block].intersection(part).isEmpty();
+    return meets(m_blocks->bounds[block], part);
 }
 
 Rect ObjectNode::shownRect() const noexcept
@@ -191,18 +201,25 @@ ObjectNode* ChildIteration::next() noexcept
 
 ObjectNode* ChildIteration::nextNear(const Rect& part) noexcept
 {
-    // Blocks are left out whole, and only where the walk stands at their near end.
     constexpr std::size_t kBlock = ObjectNode::Blocks::kChildren;
-    if (m_order == Order::BottomToTop) {
-        while (m_node && m_position < m_node->m_children.size() && m_position % kBlock == 0 &&
-               !m_node->blockTouches(m_position / kBlock, part))
-            m_position = std::min(m_position + kBlock, m_node->m_children.size());
-    } else {
-        while (m_node && m_position > 0 && (m_position % kBlock == 0 || m_position == m_node->m_children.size()) &&
-               !m_node->blockTouches((m_position - 1) / kBlock, part))
-            m_position = (m_position - 1) / kBlock * kBlock;
+    const bool upwards = m_order == Order::BottomToTop;
+    while (m_node) {
+        const std::vector<ObjectNode*>& children = m_node->m_children;
+        if (upwards ? m_position >= children.size() : m_position == 0)
+            return nullptr;
+        const std::size_t at = upwards ? m_position : m_position - 1;
+        const std::size_t blockBegin = at / kBlock * kBlock;
+        const std::size_t blockEnd = std::min(blockBegin + kBlock, children.size());
+        const bool entersBlock = at == (upwards ? blockBegin : blockEnd - 1);
+        if (entersBlock && !m_node->blockTouches(at / kBlock, part)) {
+            m_position = upwards ? blockEnd : blockBegin;
+            continue;
+        }
+        m_position = upwards ? at + 1 : at;
+        if (meets(children[at]->m_rect, part))
+            return children[at];
     }
-    return next();
+    return nullptr;
 }
 
 void ChildIteration::inserted(std::size_t index) noexcept

@@ -121,7 +121,7 @@ TEST_F(ObjectNodeTest, AWalkNearAPartMeetsAllThatTouchItWhateverHasMoved)
     }
 
     ChildIteration walk(parent);
-    ASSERT_NE(walk.nextNear({0, 0, 1000, 4000}), nullptr);
+    ASSERT_NE(walk.nextNear({0, 0, 1100, 4000}), nullptr);
     nodes.clear(); // each leaves its parent
     EXPECT_EQ(walk.nextNear({0, 0, 1000, 4000}), nullptr);
 }

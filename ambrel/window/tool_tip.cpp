@@ -1,8 +1,9 @@
 #include "ambrel/window/tool_tip.h"
 
+#include "ambrel/window/desktop_place.h"
 #include "ambrel/window/window_class.h"
+#include "host/geometry.h"
 
-#include <algorithm>
 #include <utility>
 
 namespace ambrel {
@@ -37,20 +38,13 @@ RECT workArea(POINT pointer) noexcept
     return {0, 0, GetSystemMetrics(SM_CXSCREEN), GetSystemMetrics(SM_CYSCREEN)};
 }
 
-/// Below the pointer, above it where there is no room, always inside the work area. What does not fit at all is cut.
-RECT placeFor(SIZE size, int dpi) noexcept
+Rect placeFor(SIZE size, int dpi) noexcept
 {
     POINT pointer{};
     GetCursorPos(&pointer);
-    const RECT work = workArea(pointer);
-    size.cx = std::min(size.cx, work.right - work.left);
-    size.cy = std::min(size.cy, work.bottom - work.top);
-    long top = pointer.y + scaled(kBelowPointer, dpi);
-    if (top + size.cy > work.bottom)
-        top = pointer.y - size.cy - scaled(kAbovePointer, dpi);
-    top = std::clamp(top, work.top, work.bottom - size.cy);
-    const long left = std::clamp(pointer.x, work.left, work.right - size.cx);
-    return {left, top, left + size.cx, top + size.cy};
+    return placeOfTip({static_cast<int>(size.cx), static_cast<int>(size.cy)},
+                      {static_cast<int>(pointer.x), static_cast<int>(pointer.y)},
+                      {scaled(kBelowPointer, dpi), scaled(kAbovePointer, dpi)}, morvane::fromWin32(workArea(pointer)));
 }
 
 } // namespace
@@ -132,9 +126,9 @@ void ToolTip::show() noexcept
         m_font.reset(CreateFontIndirectW(&metrics.lfStatusFont));
     }
     const HWND window = m_window.get();
-    const RECT place = placeFor(measure(), m_dpi);
-    const int width = place.right - place.left;
-    const int height = place.bottom - place.top;
+    const Rect place = placeFor(measure(), m_dpi);
+    const int width = place.width();
+    const int height = place.height();
     const int corner = scaled(kCorner, m_dpi) * 2;
     morvane::UniqueRegion outline(CreateRoundRectRgn(0, 0, width + 1, height + 1, corner, corner));
     if (SetWindowRgn(window, outline.get(), FALSE))

@@ -147,7 +147,17 @@ private:
     void clockMoved() override; // Clock::Listener
 
     // Drags (window_drag.cpp)
-    void setDragRecord(ISkinObjResBase* source, ISkinObjResBase* target);
+    /// What lies under the pointer during an object drag, in whichever window of the runtime.
+    struct DragTarget {
+        ObjectNode* node = nullptr;
+        Point inWindow;            // in the client area of its window
+        ComPtr<IVexRes> resources; // of its window
+    };
+    DragTarget dragTargetAt(Point point);
+    void setDragRecord(ISkinObjResBase* source, const DragTarget& target);
+    /// What the target's controls wrote into the record of their window comes into this window's.
+    void fetchDragRecord();
+    void takeBackDragRecord() noexcept;
     void clearDragRecord() noexcept;
     HWND acceptingWindowUnder(Point point, POINT& inWindow);
     ObjectNode* fileReceiverAt(Point point);
@@ -258,7 +268,8 @@ private:
     FrameRegions m_frameRegions;
     std::vector<UINT> m_passedOn;
     WeakNode m_dragOver;
-    bool m_dragRecorded = false; // the record of the running object drag holds objects
+    ComPtr<IVexRes> m_dragResources; // of the other window that the running object drag is over, when they are others
+    bool m_dragRecorded = false;     // the record of the running object drag holds objects
     bool m_dragArmed = false;
     Point m_dragPress;
     bool m_keyHandledByFocus = false; // the raw key message, by the object that has the focus

@@ -1,9 +1,11 @@
 // Drags of objects within the application, and files dropped on the window.
 #include "ambrel/objects/hit_test.h"
+#include "ambrel/window/root_window.h"
 #include "ambrel/window/window_core.h"
 
 #include <algorithm>
 #include <shellapi.h>
+#include <utility>
 
 namespace ambrel {
 
@@ -13,7 +15,7 @@ namespace {
 /// this.
 class DragRecord {
 public:
-    explicit DragRecord(IVexRes* resources) : m_resources(resources)
+    explicit DragRecord(const ComPtr<IVexRes>& resources) : m_resources(resources)
     {
         if (!m_resources || FAILED(m_resources->GetDragInfo(&record)))
             record = {};
@@ -24,6 +26,26 @@ public:
     {
         if (m_resources)
             m_resources->SetDragInfo(record);
+    }
+    void storeObjects(ISkinObjResBase* from, ISkinObjResBase* to)
+    {
+        record.pFromObj = from;
+        record.pToObj = to;
+        store();
+    }
+    /// Everything but how drags are shown, which is the application's setting.
+    void takeContent(const VEX_DRAGINFO& other)
+    {
+        const VEX_DRAGINFO mine = std::exchange(record, other);
+        record.hBitmap = mine.hBitmap;
+        record.hWnd = mine.hWnd;
+        record.bNeedNewHWND = mine.bNeedNewHWND;
+        record.eDragMode = mine.eDragMode;
+    }
+    void empty()
+    {
+        takeContent({});
+        store();
     }
 
     VEX_DRAGINFO record{};
@@ -47,6 +69,44 @@ void tellOfDrag(ObjectNode* node, VexMsgID id, ISkinObjResBase* source, Point at
     coreOf(*node).notify(notice);
 }
 
+bool isOpenAt(HWND window, POINT at)
+{
+    RECT place{};
+    return IsWindowVisible(window) && IsWindowEnabled(window) && !IsIconic(window) && GetWindowRect(window, &place) &&
+           PtInRect(&place, at);
+}
+
+/// The window at a point of the screen; looks through `picture`, the one that follows the pointer to show what is
+/// dragged.
+HWND windowAt(POINT at, HWND picture)
+{
+    const HWND met = WindowFromPoint(at);
+    if (!picture || !met || GetAncestor(met, GA_ROOT) != picture)
+        return met;
+    HWND beneath = GetWindow(picture, GW_HWNDNEXT);
+    while (beneath && !isOpenAt(beneath, at))
+        beneath = GetWindow(beneath, GW_HWNDNEXT);
+    if (!beneath)
+        return nullptr;
+    POINT inside = at;
+    ScreenToClient(beneath, &inside);
+    const HWND child = ChildWindowFromPointEx(beneath, inside, CWP_SKIPINVISIBLE | CWP_SKIPDISABLED);
+    return child ? child : beneath;
+}
+
+/// The root of the window of this runtime that `window` is, or stands in; null when it is foreign.
+RootWindow* rootOf(HWND window)
+{
+    for (; window; window = GetAncestor(window, GA_PARENT)) {
+        // Others may have a property of the name, and in theirs the value is no address of ours.
+        if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
+            return nullptr;
+        if (auto* const root = static_cast<IAmbrel*>(GetPropW(window, kRootProperty)))
+            return RootWindow::from(root);
+    }
+    return nullptr;
+}
+
 } // namespace
 
 bool WindowCore::dragsObjects()
@@ -56,27 +116,66 @@ bool WindowCore::dragsObjects()
     return resources && SUCCEEDED(resources->GetDrag(&drags)) && drags != VARIANT_FALSE;
 }
 
-void WindowCore::setDragRecord(ISkinObjResBase* source, ISkinObjResBase* target)
+WindowCore::DragTarget WindowCore::dragTargetAt(Point point)
 {
-    DragRecord info(m_root.resources().get());
-    info.record.pFromObj = source;
-    info.record.pToObj = target;
-    info.store();
+    WindowCore* over = this; // a window that is not shown can be dragged in, too
+    DragTarget target{nullptr, point, nullptr};
+    POINT at{point.x, point.y};
+    if (window() && ClientToScreen(window(), &at)) {
+        RootWindow* const met =
+            rootOf(windowAt(at, reinterpret_cast<HWND>(DragRecord(m_root.resources()).record.hWnd)));
+        if (met && &met->window() != this && !met->window().m_destroying) {
+            over = &met->window();
+            ScreenToClient(over->window(), &at);
+            target.inWindow = {static_cast<int>(at.x), static_cast<int>(at.y)};
+        }
+    }
+    const ComPtr<IAmbrel> hold(&over->m_face);
+    const InputTarget met = over->m_scene.hitTest(target.inWindow);
+    target.node = met && over->m_scene.isEnabled(met) ? nodeOf(met) : nullptr;
+    target.resources = over->m_root.resources();
+    return target;
+}
+
+void WindowCore::setDragRecord(ISkinObjResBase* source, const DragTarget& target)
+{
+    const ComPtr<ISkinObjResBase> face = faceOf(target.node);
+    DragRecord own(m_root.resources());
+    own.storeObjects(source, face.get());
     m_dragRecorded = true;
+    if (m_dragResources && m_dragResources.get() != target.resources.get())
+        takeBackDragRecord();
+    if (!target.node || target.resources.get() == m_root.resources().get())
+        return;
+    // Its controls read the record of their own resource object.
+    m_dragResources = target.resources;
+    DragRecord lent(m_dragResources);
+    lent.takeContent(own.record);
+    lent.store();
+}
+
+void WindowCore::fetchDragRecord()
+{
+    if (!m_dragResources)
+        return;
+    const DragRecord lent(m_dragResources);
+    DragRecord own(m_root.resources());
+    own.takeContent(lent.record);
+    own.store();
+}
+
+void WindowCore::takeBackDragRecord() noexcept
+{
+    if (const ComPtr<IVexRes> lent = std::move(m_dragResources))
+        DragRecord(lent).empty();
 }
 
 void WindowCore::clearDragRecord() noexcept
 {
-    // The next drag must find neither objects nor data of this one; how drags are shown is the application's setting.
+    // The next drag must find neither objects nor data of this one.
     m_dragRecorded = false;
-    DragRecord info(m_root.resources().get());
-    VEX_DRAGINFO empty{};
-    empty.hBitmap = info.record.hBitmap;
-    empty.hWnd = info.record.hWnd;
-    empty.bNeedNewHWND = info.record.bNeedNewHWND;
-    empty.eDragMode = info.record.eDragMode;
-    info.record = empty;
-    info.store();
+    takeBackDragRecord();
+    DragRecord(m_root.resources()).empty();
 }
 
 void WindowCore::dragged(const InputAction& action, SkinObjectCore& source)
@@ -84,19 +183,21 @@ void WindowCore::dragged(const InputAction& action, SkinObjectCore& source)
     const WeakNode sourceNode(&source.node());
     const ComPtr<ISkinObjResBase> hold(source.face());
     if (action.kind == InputKind::DragStart) {
-        setDragRecord(hold.get(), nullptr);
+        setDragRecord(hold.get(), {});
         return tellOfDrag(sourceNode.get(), VEXSM_STARTDRAG, hold.get(), action.point);
     }
     const bool cancelled = action.kind == InputKind::DragCancel;
     const bool ends = cancelled || action.kind == InputKind::DragEnd;
     POINT inWindow{};
     const HWND foreign = cancelled ? nullptr : acceptingWindowUnder(action.point, inWindow);
-    m_dragOver.reset(cancelled || foreign ? nullptr : nodeOf(m_scene.hitTest(action.point)));
-    setDragRecord(hold.get(), faceOf(m_dragOver.get()).get());
+    const DragTarget target = cancelled || foreign ? DragTarget{} : dragTargetAt(action.point);
+    m_dragOver.reset(target.node);
+    setDragRecord(hold.get(), target);
     const VexMsgID id = ends ? VEXSM_ENDDRAG : VEXSM_DRAGING;
     if (foreign)
         SendMessageW(foreign, id, reinterpret_cast<WPARAM>(hold.get()), MAKELPARAM(inWindow.x, inWindow.y));
-    tellOfDrag(m_dragOver.get(), id, hold.get(), action.point);
+    tellOfDrag(m_dragOver.get(), id, hold.get(), target.inWindow);
+    fetchDragRecord();
     if (!ends)
         return;
     tellOfDrag(sourceNode.get(), VEXSM_ENDDRAG_NOTIFYFROMOBJ, hold.get(), action.point);

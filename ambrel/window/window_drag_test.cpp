@@ -27,6 +27,7 @@ protected:
 
     void startDrag()
     {
+        AmbrelAdvanceClock(1000); // not the second press of a double click
         press(10, 10);
         moveTo(60, 20, MK_LBUTTON);
     }
@@ -139,6 +140,108 @@ TEST_F(ObjectDragTest, AForeignWindowThatAsksForItHearsOfDragsOverIt)
     DestroyWindow(other);
     EXPECT_EQ(root->RevokeAcceptHwnd(reinterpret_cast<hyper>(other)), S_OK);
     EXPECT_EQ(root->RevokeAcceptHwnd(reinterpret_cast<hyper>(other)), S_FALSE);
+}
+
+TEST_F(ObjectDragTest, AnotherWindowOfTheApplicationTakesTheDrag)
+{
+    show();
+    const ComPtr<IAmbrel> second = open(L"Second", {300, 150, 500, 350}); // over a corner of the first, at 100, 100
+    add("there", {0, 0, 100, 100}, second.get());
+    TestControl* const off = add("off", {100, 0, 200, 100}, second.get());
+    VARIANT_BOOL changed = VARIANT_FALSE;
+    off->EnableObject(VARIANT_FALSE, VARIANT_FALSE, &changed);
+    TestControl* const covered = add("covered", {200, 50, 300, 200});
+    const HWND other = windowOf(second.get());
+    SetWindowPos(other, HWND_TOP, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE | SWP_NOACTIVATE | SWP_SHOWWINDOW);
+    morvane::Point over;
+    answers["there drag over"] = [&](const VexNotify& notice) {
+        over = {static_cast<int>(notice.lParam2), static_cast<int>(notice.lParam3)};
+    };
+    std::pair<ISkinObjResBase*, ISkinObjResBase*> atDrop;
+    answers["there drop"] = [&](const VexNotify& notice) {
+        atDrop = recorded();
+        EXPECT_EQ(notice.lParam1, reinterpret_cast<hyper>(a->asControl()));
+    };
+    startDrag();
+    moveTo(210, 60, MK_LBUTTON); // where the second window lies over an object of the first
+    moveTo(310, 60, MK_LBUTTON); // what is disabled hears nothing
+    release(250, 70);
+    EXPECT_EQ(over, (morvane::Point{10, 10}));
+    EXPECT_EQ(taken(), Log({"a down", "a start drag", "a drag over", "there drag over", "there drop", "a drag ended"}));
+    EXPECT_EQ(atDrop.second, controls[2]->asControl());
+    EXPECT_EQ(recorded(), (std::pair<ISkinObjResBase*, ISkinObjResBase*>()));
+
+    // A window that shows what is dragged lies under the pointer and is nobody's target; nor is a hidden one.
+    VEX_DRAGINFO shown{};
+    shown.hWnd = reinterpret_cast<hyper>(other);
+    resources->SetDragInfo(shown);
+    startDrag();
+    moveTo(210, 60, MK_LBUTTON);
+    send(WM_KEYDOWN, VK_ESCAPE);
+    EXPECT_EQ(taken(), Log({"a down", "a start drag", "a drag over", "covered drag over", "a drag ended"}));
+    resources->SetDragInfo({});
+    ShowWindow(other, SW_HIDE);
+    startDrag();
+    moveTo(210, 60, MK_LBUTTON);
+    send(WM_KEYDOWN, VK_ESCAPE);
+    EXPECT_EQ(taken(), Log({"a down", "a start drag", "a drag over", "covered drag over", "a drag ended"}));
+    EXPECT_TRUE(covered->asControl());
+    DestroyWindow(other);
+}
+
+TEST_F(ObjectDragTest, WindowsOfDifferentSkinsShareTheRecordDuringADrag)
+{
+    show();
+    ComPtr<IVexRes> others;
+    ASSERT_EQ(AmbrelCreateRes(others.put()), S_OK);
+    std::swap(resources, others);
+    const ComPtr<IAmbrel> second = open(L"Second", {500, 100, 600, 200});
+    add("there", {0, 0, 100, 100}, second.get());
+    std::swap(resources, others);
+    ShowWindow(windowOf(second.get()), SW_SHOWNOACTIVATE);
+    const auto recordOf = [](IVexRes& of) {
+        VEX_DRAGINFO info{};
+        of.GetDragInfo(&info);
+        for (ISkinObjResBase* each : {info.pFromObj, info.pToObj}) {
+            if (each)
+                each->Release();
+        }
+        return info;
+    };
+    const auto change = [&](IVexRes& of, hyper VEX_DRAGINFO::*field, hyper value) {
+        VEX_DRAGINFO info{};
+        of.GetDragInfo(&info);
+        info.*field = value;
+        of.SetDragInfo(info);
+        for (ISkinObjResBase* each : {info.pFromObj, info.pToObj}) {
+            if (each)
+                each->Release();
+        }
+    };
+    change(*others.get(), &VEX_DRAGINFO::hBitmap, 5); // how that skin shows drags
+    answers["a start drag"] = [&](const VexNotify&) { change(*resources.get(), &VEX_DRAGINFO::hData1, 7); };
+    VEX_DRAGINFO seenThere{};
+    answers["there drop"] = [&](const VexNotify&) {
+        seenThere = recordOf(*others.get());
+        change(*others.get(), &VEX_DRAGINFO::hTargetItem, 9);
+    };
+    VEX_DRAGINFO seenAtEnd{};
+    answers["a drag ended"] = [&](const VexNotify&) { seenAtEnd = recordOf(*resources.get()); };
+    startDrag();
+    moveTo(450, 50, MK_LBUTTON);
+    release(450, 50);
+    EXPECT_EQ(seenThere.pFromObj, a->asControl());
+    EXPECT_EQ(seenThere.hData1, 7);
+    EXPECT_EQ(seenThere.hBitmap, 5);
+    EXPECT_EQ(seenAtEnd.hTargetItem, 9);
+    EXPECT_EQ(seenAtEnd.hBitmap, 0);
+    for (IVexRes* each : {resources.get(), others.get()}) {
+        EXPECT_EQ(recordOf(*each).pFromObj, nullptr);
+        EXPECT_EQ(recordOf(*each).hData1, 0);
+        EXPECT_EQ(recordOf(*each).hTargetItem, 0);
+    }
+    EXPECT_EQ(recordOf(*others.get()).hBitmap, 5);
+    DestroyWindow(windowOf(second.get()));
 }
 
 TEST_F(HostTest, CapturedForTheApplicationThePressedObjectGetsEveryMove)

@@ -1,4 +1,5 @@
 // The window's place on the desktop: size, borders, resolution, companions.
+#include "ambrel/window/desktop_place.h"
 #include "ambrel/window/tree_walk.h"
 #include "ambrel/window/window_core.h"
 
@@ -152,18 +153,23 @@ bool WindowCore::centre()
         return false;
     const bool isChild = (GetWindowLongPtrW(window(), GWL_STYLE) & WS_CHILD) != 0;
     const HWND above = isChild ? GetParent(window()) : GetWindow(window(), GW_OWNER);
+    const bool overOwner = !isChild && above && !IsIconic(above);
     RECT around{};
     MONITORINFO monitor{};
     monitor.cbSize = sizeof monitor;
     if (isChild)
         GetClientRect(above, &around);
-    else if (above && !IsIconic(above))
+    else if (!GetMonitorInfoW(MonitorFromWindow(overOwner ? above : window(), MONITOR_DEFAULTTONEAREST), &monitor))
+        return false;
+    else if (overOwner)
         GetWindowRect(above, &around);
-    else if (GetMonitorInfoW(MonitorFromWindow(window(), MONITOR_DEFAULTTONEAREST), &monitor))
+    else
         around = monitor.rcWork;
-    const long left = (around.left + around.right - (place.right - place.left)) / 2;
-    const long top = (around.top + around.bottom - (place.bottom - place.top)) / 2;
-    return SetWindowPos(window(), nullptr, left, top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) != FALSE;
+    const Size size = morvane::fromWin32(place).size();
+    const Rect middle = isChild ? morvane::centredIn(morvane::fromWin32(around), size)
+                                : centredWithin(morvane::fromWin32(around), size, morvane::fromWin32(monitor.rcWork));
+    return SetWindowPos(window(), nullptr, middle.left, middle.top, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE) !=
+           FALSE;
 }
 
 bool WindowCore::isTransparentAt(Point onScreen) const
