@@ -1,5 +1,5 @@
 // Any bytes as a picture for the parts of decoding that are our own: what kind it is and how large, an animation's
-// layout and composition, the pixels of Truevision and bitmap files.
+// layout and composition, the pixels of Truevision and bitmap files, cursors as icons.
 #include "ambrel/pixels/bmp.h"
 #include "ambrel/pixels/gif_layout.h"
 #include "ambrel/pixels/image_header.h"
@@ -46,11 +46,17 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size)
     fuzz::require(header.size.width >= 0 && header.size.height >= 0, "a size is not negative");
     if (const auto layout = readGifLayout(bytes)) {
         fuzz::require(layout->frames.size() <= kMaxGifFrames, "the frames keep their limit");
+        fuzz::require(layout->plays >= 0 && layout->plays <= 0x10000, "an animation is shown a number of times");
         for (const GifFrame& frame : layout->frames)
             fuzz::require(frame.delayMs > 0 && frame.area.left >= 0 && frame.area.top >= 0,
                           "a frame has a place and time");
         compose(*layout);
     }
+    if (header.format == ImageFormat::Ico) {
+        fuzz::require(readImageHeader(asIconFile(bytes)).size == header.size, "a cursor has the pictures of its icon");
+        fuzz::require(bestIconImage(asIconFile(bytes)) >= 0 && cursorHotSpot(bytes).x >= 0, "there is a best picture");
+    }
+    fuzz::require((header.format == ImageFormat::Tga) <= tgaSize(bytes).has_value(), "the header is read alike");
     const Surface pixels = header.format == ImageFormat::Bmp ? decodeBmp(bytes) : decodeTga(bytes);
     const bool isOurs = header.format == ImageFormat::Tga || header.format == ImageFormat::Bmp;
     expectHeld(pixels, bytes, isOurs ? header.size : pixels.size(), header.format == ImageFormat::Bmp ? 128 : 64);
