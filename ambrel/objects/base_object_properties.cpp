@@ -47,8 +47,8 @@ STDMETHODIMP BaseObject::CreateProp(ICtrlPluginProp* group, enumPropType type, B
     if (!result)
         return E_POINTER;
     *result = nullptr;
-    return createProperty(this, group, type, morvane::viewOf(name), morvane::viewOf(help), style != VARIANT_FALSE,
-                          callback, result);
+    return createProperty(group, type, morvane::viewOf(name), morvane::viewOf(help), style != VARIANT_FALSE, callback,
+                          result);
 }
 
 STDMETHODIMP BaseObject::AddProp(ICtrlPluginProp* group) noexcept

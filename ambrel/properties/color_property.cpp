@@ -4,6 +4,7 @@
 #include "ambrel/properties/simple_properties.h"
 #include "ambrel/properties/value_text.h"
 
+#include <cmath>
 #include <limits>
 
 namespace ambrel {
@@ -147,7 +148,10 @@ STDMETHODIMP ColorPropertyObject::DrawArcTickString(IVexRenderDC* dc, SkinRect r
             const ArcPoint centre = ticks[i].inner;
             SkinRect box = {centre.x - kHalfWidth, centre.y - kHalfHeight, centre.x + kHalfWidth,
                             centre.y + kHalfHeight};
-            const Bstr text(formatFloat(least + step * static_cast<float>(i)));
+            const float number = least + step * static_cast<float>(i);
+            if (!std::isfinite(number))
+                return false;
+            const Bstr text(formatRounded(number));
             VARIANT_BOOL textDrawn = VARIANT_FALSE;
             drawn &= SUCCEEDED(dc->DrawText(text.get(), &box, font, color, DT_CENTER | DT_VCENTER | DT_SINGLELINE,
                                             &textDrawn)) &&

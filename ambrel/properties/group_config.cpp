@@ -19,10 +19,8 @@ public:
     bool run(PropertyGroup& group, const std::wstring& key)
     {
         bool done = expandedState(group, key + L"IsExpand");
-        for (const auto& property : group.properties())
-            done |= access(*coreOf(property.get()), key);
-        for (const auto& child : group.groups())
-            done |= run(*child.get(), std::wstring(key).append(child->name()));
+        group.eachProperty([&](PropertyCore& property) { done |= access(property, key); });
+        group.eachGroup([&](PropertyGroup& child) { done |= run(child, std::wstring(key).append(child.name())); });
         return done;
     }
 
@@ -72,6 +70,7 @@ HRESULT accessGroup(PropertyGroup& group, BSTR parentName, hyper node, bool read
         const auto element = ConfigNode::fromHandle(node);
         if (!element)
             return E_INVALIDARG;
+        const ComPtr<PropertyGroup> hold(&group);
         const std::wstring key = std::wstring(morvane::viewOf(parentName)) + group.path();
         done = morvane::toVariantBool(GroupAccess(*element, read, styleNodes).run(group, key));
         return S_OK;

@@ -32,6 +32,8 @@ std::wstring hotkeyText(IVexHotkey& hotkey)
     long modifiers = 0;
     hotkey.get_wVirtualKeyCode(&key);
     hotkey.get_wModifiers(&modifiers);
+    if (((modifiers & kMostModifiers) | (key & kMostKey)) == 0)
+        return {}; // an object that nobody gave a key yet: looking at a property is no change of it
     return formatColor(static_cast<std::uint32_t>((modifiers & kMostModifiers) << kModifierShift | (key & kMostKey)));
 }
 

@@ -12,7 +12,7 @@
 namespace ambrel {
 
 /// The object behind IVexHotkey. Modifiers: 1 Shift, 2 Ctrl, 4 Alt. As text it is one number: the modifiers above the
-/// key's eight bits ("0x00000641" is Ctrl, Alt and A); 0 is no key.
+/// key's eight bits ("0x00000641" is Ctrl, Alt and A); no key is the empty text, and read as 0, too.
 class Hotkey : public morvane::Dispatch<IVexHotkey> {
 public:
     static morvane::ComPtr<IVexHotkey> create()

@@ -6,8 +6,6 @@
 #include "ambrel/properties/property_core.h"
 #include "frame/com/dispatch.h"
 
-#include <type_traits>
-
 namespace ambrel {
 
 /// `Derived` is final, implements the typed operations of `Interface` and supplies
@@ -165,11 +163,14 @@ public:
     bool releaseValue() noexcept { return false; } // only resources are released
 
 protected:
+    /// Held where something of this object is touched after a call of a foreign object, which may release it.
+    morvane::ComPtr<IVexPropBase> held() noexcept { return morvane::ComPtr<IVexPropBase>(this); }
+
     /// Stores a value; a different one is announced.
     template <class Value>
     void assign(Value& place, Value value, Notify notify = Notify::Yes)
     {
-        if (place == value || isNoNumber(place, value))
+        if (place == value)
             return;
         std::swap(place, value); // the former value goes last
         if (notify == Notify::Yes)
@@ -177,15 +178,6 @@ protected:
     }
 
 private:
-    /// What is no number equals nothing, not even itself; a callback that sets it again would never end.
-    template <class Value>
-    static bool isNoNumber(const Value& one, const Value& other) noexcept
-    {
-        if constexpr (std::is_floating_point_v<Value>)
-            return one != one && other != other;
-        return false;
-    }
-
     static constexpr std::uint32_t kDying = 0x40000000;
 
     static Derived& derived(PropertyCore& core) noexcept { return static_cast<Derived&>(static_cast<Property&>(core)); }

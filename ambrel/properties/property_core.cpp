@@ -1,9 +1,12 @@
 #include "ambrel/properties/property_config.h"
 
 #include "ambrel/properties/config_node.h"
+#include "ambrel/properties/hotkey.h"
 #include "ambrel/properties/property_descriptor.h"
 #include "ambrel/properties/property_group.h"
 #include "ambrel/trace/trace.h"
+
+#include <utility>
 
 namespace ambrel {
 
@@ -14,6 +17,13 @@ using morvane::guarded;
 PropertyCore::~PropertyCore()
 {
     morvane::ModuleLock::remove();
+}
+
+void PropertyCore::setName(std::wstring_view name)
+{
+    m_name = Atom(name);
+    if (type() == _PROPTYPE_HOTKEY)
+        hotkeyGained(); // hot keys are known by their properties' names
 }
 
 void PropertyCore::setHelp(std::wstring_view help)
@@ -113,6 +123,19 @@ PropertyCore* coreOf(IVexPropBase* property) noexcept
     return static_cast<PropertyCore*>(core);
 }
 
+namespace {
+
+struct OwnedVariant {
+    OwnedVariant() noexcept { VariantInit(&value); }
+    OwnedVariant(const OwnedVariant&) = delete;
+    OwnedVariant& operator=(const OwnedVariant&) = delete;
+    ~OwnedVariant() { VariantClear(&value); }
+
+    VARIANT value;
+};
+
+} // namespace
+
 namespace config {
 
 HRESULT descriptor(PropertyCore& property, IVexPropType** result) noexcept
@@ -130,22 +153,29 @@ HRESULT getVariant(PropertyCore& property, VARIANT* result) noexcept
 
 HRESULT setVariant(PropertyCore& property, const VARIANT& value, Notify notify) noexcept
 {
-    return guarded([&] { return property.kind().setVariant(property, value, notify); });
+    return guarded([&]() -> HRESULT {
+        const ComPtr<IVexPropBase> hold(&property.asInterface()); // what is asked for a value may release it
+        if (!(value.vt & VT_BYREF))
+            return property.kind().setVariant(property, value, notify);
+        OwnedVariant own;
+        if (!value.byref)
+            return E_INVALIDARG;
+        if ((value.vt & VT_TYPEMASK) == VT_RECORD || FAILED(VariantCopyInd(&own.value, const_cast<VARIANT*>(&value))) ||
+            (own.value.vt & VT_BYREF))
+            return DISP_E_TYPEMISMATCH;
+        return property.kind().setVariant(property, own.value, notify);
+    });
 }
 
 HRESULT getDispatch(PropertyCore& property, IDispatch** result) noexcept
 {
     return morvane::filling(result, [&](IDispatch*& place) {
-        VARIANT value;
-        VariantInit(&value);
-        const HRESULT status = property.kind().getVariant(property, value);
+        OwnedVariant own;
+        const HRESULT status = property.kind().getVariant(property, own.value);
         if (FAILED(status))
             return status;
-        if (value.vt != VT_DISPATCH) {
-            VariantClear(&value);
-            return S_FALSE;
-        }
-        place = value.pdispVal; // the reference goes with it
+        if (own.value.vt == VT_DISPATCH)
+            place = std::exchange(own.value.pdispVal, nullptr);
         return place ? S_OK : S_FALSE;
     });
 }
@@ -184,17 +214,14 @@ HRESULT clone(PropertyCore& property, IVexPropBase* source) noexcept
         PropertyCore* core = coreOf(source);
         if (core == &property)
             return S_OK;
+        const ComPtr<IVexPropBase> hold(&property.asInterface());
         if (core && core->type() == property.type()) {
             property.kind().copyFrom(property, *core);
             return S_OK;
         }
-        VARIANT value;
-        VariantInit(&value);
-        HRESULT status = source->GetVariant(&value);
-        if (SUCCEEDED(status))
-            status = property.kind().setVariant(property, value, Notify::No);
-        VariantClear(&value);
-        return status;
+        OwnedVariant own;
+        const HRESULT status = source->GetVariant(&own.value);
+        return FAILED(status) ? status : setVariant(property, own.value, Notify::No);
     });
 }
 

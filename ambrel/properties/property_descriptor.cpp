@@ -172,7 +172,7 @@ ComboPropertyObject* PropertyDescriptor::combo() const noexcept
 
 STDMETHODIMP PropertyDescriptor::get_nComboSelItem(long* result) noexcept
 {
-    return returning(result, [&] { return combo() ? *combo()->selectionPlace() : -1; });
+    return returning(result, [&] { return combo() ? combo()->selection() : -1; });
 }
 
 STDMETHODIMP PropertyDescriptor::put_nComboSelItem(long index) noexcept

@@ -72,9 +72,8 @@ ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* par
     return group.as<ICtrlPluginProp>();
 }
 
-HRESULT createProperty(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, std::wstring_view name,
-                       std::wstring_view help, bool isStyle, IPropChangedCallback* callback,
-                       IVexPropBase** result) noexcept
+HRESULT createProperty(ICtrlPluginProp* group, enumPropType type, std::wstring_view name, std::wstring_view help,
+                       bool isStyle, IPropChangedCallback* callback, IVexPropBase** result) noexcept
 {
     return morvane::filling(result, [&](IVexPropBase*& place) {
         const auto home = PropertyGroup::from(group);
@@ -86,8 +85,6 @@ HRESULT createProperty(IVexControlBase* owner, ICtrlPluginProp* group, enumPropT
         core.setHelp(help);
         core.setCallback(callback);
         home->add(property, core);
-        if (owner && !home->owner())
-            home->setOwner(owner);
         place = property.detach();
         return S_OK;
     });

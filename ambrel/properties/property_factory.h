@@ -15,12 +15,12 @@ namespace ambrel {
 morvane::ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name,
                                              bool expanded);
 
-/// A property as the last one of `group`, which keeps it and through which it finds its owner; `owner` is given to the
-/// group when the group has none. `callback` may be null and is kept. The typed layout of `*result` is that of
-/// host/typed_properties.h. E_INVALIDARG for a missing or foreign group or an unknown type.
-HRESULT createProperty(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, std::wstring_view name,
-                       std::wstring_view help, bool isStyle, IPropChangedCallback* callback,
-                       IVexPropBase** result) noexcept;
+/// A property as the last one of `group`, which keeps it and through which it finds its owner, if there is one: a group
+/// that is in no control's table would not hear when a control ends. `callback` may be null and is kept. The typed
+/// layout of `*result` is that of host/typed_properties.h. E_INVALIDARG for a missing or foreign group or an unknown
+/// type.
+HRESULT createProperty(ICtrlPluginProp* group, enumPropType type, std::wstring_view name, std::wstring_view help,
+                       bool isStyle, IPropChangedCallback* callback, IVexPropBase** result) noexcept;
 
 /// Makes the fill that a fill property hands out before one is set. Part of the renderer, which is told here once, when
 /// the runtime starts; null (the start value) means that an unset property has no fill.

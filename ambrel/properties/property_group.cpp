@@ -177,15 +177,17 @@ void PropertyGroup::copyFrom(PropertyGroup& source)
     if (&source == this)
         return;
     m_isExpanded = source.m_isExpanded;
-    for (const auto& property : properties()) {
-        PropertyCore* core = coreOf(property.get());
-        PropertyCore* from = source.findProperty(core->name().text());
-        if (from && from->type() == core->type())
-            core->kind().copyFrom(*core, *from);
-    }
-    for (const auto& group : groups())
-        if (PropertyGroup* from = source.findGroup(group->name()))
-            group->copyFrom(*from);
+    eachProperty([&](PropertyCore& property) {
+        PropertyCore* from = source.findProperty(property.name().text());
+        if (!from || from->type() != property.type())
+            return;
+        const ComPtr<IVexPropBase> hold(&from->asInterface());
+        property.kind().copyFrom(property, *from);
+    });
+    eachGroup([&](PropertyGroup& group) {
+        if (const ComPtr<PropertyGroup> from(source.findGroup(group.name())); from)
+            group.copyFrom(*from.get());
+    });
 }
 
 STDMETHODIMP PropertyGroup::QueryInterface(REFIID iid, void** result) noexcept
@@ -250,6 +252,7 @@ STDMETHODIMP PropertyGroup::AddProp(ICtrlPluginProp* group) noexcept
     return guarded([&] {
         if (!add(added))
             return E_INVALIDARG;
+        hotkeyGained();           // it may bring some
         added->setOwner(nullptr); // its owner is now that of the groups above
         return S_OK;
     });
@@ -328,6 +331,8 @@ STDMETHODIMP PropertyGroup::GetControlBasePtr(IVexControlBase** result) noexcept
 STDMETHODIMP PropertyGroup::SetControlBasePtr(IVexControlBase* owner) noexcept
 {
     setOwner(owner);
+    if (owner)
+        hotkeyGained(); // it comes into a table
     return S_OK;
 }
 
@@ -385,6 +390,7 @@ STDMETHODIMP PropertyGroup::Clone(ICtrlPluginProp* source) noexcept
     if (!source)
         return E_POINTER;
     const auto from = PropertyGroup::from(source);
+    const ComPtr<PropertyGroup> hold(this);
     return from ? guarded([&] { copyFrom(*from.get()); }) : E_INVALIDARG;
 }
 

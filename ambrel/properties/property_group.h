@@ -36,6 +36,23 @@ public:
     PropertyGroup* parent() const noexcept { return m_parent; }
     PropertyList properties() const noexcept { return m_properties.items(); }
     GroupList groups() const noexcept { return m_extras ? m_extras->groups.items() : GroupList(); }
+    /// One after the other, each kept during its visit, which may change the lists. Keep the group meanwhile.
+    template <class Visit>
+    void eachProperty(Visit visit) const
+    {
+        for (std::size_t i = 0; i < m_properties.size(); ++i) {
+            const morvane::ComPtr<IVexPropBase> property = m_properties[i];
+            visit(*coreOf(property.get()));
+        }
+    }
+    template <class Visit>
+    void eachGroup(Visit visit) const
+    {
+        for (std::size_t i = 0; i < groups().size(); ++i) {
+            const morvane::ComPtr<PropertyGroup> group = groups()[i];
+            visit(*group.get());
+        }
+    }
     PropertyGroup* findGroup(std::wstring_view name) const noexcept;   // the first of the name; borrowed
     PropertyCore* findProperty(std::wstring_view name) const noexcept; // the first of the name; borrowed
 

@@ -254,7 +254,7 @@ void makeButtonTable(PropertyTree& tree)
         tree.add(home.get());
         for (const auto& [name, type] : list) {
             ComPtr<IVexPropBase> property;
-            createProperty(nullptr, home.get(), type, name, {}, true, nullptr, property.put());
+            createProperty(home.get(), type, name, {}, true, nullptr, property.put());
         }
     };
     for (const auto* state : {L"Normal", L"Press", L"Disabled", L"Hot", L"Focus", L"Inactive"})

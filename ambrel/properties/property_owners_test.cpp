@@ -100,20 +100,6 @@ TEST_F(PropertiesTest, AnyIndexOutsideFindsNothing)
     EXPECT_EQ(home->GetSkinPropTypeFromIndex(0, nullptr), E_POINTER);
 }
 
-TEST_F(PropertiesTest, WhatIsNoNumberIsAnnouncedOnceAndNotForEver)
-{
-    const auto property = make<morvane::FloatProperty>(_PROPTYPE_FLOAT);
-    const float noNumber = std::numeric_limits<float>::quiet_NaN();
-    onNotified = [&] {
-        if (notified < 5)
-            property->SetValue(noNumber); // a control that insists
-    };
-    property->SetValue(noNumber);
-    EXPECT_EQ(notified, 1);
-    property->SetValue(1.5f);
-    EXPECT_EQ(notified, 3) << "the change, and the control's answer to it";
-}
-
 TEST_F(PropertiesTest, ACallbackMayTakeItsPropertyAndItsGroupAway)
 {
     Callback callback;

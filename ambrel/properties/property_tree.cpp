@@ -25,11 +25,10 @@ HRESULT PropertyTree::createGroup(IVexControlBase* owner, ICtrlPluginProp* paren
     });
 }
 
-HRESULT PropertyTree::createProp(IVexControlBase* owner, ICtrlPluginProp* group, enumPropType type, BSTR name,
-                                 BSTR help, bool isStyle, IPropChangedCallback* callback,
-                                 IVexPropBase** result) noexcept
+HRESULT PropertyTree::createProp(IVexControlBase*, ICtrlPluginProp* group, enumPropType type, BSTR name, BSTR help,
+                                 bool isStyle, IPropChangedCallback* callback, IVexPropBase** result) noexcept
 {
-    return createProperty(owner, group, type, viewOf(name), viewOf(help), isStyle, callback, result);
+    return createProperty(group, type, viewOf(name), viewOf(help), isStyle, callback, result);
 }
 
 bool PropertyTree::add(ICtrlPluginProp* group)

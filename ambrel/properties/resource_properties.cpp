@@ -27,6 +27,14 @@ short toShort(long value) noexcept
     return static_cast<short>(std::clamp(value, 0L, kMost));
 }
 
+ComPtr<IVexPicture> pictureOf(const ComPtr<IVexImageBase>& section) noexcept
+{
+    ComPtr<IVexPicture> picture;
+    if (section)
+        section->get_ImageObj(picture.put());
+    return picture;
+}
+
 /// Runs a drawing of `object` with held references; without an object nothing is drawn and the status is S_FALSE.
 template <class Object, class Body>
 HRESULT drawing(const ComPtr<Object>& object, const SkinRect* rect, VARIANT_BOOL* drawn, Body&& body) noexcept
@@ -43,22 +51,19 @@ HRESULT drawing(const ComPtr<Object>& object, const SkinRect* rect, VARIANT_BOOL
 
 STDMETHODIMP ImageSectionPropertyObject::HasPicture(VARIANT_BOOL* has) noexcept
 {
-    return returning(has, [&] {
-        ComPtr<IVexPicture> picture;
-        if (m_object)
-            m_object->get_ImageObj(picture.put());
-        return picture != nullptr;
-    });
+    return returning(has, [&] { return pictureOf(object()) != nullptr; });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::SetSectionRect(const SkinRect* rect) noexcept
 {
     if (!rect)
         return E_POINTER;
-    if (!m_object)
+    const ComPtr<IVexImageBase> section = object();
+    if (!section)
         return S_FALSE;
+    const auto hold = held();
     SkinRect changed = *rect;
-    const HRESULT status = m_object->put_rect(&changed);
+    const HRESULT status = section->put_rect(&changed);
     if (SUCCEEDED(status))
         announceChange();
     return status;
@@ -68,8 +73,10 @@ STDMETHODIMP ImageSectionPropertyObject::SetSectionRect(const SkinRect* rect) no
 
 STDMETHODIMP ImageSectionPropertyObject::GetSectionRect(SkinRect* rect) noexcept
 {
+    const auto hold = held();
     return filling(rect, [&](SkinRect& place) {
-        const HRESULT status = m_object ? m_object->get_rect(&place) : S_FALSE;
+        const ComPtr<IVexImageBase> section = object();
+        const HRESULT status = section ? section->get_rect(&place) : S_FALSE;
         for (LONG* each : {&place.left, &place.top, &place.right, &place.bottom})
             *each = natural(*each);
         return status;
@@ -78,13 +85,15 @@ STDMETHODIMP ImageSectionPropertyObject::GetSectionRect(SkinRect* rect) noexcept
 
 STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
 {
+    const auto hold = held();
     return filling(width, [&](short& place) {
         if (const auto known = images()) {
             place = toShort(natural(known->imageSize().width));
             return S_OK;
         }
         long whole = 0;
-        const HRESULT status = m_object ? m_object->GetWidth(&whole) : S_FALSE;
+        const ComPtr<IVexImageBase> section = object();
+        const HRESULT status = section ? section->GetWidth(&whole) : S_FALSE;
         place = toShort(natural(whole / imageCount()));
         return status;
     });
@@ -92,13 +101,15 @@ STDMETHODIMP ImageSectionPropertyObject::GetImageWidth(short* width) noexcept
 
 STDMETHODIMP ImageSectionPropertyObject::GetImageHeight(short* height) noexcept
 {
+    const auto hold = held();
     return filling(height, [&](short& place) {
         if (const auto known = images()) {
             place = toShort(natural(known->imageSize().height));
             return S_OK;
         }
         long whole = 0;
-        const HRESULT status = m_object ? m_object->GetHeight(&whole) : S_FALSE;
+        const ComPtr<IVexImageBase> section = object();
+        const HRESULT status = section ? section->GetHeight(&whole) : S_FALSE;
         place = toShort(natural(whole));
         return status;
     });
@@ -128,8 +139,8 @@ STDMETHODIMP ImageSectionPropertyObject::SetImageCount(long count) noexcept
 ComPtr<SectionImages> ImageSectionPropertyObject::images() const noexcept
 {
     ComPtr<SectionImages> known;
-    if (m_object)
-        m_object->QueryInterface(kIidSectionImages, known.putVoid());
+    if (const ComPtr<IVexImageBase> section = object())
+        section->QueryInterface(kIidSectionImages, known.putVoid());
     return known;
 }
 
@@ -160,16 +171,21 @@ STDMETHODIMP ImageSectionPropertyObject::RenderDraw(IVexRenderDC* dc, const Skin
 
 STDMETHODIMP ImageSectionPropertyObject::GetBorder(SkinRect* border) noexcept
 {
-    return filling(border, [&](SkinRect& place) { return m_object ? m_object->get_rcBorder(&place) : S_FALSE; });
+    return filling(border, [&](SkinRect& place) {
+        const ComPtr<IVexImageBase> section = object();
+        return section ? section->get_rcBorder(&place) : S_FALSE;
+    });
 }
 
 STDMETHODIMP ImageSectionPropertyObject::SetBorder(const SkinRect* border) noexcept
 {
     if (!border)
         return E_POINTER;
-    if (!m_object)
+    const ComPtr<IVexImageBase> section = object();
+    if (!section)
         return S_FALSE;
-    const HRESULT status = m_object->put_rcBorder(*border);
+    const auto hold = held();
+    const HRESULT status = section->put_rcBorder(*border);
     if (SUCCEEDED(status))
         announceChange();
     return status;
@@ -178,9 +194,7 @@ STDMETHODIMP ImageSectionPropertyObject::SetBorder(const SkinRect* border) noexc
 STDMETHODIMP ImageSectionPropertyObject::GetFrameTable(const morvane::PictureFrameTable** table) noexcept
 {
     return filling(table, [&](const morvane::PictureFrameTable*& place) {
-        ComPtr<IVexPicture> picture;
-        if (m_object)
-            m_object->get_ImageObj(picture.put());
+        const ComPtr<IVexPicture> picture = pictureOf(object());
         ComPtr<PictureFrames> frames;
         if (picture)
             picture->QueryInterface(kIidPictureFrames, frames.putVoid());
@@ -203,16 +217,21 @@ STDMETHODIMP TextStylePropertyObject::HasTextStyle(VARIANT_BOOL* has) noexcept
 
 STDMETHODIMP TextStylePropertyObject::GetTextColor(OLE_COLOR* color) noexcept
 {
-    return filling(color, [&](OLE_COLOR& place) { return m_object ? m_object->get_clrText(&place) : S_FALSE; });
+    return filling(color, [&](OLE_COLOR& place) {
+        const ComPtr<IVexTextStyle> style = object();
+        return style ? style->get_clrText(&place) : S_FALSE;
+    });
 }
 
 STDMETHODIMP TextStylePropertyObject::SetTextColor(OLE_COLOR color) noexcept
 {
-    if (!m_object)
+    const ComPtr<IVexTextStyle> style = object();
+    if (!style)
         return S_FALSE;
+    const auto hold = held();
     OLE_COLOR former = 0;
-    m_object->get_clrText(&former);
-    const HRESULT status = m_object->put_clrText(color);
+    style->get_clrText(&former);
+    const HRESULT status = style->put_clrText(color);
     if (SUCCEEDED(status) && former != color)
         announceChange();
     return status;
@@ -267,50 +286,64 @@ void setFillFactory(FillFactory factory) noexcept
     g_fillFactory = factory;
 }
 
-IFillColor* FillColorPropertyObject::fill()
+namespace {
+
+ComPtr<IFillColor> newFill()
 {
-    if (!m_object && g_fillFactory && SUCCEEDED(g_fillFactory(m_object.put())) && m_object) {
-        m_object->put_clrStart(kNoColor);
-        m_object->put_clrEnd(kNoColor);
+    ComPtr<IFillColor> made;
+    if (g_fillFactory)
+        g_fillFactory(made.put());
+    return made;
+}
+
+bool isColored(IFillColor& fill) noexcept
+{
+    OLE_COLOR start = 0;
+    OLE_COLOR end = 0;
+    fill.get_clrStart(&start);
+    fill.get_clrEnd(&end);
+    return start != kNoColor || end != kNoColor;
+}
+
+} // namespace
+
+ComPtr<IFillColor> FillColorPropertyObject::fill()
+{
+    if (m_object)
+        return m_object;
+    if (const auto made = newFill()) {
+        made->put_clrStart(kNoColor);
+        made->put_clrEnd(kNoColor);
+        m_object = made;
     }
-    return m_object.get();
+    return m_object;
 }
 
 void FillColorPropertyObject::copyValue(FillColorPropertyObject& source)
 {
-    ComPtr<IFillColor> own;
-    const bool isShared = !source.m_object || !resourceName(source.m_object.get()).empty();
-    if (isShared || !g_fillFactory || FAILED(g_fillFactory(own.put())) || !own) {
-        ResourceProperty::copyValue(source);
+    const ComPtr<IFillColor> given = source.object();
+    const bool isShared = !given || !resourceName(given.get()).empty();
+    const ComPtr<IFillColor> own = isShared ? nullptr : newFill();
+    if (!own) {
+        m_object = given;
         return;
     }
     OLE_COLOR start = kNoColor;
     OLE_COLOR end = kNoColor;
     long rotation = 0;
-    source.m_object->get_clrStart(&start);
-    source.m_object->get_clrEnd(&end);
-    source.m_object->get_nGradientIrotation(&rotation);
+    given->get_clrStart(&start);
+    given->get_clrEnd(&end);
+    given->get_nGradientIrotation(&rotation);
     own->put_clrStart(start);
     own->put_clrEnd(end);
     own->put_nGradientIrotation(rotation);
-    m_object = std::move(own);
-}
-
-bool FillColorPropertyObject::isDrawn() const noexcept
-{
-    if (!m_object)
-        return false;
-    OLE_COLOR start = 0;
-    OLE_COLOR end = 0;
-    m_object->get_clrStart(&start);
-    m_object->get_clrEnd(&end);
-    return start != kNoColor || end != kNoColor;
+    m_object = own;
 }
 
 STDMETHODIMP FillColorPropertyObject::GetFill(IFillColor** result) noexcept
 {
     return filling(result, [&](IFillColor*& place) {
-        place = ComPtr<IFillColor>(fill()).detach();
+        place = fill().detach();
         return place ? S_OK : S_FALSE;
     });
 }
@@ -319,80 +352,69 @@ namespace {
 
 /// Reads through a getter of the fill; without a fill the value stays and the status is S_FALSE.
 template <class Value>
-HRESULT readFill(IFillColor* fill, HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*), Value* result,
+HRESULT readFill(const ComPtr<IFillColor>& fill, HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*), Value* result,
                  Value unset) noexcept
 {
     if (!result)
         return E_POINTER;
     *result = unset;
-    return fill ? (fill->*getter)(result) : S_FALSE;
-}
-
-/// Writes through a setter of the fill. S_FALSE when nothing changed.
-template <class Value>
-HRESULT writeFill(IFillColor* fill, HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*),
-                  HRESULT (STDMETHODCALLTYPE IFillColor::*setter)(Value), Value value) noexcept
-{
-    if (!fill)
-        return S_FALSE;
-    Value former{};
-    if (SUCCEEDED((fill->*getter)(&former)) && former == value)
-        return S_FALSE;
-    return (fill->*setter)(value);
+    return fill ? (fill.get()->*getter)(result) : S_FALSE;
 }
 
 } // namespace
 
+/// Writes through a setter of the fill and announces it. S_FALSE when nothing changed.
+template <class Value>
+HRESULT FillColorPropertyObject::change(HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*),
+                                        HRESULT (STDMETHODCALLTYPE IFillColor::*setter)(Value), Value value) noexcept
+{
+    const auto hold = held();
+    return guarded([&]() -> HRESULT {
+        const ComPtr<IFillColor> changed = fill();
+        Value former{};
+        if (!changed || (SUCCEEDED((changed.get()->*getter)(&former)) && former == value))
+            return S_FALSE;
+        const HRESULT status = (changed.get()->*setter)(value);
+        if (status == S_OK)
+            announceChange();
+        return status;
+    });
+}
+
 STDMETHODIMP FillColorPropertyObject::GetStartColor(OLE_COLOR* color) noexcept
 {
-    return readFill(m_object.get(), &IFillColor::get_clrStart, color, kNoColor);
+    return readFill(object(), &IFillColor::get_clrStart, color, kNoColor);
 }
 
 STDMETHODIMP FillColorPropertyObject::SetStartColor(OLE_COLOR color) noexcept
 {
-    return guarded([&] {
-        const HRESULT status = writeFill(fill(), &IFillColor::get_clrStart, &IFillColor::put_clrStart, color);
-        if (status == S_OK)
-            announceChange();
-        return status;
-    });
+    return change(&IFillColor::get_clrStart, &IFillColor::put_clrStart, color);
 }
 
 STDMETHODIMP FillColorPropertyObject::GetEndColor(OLE_COLOR* color) noexcept
 {
-    return readFill(m_object.get(), &IFillColor::get_clrEnd, color, kNoColor);
+    return readFill(object(), &IFillColor::get_clrEnd, color, kNoColor);
 }
 
 STDMETHODIMP FillColorPropertyObject::SetEndColor(OLE_COLOR color) noexcept
 {
-    return guarded([&] {
-        const HRESULT status = writeFill(fill(), &IFillColor::get_clrEnd, &IFillColor::put_clrEnd, color);
-        if (status == S_OK)
-            announceChange();
-        return status;
-    });
+    return change(&IFillColor::get_clrEnd, &IFillColor::put_clrEnd, color);
 }
 
 STDMETHODIMP FillColorPropertyObject::GetRotation(long* degrees) noexcept
 {
-    return readFill(m_object.get(), &IFillColor::get_nGradientIrotation, degrees, 0L);
+    return readFill(object(), &IFillColor::get_nGradientIrotation, degrees, 0L);
 }
 
 STDMETHODIMP FillColorPropertyObject::SetRotation(long degrees) noexcept
 {
-    return guarded([&] {
-        const HRESULT status =
-            writeFill(fill(), &IFillColor::get_nGradientIrotation, &IFillColor::put_nGradientIrotation, degrees);
-        if (status == S_OK)
-            announceChange();
-        return status;
-    });
+    return change(&IFillColor::get_nGradientIrotation, &IFillColor::put_nGradientIrotation, degrees);
 }
 
 STDMETHODIMP FillColorPropertyObject::Draw(hyper dc, const SkinRect* rect, VARIANT_BOOL* drawn) noexcept
 {
     return drawing(m_object, rect, drawn, [&](IFillColor& painted, VARIANT_BOOL& done) {
-        return isDrawn() ? painted.Draw(dc, *rect, &done) : S_FALSE;
+        return isColored(painted) ? painted.Draw(dc, *rect, &done) : S_FALSE;
     });
 }
 
@@ -401,22 +423,22 @@ STDMETHODIMP FillColorPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRec
     return drawing(m_object, rect, drawn, [&](IFillColor& painted, VARIANT_BOOL& done) -> HRESULT {
         if (!dc)
             return E_POINTER;
-        return isDrawn() ? painted.RenderDraw(dc, *rect, &done) : S_FALSE;
+        return isColored(painted) ? painted.RenderDraw(dc, *rect, &done) : S_FALSE;
     });
 }
 
-IVexHotkey& HotkeyPropertyObject::hotkey()
+ComPtr<IVexHotkey> HotkeyPropertyObject::hotkey()
 {
     if (!m_object) {
         m_object = Hotkey::create();
         hotkeyGained();
     }
-    return *m_object.get();
+    return m_object;
 }
 
 STDMETHODIMP HotkeyPropertyObject::GetObject(IVexHotkey** object) noexcept
 {
-    return returning(object, [&] { return ComPtr<IVexHotkey>(&hotkey()); });
+    return returning(object, [&] { return hotkey(); });
 }
 
 STDMETHODIMP HotkeyPropertyObject::SetObject(IVexHotkey* object) noexcept
@@ -431,9 +453,16 @@ HRESULT HotkeyPropertyObject::toVariant(VARIANT& result)
     return ResourceProperty::toVariant(result);
 }
 
+HRESULT HotkeyPropertyObject::fromVariant(const VARIANT& value, Notify notify)
+{
+    hotkeyGained();
+    return ResourceProperty::fromVariant(value, notify);
+}
+
 std::wstring HotkeyPropertyObject::toText()
 {
-    return m_object ? hotkeyText(*m_object.get()) : std::wstring();
+    const ComPtr<IVexHotkey> key = object();
+    return key ? hotkeyText(*key.get()) : std::wstring();
 }
 
 TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
@@ -451,13 +480,11 @@ TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const Resource
 
 void HotkeyPropertyObject::copyValue(HotkeyPropertyObject& source)
 {
-    if (!source.m_object) {
-        releaseValue();
-        return;
-    }
-    m_object = Hotkey::create();
+    const ComPtr<IVexHotkey> copy = source.m_object ? Hotkey::create() : nullptr;
+    if (copy)
+        setHotkeyText(*copy.get(), source.toText());
     hotkeyGained();
-    setHotkeyText(*m_object.get(), source.toText());
+    m_object = copy;
 }
 
 HRESULT PluginPropertyObject::toVariant(VARIANT& result)
@@ -503,6 +530,8 @@ TextResult PluginPropertyObject::fromText(std::wstring_view text, const Resource
 void PluginPropertyObject::copyValue(PluginPropertyObject& source)
 {
     m_text = source.m_text;
+    if (const PropertyExtras* known = source.knownExtras(); known && known->descriptorState)
+        descriptorStateOf(*this).identifier = known->descriptorState->identifier;
     m_object = source.m_object;
 }
 

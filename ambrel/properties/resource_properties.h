@@ -39,7 +39,7 @@ public:
         return S_OK;
     }
 
-    std::wstring toText() { return resourceName(m_object.get()); }
+    std::wstring toText() { return resourceName(object().get()); }
 
     TextResult fromText(std::wstring_view text, const ResourceResolver& resolver, Notify notify)
     {
@@ -63,6 +63,9 @@ public:
     }
 
 protected:
+    /// Counted, for calls: the property may be given another object meanwhile.
+    morvane::ComPtr<Object> object() const noexcept { return m_object; }
+
     HRESULT giveObject(Object** result) const noexcept
     {
         if (!result)
@@ -78,12 +81,13 @@ protected:
 
     HRESULT giveName(BSTR* result) noexcept
     {
-        return morvane::returning(result, [&] { return morvane::Bstr(resourceName(m_object.get())); });
+        return morvane::returning(result, [&] { return morvane::Bstr(resourceName(object().get())); });
     }
 
     /// S_FALSE and no change when the skin has no resource of the name; the empty name removes the resource.
     HRESULT takeName(const wchar_t* name) noexcept
     {
+        const auto hold = this->held();
         return morvane::guarded(
             [&] { return setByName(name ? std::wstring_view(name) : std::wstring_view(), Notify::Yes); });
     }
@@ -175,8 +179,10 @@ public:
     void copyValue(FillColorPropertyObject& source);
 
 private:
-    IFillColor* fill(); // makes one when none is set; null without a factory
-    bool isDrawn() const noexcept;
+    morvane::ComPtr<IFillColor> fill(); // makes one when none is set; null without a factory
+    template <class Value>
+    HRESULT change(HRESULT (STDMETHODCALLTYPE IFillColor::*getter)(Value*),
+                   HRESULT (STDMETHODCALLTYPE IFillColor::*setter)(Value), Value value) noexcept;
 };
 
 /// Fonts and cursors.
@@ -201,12 +207,13 @@ public:
     STDMETHODIMP SetObject(IVexHotkey* object) noexcept override;
 
     HRESULT toVariant(VARIANT& result);
+    HRESULT fromVariant(const VARIANT& value, Notify notify);
     std::wstring toText();
     TextResult fromText(std::wstring_view text, const ResourceResolver&, Notify notify);
     void copyValue(HotkeyPropertyObject& source); // the keys, not the object
 
 private:
-    IVexHotkey& hotkey();
+    morvane::ComPtr<IVexHotkey> hotkey();
 };
 
 /// What a designer's dialog of the control edits: a text that the skin keeps (a name, or what the designer shows), the

@@ -9,18 +9,26 @@ using morvane::guarded;
 using morvane::returning;
 using morvane::viewOf;
 
+namespace {
+
+constexpr LCID kNeutral = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
+
+} // namespace
+
 ConvertedVariant::ConvertedVariant(const VARIANT& source, VARTYPE type) noexcept
 {
     VariantInit(&m_value);
-    // Texts in configurations and scripts are written the same for every user.
-    constexpr LCID kNeutral = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
-    m_status = VariantChangeTypeEx(&m_value, const_cast<VARIANT*>(&source), kNeutral, VARIANT_ALPHABOOL, type);
+    if ((source.vt == VT_R4 && !std::isfinite(source.fltVal)) || (source.vt == VT_R8 && !std::isfinite(source.dblVal)))
+        m_status = DISP_E_OVERFLOW;
+    else
+        // A user of this language may have set a decimal comma.
+        m_status = VariantChangeTypeEx(&m_value, const_cast<VARIANT*>(&source), kNeutral,
+                                       VARIANT_ALPHABOOL | VARIANT_NOUSEROVERRIDE, type);
 }
 
 std::wstring BoolRules::format(VARIANT_BOOL value)
 {
-    // Other bit patterns survive saving.
-    return value == VARIANT_TRUE ? std::wstring(formatBool(true)) : formatLong(value);
+    return std::wstring(formatBool(value != VARIANT_FALSE));
 }
 
 std::optional<VARIANT_BOOL> BoolRules::parse(std::wstring_view text) noexcept
@@ -44,8 +52,7 @@ std::wstring FloatRules::format(float value)
 }
 std::optional<float> FloatRules::parse(std::wstring_view text) noexcept
 {
-    const auto value = parseDouble(text);
-    return value ? std::optional(static_cast<float>(*value)) : std::nullopt;
+    return parseFloat(text);
 }
 
 STDMETHODIMP StringPropertyObject::GetValue(BSTR* value) noexcept
@@ -107,7 +114,7 @@ STDMETHODIMP ComboPropertyObject::SetSelection(long index) noexcept
 
 STDMETHODIMP ComboPropertyObject::GetSelection(long* index) noexcept
 {
-    return returning(index, [&] { return m_selection; });
+    return returning(index, [&] { return selection(); });
 }
 
 STDMETHODIMP ComboPropertyObject::GetItemCount(long* count) noexcept
@@ -143,7 +150,7 @@ std::optional<long> ComboPropertyObject::indexOf(std::wstring_view text) const n
 HRESULT ComboPropertyObject::toVariant(VARIANT& result) noexcept
 {
     result.vt = VT_I4;
-    result.lVal = m_selection;
+    result.lVal = selection();
     return S_OK;
 }
 
@@ -166,7 +173,7 @@ HRESULT ComboPropertyObject::fromVariant(const VARIANT& value, Notify notify)
 
 std::wstring ComboPropertyObject::toText()
 {
-    return formatLong(static_cast<std::int32_t>(m_selection));
+    return formatLong(static_cast<std::int32_t>(selection()));
 }
 
 TextResult ComboPropertyObject::fromText(std::wstring_view text, const ResourceResolver&, Notify notify)
@@ -185,7 +192,7 @@ void ComboPropertyObject::copyValue(ComboPropertyObject& source)
     for (std::size_t i = 0; i < source.itemCount(); ++i)
         items->add((*source.m_items)[i]);
     m_items = std::move(items);
-    m_selection = source.m_selection;
+    m_selection = source.selection();
 }
 
 } // namespace ambrel

@@ -5,12 +5,16 @@
 #include "ambrel/properties/property.h"
 #include "host/typed_properties.h"
 
+#include <cmath>
+#include <type_traits>
+
 namespace ambrel {
 
-/// A change of type for values that automation can convert; empty when it cannot.
+/// A change of type for values that automation can convert; empty when it cannot. The same for every user: no setting
+/// of the system counts. Numbers that are none or infinite are an overflow.
 class ConvertedVariant {
 public:
-    /// Keeps a converted copy of `source`, dereferenced when it is one by reference.
+    /// Keeps a converted copy of `source`, which is not one by reference.
     ConvertedVariant(const VARIANT& source, VARTYPE type) noexcept;
     ConvertedVariant(const ConvertedVariant&) = delete;
     ConvertedVariant& operator=(const ConvertedVariant&) = delete;
@@ -24,7 +28,8 @@ private:
     HRESULT m_status;
 };
 
-/// Boolean and numbers. `Rules` names the automation type and the text form of the value.
+/// Boolean and numbers. `Rules` names the automation type and the text form of the value. Numbers with a fraction are
+/// finite: others are refused with E_INVALIDARG, for no control's arithmetic expects them.
 template <class Value, class Rules>
 class NumberProperty final : public Property<NumberProperty<Value, Rules>, morvane::ValueProperty<Value>> {
     using Base = Property<NumberProperty, morvane::ValueProperty<Value>>;
@@ -41,6 +46,9 @@ public:
     }
     STDMETHODIMP SetValue(Value value) noexcept override
     {
+        if constexpr (std::is_floating_point_v<Value>)
+            if (!std::isfinite(value))
+                return E_INVALIDARG;
         this->assign(m_value, value);
         return S_OK;
     }
@@ -51,8 +59,13 @@ public:
         Rules::place(result) = m_value;
         return S_OK;
     }
-    HRESULT fromVariant(const VARIANT& value, Notify notify) noexcept
+    /// A text means what it means in a skin.
+    HRESULT fromVariant(const VARIANT& value, Notify notify)
     {
+        if (value.vt == VT_BSTR) {
+            const auto taken = fromText(morvane::viewOf(value.bstrVal), SkinResources(nullptr), notify);
+            return taken == TextResult::Taken ? S_OK : DISP_E_TYPEMISMATCH;
+        }
         const ConvertedVariant converted(value, Rules::kVariantType);
         if (SUCCEEDED(converted.status()))
             this->assign(m_value, static_cast<Value>(Rules::place(const_cast<VARIANT&>(converted.value()))), notify);
@@ -94,7 +107,8 @@ struct FloatRules {
     static std::optional<float> parse(std::wstring_view text) noexcept;
 };
 
-/// Any bit pattern is kept as it was set: controls set 1 and test for non-zero, others test for -1.
+/// Any bit pattern is kept as it was set: controls set 1 and test for non-zero, others test for -1. Skins keep the
+/// truth alone.
 using BoolPropertyObject = NumberProperty<VARIANT_BOOL, BoolRules>;
 using LongPropertyObject = NumberProperty<long, LongRules>;
 using FloatPropertyObject = NumberProperty<float, FloatRules>;
@@ -137,8 +151,10 @@ public:
     TextResult fromText(std::wstring_view text, const ResourceResolver&, Notify notify);
     void copyValue(ComboPropertyObject& source);
 
-    /// Where the choice is kept, for the designer. Valid while the property lives.
+    /// Where the choice is kept, for the designer, who may write anything there. Valid while the property lives.
     long* selectionPlace() noexcept { return &m_selection; }
+    /// The choice, -1 for none and for a number that chooses nothing.
+    long selection() const noexcept { return isChoice(m_selection) ? m_selection : -1; }
 
 private:
     using Items = CompactList<Atom>;

@@ -11,12 +11,15 @@ extern "C" {
 extern const std::size_t kSlotCount; // of the largest interface
 extern const std::size_t kSlotPropChangedNotify;
 extern const std::size_t kSlotImageGetWidth;
+extern const std::size_t kSlotImageGetRect;
+extern const std::size_t kSlotImagePutRect;
 extern const std::size_t kSlotImageRenderDraw;
 extern const std::size_t kSlotFillGetStart;
 extern const std::size_t kSlotFillPutStart;
 extern const std::size_t kSlotFillRenderDraw;
 extern const std::size_t kSlotDcDrawLine;
 extern const std::size_t kSlotObjGetName;
+extern const std::size_t kSlotResGetObject;
 }
 
 namespace ambrel {

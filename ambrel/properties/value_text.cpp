@@ -51,11 +51,25 @@ bool takePrefix(std::string_view& text, std::string_view prefix) noexcept
     return true;
 }
 
+/// Read as its own type: by way of a wider one it would be rounded twice.
 template <class Value>
-std::wstring formatNumber(Value value)
+std::optional<Value> parseFraction(std::wstring_view text) noexcept
+{
+    const NarrowText narrow(trimmed(text));
+    if (narrow.empty())
+        return std::nullopt;
+    std::string_view digits = narrow.text();
+    if (takePrefix(digits, "+") && digits.starts_with('-'))
+        return std::nullopt;
+    const auto value = parseWhole<Value>(digits);
+    return value && std::isfinite(*value) ? value : std::nullopt;
+}
+
+template <class Value, class... Format>
+std::wstring formatNumber(Value value, Format... format)
 {
     std::array<char, 64> characters;
-    const auto result = std::to_chars(characters.data(), characters.data() + characters.size(), value);
+    const auto result = std::to_chars(characters.data(), characters.data() + characters.size(), value, format...);
     return std::wstring(characters.data(), result.ptr);
 }
 
@@ -104,14 +118,15 @@ std::wstring formatLong(std::int32_t value)
 
 std::optional<double> parseDouble(std::wstring_view text) noexcept
 {
-    const NarrowText narrow(trimmed(text));
-    if (narrow.empty())
-        return std::nullopt;
-    std::string_view digits = narrow.text();
-    if (takePrefix(digits, "+") && digits.starts_with('-'))
-        return std::nullopt;
-    const auto value = parseWhole<double>(digits);
-    return value && std::isfinite(*value) ? value : std::nullopt;
+    return parseFraction<double>(text);
+}
+
+std::optional<float> parseFloat(std::wstring_view text) noexcept
+{
+    if (const auto value = parseFraction<float>(text))
+        return value;
+    const auto wide = parseFraction<double>(text);
+    return wide && std::abs(*wide) < 1 ? std::optional(0.0f) : std::nullopt; // too small for a float
 }
 
 std::wstring formatFloat(float value)
@@ -121,6 +136,11 @@ std::wstring formatFloat(float value)
 std::wstring formatDouble(double value)
 {
     return formatNumber(value);
+}
+
+std::wstring formatRounded(float value)
+{
+    return formatNumber(value, std::chars_format::general, 6);
 }
 
 std::optional<bool> parseBool(std::wstring_view text) noexcept

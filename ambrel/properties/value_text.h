@@ -15,8 +15,11 @@ std::wstring formatLong(std::int32_t value);
 
 /// A decimal number with an optional fraction and exponent; a point whatever the user's locale. Finite, else nothing.
 std::optional<double> parseDouble(std::wstring_view text) noexcept;
-std::wstring formatFloat(float value); // the shortest text that reads back to the same value
+std::optional<float> parseFloat(std::wstring_view text) noexcept; // what is too large for a float is nothing
+std::wstring formatFloat(float value);                            // the shortest text that reads back to the same value
 std::wstring formatDouble(double value);
+/// For people to read: at most six digits, without what binary fractions are off by.
+std::wstring formatRounded(float value);
 
 /// "1" and "0" as skins are written; also "true", "false" in any case and any other whole number, which is true unless
 /// 0.

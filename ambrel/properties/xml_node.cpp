@@ -2,6 +2,9 @@
 
 #include "ambrel/properties/value_text.h"
 
+#include <cmath>
+#include <type_traits>
+
 namespace ambrel {
 
 using morvane::Bstr;
@@ -69,6 +72,9 @@ HRESULT XmlNode::access(BSTR name, Value* value, VARIANT_BOOL read, VARIANT_BOOL
         if (!m_node)
             return S_FALSE;
         if (read == VARIANT_FALSE) {
+            if constexpr (std::is_floating_point_v<Value>)
+                if (!std::isfinite(*value))
+                    return E_INVALIDARG; // nobody could read it
             m_node->setAttribute(viewOf(name), format(*value));
             done = VARIANT_TRUE;
         } else if (const std::wstring* text = m_node->attribute(viewOf(name))) {
@@ -89,7 +95,7 @@ STDMETHODIMP XmlNode::AccessAttribLong(BSTR name, long* value, VARIANT_BOOL read
 
 STDMETHODIMP XmlNode::AccessAttribFloat(BSTR name, float* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
 {
-    return access(name, value, read, result, parseDouble, formatFloat);
+    return access(name, value, read, result, parseFloat, formatFloat);
 }
 
 STDMETHODIMP XmlNode::AccessAttribDouble(BSTR name, double* value, VARIANT_BOOL read, VARIANT_BOOL* result) noexcept
