@@ -1,5 +1,9 @@
 // What the resource object draws and makes for applications: bitmaps, regions, image lists, render images, fonts.
+#include "ambrel/render/image_base.h"
+#include "ambrel/render/render_dc.h"
+#include "ambrel/render/render_device.h"
 #include "ambrel/window/host_fixture.h"
+#include "frame/com/instance.h"
 #include "frame/platform/handles.h"
 
 #include <commctrl.h>
@@ -131,6 +135,31 @@ TEST_F(ResDrawingTest, ImageListsComeFromFilesSectionsAndThePlatform)
     EXPECT_EQ(resources->GetImageListFromHIMAGELIST(number(platform), list.put()), S_OK);
     EXPECT_TRUE(list);
     ImageList_Destroy(platform);
+}
+
+TEST_F(ResDrawingTest, PicturesInMirroredControlsAreNotTurnedRound)
+{
+    RenderDevice screen;
+    screen.resize({6, 1});
+    RenderDC& dc = screen.renderDC();
+    TestControl* const control = add("picture", {0, 0, 6, 1});
+    control->MirrorObject(VARIANT_TRUE);
+    dc.SetCurrentControl(control->asControl());
+    ASSERT_TRUE(dc.isMirrored());
+    const auto picture = morvane::Instance<Picture>::make();
+    ASSERT_TRUE(picture->loadFromMemory(kThreeColours));
+    const auto image = morvane::Instance<ImageBase>::make();
+    image->setPicture(picture.get());
+    VARIANT_BOOL shown = VARIANT_FALSE;
+    EXPECT_EQ(image->RenderDraw(&dc, {0, 0, 3, 1}, 0, &shown), S_OK);
+    ComPtr<IVexRenderImage> whole;
+    ASSERT_EQ(image->GetVexRenderImage(0, 0, whole.put()), S_OK);
+    EXPECT_EQ(whole->DrawAll(&dc, {3, 0, 6, 1}, VARIANT_FALSE, 0, &shown), S_OK);
+    for (const int left : {0, 3}) {
+        EXPECT_EQ(screen.surface()->pixels().at(left, 0), opaquePixel(kRed));
+        EXPECT_EQ(screen.surface()->pixels().at(left + 2, 0), opaquePixel(kBlue));
+    }
+    dc.SetCurrentControl(nullptr);
 }
 
 TEST_F(ResDrawingTest, AnImageListShowsItsImagesSideBySide)
