@@ -37,8 +37,10 @@ void setProperty(IVexControlBase& control, std::wstring_view path, IDispatch* re
 
 /// Leaves a sample alone that shall not answer the mouse or the Tab key.
 void makeStill(IVexControlBase& control);
-/// A still mark of the focus around a sample of 112 by 24.
-void focusSample(Scene& scene, IVexControlBase& page, Point at);
+/// A still mark of the focus around a sample: they cannot all have the focus at once.
+void focusSample(Scene& scene, IVexControlBase& page, const Rect& sample);
+/// The look of a push button that stays down because it is checked.
+ComPtr<IVexImageBase> chosenButtonSection(const Scene& scene);
 
 /// A small heading over a part of a page.
 void sectionHeading(Scene& scene, IVexControlBase& page, Point at, const wchar_t* text);

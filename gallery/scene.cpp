@@ -33,6 +33,12 @@ std::wstring drawingsFolder(bool isDark)
     return programFolder() + (isDark ? L"\\pictures\\dark\\" : L"\\pictures\\light\\");
 }
 
+/// Only to compare: it keeps no reference.
+const IUnknown* identityOf(IVexControlBase& control)
+{
+    return ComPtr<IVexControlBase>(&control).as<IUnknown>().get();
+}
+
 /// What AddMsgCallback calls; `context` is the function to run.
 VARIANT_BOOL STDMETHODCALLTYPE runAction(std::int64_t context, long, std::int64_t, std::int64_t)
 {
@@ -63,6 +69,16 @@ void copyLook(IVexTextStyle& from, IVexTextStyle& to)
     from.get_fontExPtr(font.put());
     to.put_clrText(color);
     to.put_fontExPtr(font.get());
+}
+
+/// One direction of a position; near and far are distances from the parent's near edge.
+PosBase held(Hold hold, long nearEdge, long farEdge, long parent)
+{
+    if (hold == Hold::Both)
+        return {PHAT_LEFT, PHST_RIGHTWIDTH, nearEdge, parent - farEdge, 0};
+    if (hold == Hold::Far)
+        return {PHAT_RIGHT, PHST_LEFTWIDTH, 0, parent - farEdge, farEdge - nearEdge};
+    return {PHAT_LEFT, PHST_LEFTWIDTH, nearEdge, 0, farEdge - nearEdge};
 }
 
 std::wstring keyOf(const TextLook& look)
@@ -122,12 +138,24 @@ void Scene::placeFitting(IVexControlBase& control, const Rect& place) const
     setPlace(control, scaled(place), PHST_FASTNESS);
 }
 
+void Scene::placeIn(IVexControlBase& control, const Rect& place, Size parent, Hold across, Hold down) const
+{
+    const Rect r = scaled(place);
+    const Size around{scaled(parent.width), scaled(parent.height)};
+    setPosition(control, {held(across, r.left, r.right, around.width), held(down, r.top, r.bottom, around.height)});
+}
+
 void Scene::setPlace(IVexControlBase& control, const Rect& r, PosHorzSpaceType kind) const
 {
     VexPosition record{};
     record.horzPos = {PHAT_LEFT, kind, r.left, 0, r.width()};
     record.vertPos = {static_cast<PosHorzAlignType>(PVAT_TOP), static_cast<PosHorzSpaceType>(PVST_TOPHEIGHT), r.top, 0,
                       r.height()};
+    setPosition(control, record);
+}
+
+void Scene::setPosition(IVexControlBase& control, const VexPosition& record) const
+{
     ComPtr<IDispatch> object;
     require(CoCreateInstance(morvane::kClsidPosition, nullptr, CLSCTX_INPROC_SERVER, IID_IDispatch, object.putVoid()),
             "position");
@@ -316,6 +344,9 @@ void Scene::skinChanged()
 
 ComPtr<IFillColor> Scene::fill(OLE_COLOR from, OLE_COLOR to, int degrees)
 {
+    const std::array<long, 3> look{static_cast<long>(from), static_cast<long>(to), degrees};
+    if (const auto known = m_fills.find(look); known != m_fills.end())
+        return known->second;
     const Bstr name(nextName(L"Gallery.Fill"));
     ComPtr<IVexObj> object;
     m_res->AddResObject(VEXOBJTYPE_GRADIENTCLR, nullptr, name.get(), VARIANT_FALSE, object.put());
@@ -323,6 +354,7 @@ ComPtr<IFillColor> Scene::fill(OLE_COLOR from, OLE_COLOR to, int degrees)
     fill->put_clrStart(from);
     fill->put_clrEnd(to);
     fill->put_nGradientIrotation(degrees);
+    m_fills.emplace(look, fill);
     return fill;
 }
 
@@ -333,7 +365,7 @@ void Scene::onMessage(IVexControlBase& control, long message, std::function<void
     const ambrel::MessageCallback callback = &runAction;
     control.AddMsgCallback(message, reinterpret_cast<std::int64_t>(callback),
                            reinterpret_cast<std::int64_t>(kept.get()), &done);
-    m_callbacks.push_back({&control, std::move(kept)});
+    m_callbacks.push_back({identityOf(control), std::move(kept)});
 }
 
 void Scene::onClick(IVexControlBase& control, std::function<void()> action)
@@ -372,8 +404,27 @@ void Scene::every(int periodMs, IVexControlBase& control, std::function<void()> 
     m_tickers.push_back(std::make_unique<Ticker>(control, periodMs, std::move(action)));
 }
 
+void Scene::forgetActions(IVexControlBase& control)
+{
+    const IUnknown* const identity = identityOf(control);
+    for (Callback& callback : m_callbacks)
+        if (callback.control == identity)
+            m_retired.push_back(std::move(callback.action));
+    std::erase_if(m_callbacks, [](const Callback& callback) { return !callback.action; });
+    short count = 0;
+    control.GetChildCount(&count);
+    for (short index = 0; index < count; ++index) {
+        ComPtr<ISkinObjResBase> child;
+        control.GetSubObject(index, child.put());
+        if (const auto inner = child.as<IVexControlBase>())
+            forgetActions(*inner);
+    }
+}
+
 void Scene::remove(IVexControlBase& control)
 {
+    m_retired.clear();
+    forgetActions(control);
     VARIANT_BOOL done = VARIANT_FALSE;
     control.DelAllSubObjects();
     control.Remove(&done);

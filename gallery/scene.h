@@ -9,6 +9,7 @@
 #include "gallery/ticker.h"
 #include "host/host.h"
 
+#include <array>
 #include <functional>
 #include <map>
 #include <memory>
@@ -23,6 +24,9 @@ using morvane::ComPtr;
 using morvane::Point;
 using morvane::Rect;
 using morvane::Size;
+
+/// What a control keeps while its parent changes its size: the distance from the near edge, from the far one, or both.
+enum class Hold { Near, Far, Both };
 
 enum class TextAlign : short { Near = 0, Centre = 1, Far = 2 };
 
@@ -88,6 +92,8 @@ public:
     void place(IVexControlBase& control, const Rect& place) const;
     /// The same in device pixels.
     void placePixels(IVexControlBase& control, const Rect& place) const;
+    /// Where it stands in a parent of this size, and what it keeps of that in a larger one.
+    void placeIn(IVexControlBase& control, const Rect& place, Size parent, Hold across, Hold down) const;
     /// For a control that sizes itself: its size is its own from then on.
     void placeFitting(IVexControlBase& control, const Rect& place) const;
     void finish(IVexControlBase& control) const;
@@ -105,7 +111,7 @@ public:
     void skinChanged();
     ComPtr<IFillColor> fill(OLE_COLOR from, OLE_COLOR to, int degrees);
 
-    /// Runs a function at every message of that number from a control, for as long as the scene lives.
+    /// Runs a function at every message of that number from a control, until it is removed.
     void onMessage(IVexControlBase& control, long message, std::function<void()> action);
     /// When the control was clicked, or pressed by the keyboard.
     void onClick(IVexControlBase& control, std::function<void()> action);
@@ -119,7 +125,7 @@ public:
 
 private:
     struct Callback {
-        IUnknown* control; // to forget it by
+        const IUnknown* control; // to forget it by
         std::unique_ptr<std::function<void()>> action;
     };
     struct Derived {
@@ -129,8 +135,10 @@ private:
     };
     static LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM wParam, LPARAM lParam, UINT_PTR id,
                                             DWORD_PTR scene);
+    void forgetActions(IVexControlBase& control);
     HWND window() const;
     void setPlace(IVexControlBase& control, const Rect& pixels, PosHorzSpaceType kind) const;
+    void setPosition(IVexControlBase& control, const VexPosition& record) const;
     std::wstring nextName(const wchar_t* kind);
     ComPtr<IVexFontEx> font(int points, bool isBold);
 
@@ -141,7 +149,10 @@ private:
     int m_lastName = 0;
     std::vector<std::pair<std::wstring, ComPtr<IVexTextStyle>>> m_textStyles; // by what they look like
     std::vector<Derived> m_derivedStyles;
+    std::map<std::array<long, 3>, ComPtr<IFillColor>> m_fills; // by colours and direction
     std::vector<Callback> m_callbacks;
+    // Of what was removed last: one of them may be running, since it removed its own control.
+    std::vector<std::unique_ptr<std::function<void()>>> m_retired;
     std::map<UINT, std::shared_ptr<std::function<void(WPARAM)>>> m_windowActions;
     std::vector<std::unique_ptr<Ticker>> m_tickers;
 };

@@ -5,6 +5,7 @@
 #include "gallery/options.h"
 #include "gallery/page.h"
 #include "gallery/skin_folder.h"
+#include "gallery/title_bar.h"
 
 #include <optional>
 
@@ -27,12 +28,21 @@ public:
     Scene& scene() { return *m_scene; }
     IAmbrel& root() { return *m_root; }
     HWND window() const;
-    /// The whole window's inside, in device pixels.
+    /// What the window's inside needs, in device pixels.
     Size size() const;
 
 private:
     void buildWindow();
     void buildList();
+    /// The same at 100 percent.
+    Size inside() const;
+    void limitSize();
+    void widenBy(int width);
+    /// Where the page stands now: beside the list, and left of the inspector.
+    void placePage();
+    /// A key for the list of pages while one of its entries has the focus; true when it was one.
+    bool listKey(const MSG& message);
+    void goToPage(std::size_t index);
     void openPage(std::size_t index);
     void openInspector();
     void skinChanged(SkinFolder::Change change);
@@ -44,12 +54,14 @@ private:
     ComPtr<IAmbrel> m_root;
     std::unique_ptr<Scene> m_scene;
     ComPtr<IUIFormObj> m_background;
+    std::optional<TitleBar> m_title; // not in pictures of pages
     ComPtr<IUIFormObj> m_page;
     ComPtr<IUIFormObj> m_problems;
     std::size_t m_pageIndex = 0;
     std::vector<ComPtr<IRadioBox>> m_entries;
     std::unique_ptr<Inspector> m_inspector; // made when it is first shown
     bool m_isInspectorShown = false;
+    const int m_top; // below the title
 };
 
 } // namespace gallery

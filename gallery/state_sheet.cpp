@@ -183,11 +183,15 @@ Picture compose(const std::vector<std::vector<Picture>>& palettes)
         size.width += block.size.width;
     for (const auto& blocks : palettes)
         size.height += blocks.back().size.height;
-    Picture whole{size, std::vector<std::uint32_t>(
-                            static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height), 0xFF808080)};
+    Picture whole{
+        size, std::vector<std::uint32_t>(static_cast<std::size_t>(size.width) * static_cast<std::size_t>(size.height))};
     Point at;
     for (const auto& blocks : palettes) {
         at.x = 0;
+        // Beneath the smaller blocks goes on what they stand on.
+        const auto row = whole.pixels.begin() + static_cast<std::ptrdiff_t>(at.y) * size.width;
+        std::fill_n(row, static_cast<std::ptrdiff_t>(blocks.back().size.height) * size.width,
+                    blocks.front().pixels.front());
         for (const Picture& block : blocks) {
             paste(block, whole, at);
             at.x += block.size.width;

@@ -43,9 +43,9 @@ std::size_t firstOfInterest(const std::vector<ObjectRow>& rows)
 
 } // namespace
 
-Inspector::Inspector(Scene& scene, int left, int height) : m_scene(scene), m_left(left)
+Inspector::Inspector(Scene& scene, const Rect& place, Size window) : m_scene(scene)
 {
-    build(height);
+    build(place, window);
     std::vector<const IUnknown*> own;
     gather(*m_form, own);
     for (const auto& edge : m_frame->edges())
@@ -60,13 +60,19 @@ Inspector::~Inspector()
     stopTimer();
     m_log.close();
     pageClosing();
+    for (const auto& edge : m_frame->edges())
+        m_scene.remove(*edge);
+    m_scene.remove(*m_form);
 }
 
-void Inspector::build(int height)
+void Inspector::build(const Rect& place, Size window)
 {
     const Theme& theme = m_scene.theme();
-    m_form = m_scene.form(nullptr, Rect::at({m_left, 0}, {kWidth, height}), theme.surface);
-    m_scene.form(m_form.get(), {0, 0, 1, height}, theme.line);
+    const int height = place.height();
+    m_form = m_scene.form(nullptr, place, theme.surface);
+    m_scene.placeIn(*m_form, place, window, Hold::Far, Hold::Both);
+    const Rect side{0, 0, 1, height};
+    m_scene.placeIn(*m_scene.form(m_form.get(), side, theme.line), side, place.size(), Hold::Near, Hold::Both);
     const int right = kWidth - kMargin;
     const auto part = [&](int top, int bottom) { return Rect{kMargin + 1, top, right, bottom}; };
     m_tree.emplace(m_scene, *m_form, part(kTreeTop, kTreeTop + kTreeHeight), [this] { selectionChanged(); });
@@ -183,10 +189,12 @@ bool Inspector::wheel(const MSG& message)
     constexpr int kRowsANotch = 3;
     POINT point = message.pt;
     ScreenToClient(window(), &point);
-    const int scale = m_scene.scale();
-    if (point.x * 100 / scale < m_left)
+    ComPtr<IVexRect> rect;
+    SkinRect place{};
+    m_form->GetRect(rect.put());
+    if (!rect || FAILED(rect->GetRectStruct(&place)) || point.x < place.left)
         return false;
-    const int y = point.y * 100 / scale;
+    const int y = (point.y - static_cast<int>(place.top)) * 100 / m_scene.scale();
     RowPager& pager = y < kPropertiesTop ? m_tree->pager() : y < kLogTop ? m_properties->pager() : m_events->pager();
     const EventLog::Quiet quiet(m_log);
     pager.scroll(-GET_WHEEL_DELTA_WPARAM(message.wParam) * kRowsANotch / WHEEL_DELTA);

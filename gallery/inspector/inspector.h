@@ -15,8 +15,8 @@ class Inspector {
 public:
     static constexpr int kWidth = 361; // with the line at its left edge
 
-    /// A column of the scene's window, at `left` and as high as `height` at 100 percent. Listens from now on.
-    Inspector(Scene& scene, int left, int height);
+    /// A column of the scene's window, at its right edge; both sizes at 100 percent. Listens from now on.
+    Inspector(Scene& scene, const Rect& place, Size window);
     Inspector(const Inspector&) = delete;
     Inspector& operator=(const Inspector&) = delete;
     ~Inspector();
@@ -33,7 +33,7 @@ public:
     bool preview(const MSG& message);
 
 private:
-    void build(int height);
+    void build(const Rect& place, Size window);
     void readTree();
     void selectionChanged();
     bool wheel(const MSG& message);
@@ -49,7 +49,6 @@ private:
     std::optional<LogPanel> m_events;
     std::optional<SelectionFrame> m_frame;
     ComPtr<IVexControlBase> m_page;
-    int m_left;
 };
 
 } // namespace gallery

@@ -36,7 +36,7 @@ void addValue(Scene& scene, IVexControlBase& page, int top, std::size_t value)
     add()->SetMouseMove(VARIANT_TRUE);
     add()->SetLButtonDowned(VARIANT_TRUE);
     add();
-    focusSample(scene, page, {left - kColumn, top});
+    focusSample(scene, page, Rect::at({left - kColumn, top}, {112, 24}));
     disable(*add());
     add()->SetActive(VARIANT_FALSE);
 }
@@ -97,16 +97,19 @@ void forEachLook(const std::function<void(const std::wstring& path, bool isCheck
 }
 
 /// The looks of a button: checked, it stays down.
-void dressAsButton(IVexCheckBox& box, ICmdButton& model)
+void dressAsButton(const Scene& scene, IVexCheckBox& box, ICmdButton& model)
 {
-    static constexpr std::array kUp = {VEX_BTN_NORMAL, VEX_BTN_HOT, VEX_BTN_PRESS, VEX_BTN_DISABLE};
-    static constexpr std::array kDown = {VEX_BTN_PRESS, VEX_BTN_PRESS, VEX_BTN_PRESS, VEX_BTN_DISABLE};
+    static constexpr std::array kStates = {VEX_BTN_NORMAL, VEX_BTN_HOT, VEX_BTN_PRESS, VEX_BTN_DISABLE};
+    const auto down = chosenButtonSection(scene);
     box.SetPushButtonLike(VARIANT_TRUE);
     forEachLook([&](const std::wstring& path, bool isChecked, int state) {
-        const VEX_BUTTONSTATE look = (isChecked ? kDown : kUp)[static_cast<std::size_t>(state)];
+        const VEX_BUTTONSTATE look = kStates[static_cast<std::size_t>(state)];
         ComPtr<IVexImageBase> section;
         ComPtr<IVexTextStyle> style;
-        model.GetBackImageSec(look, section.put());
+        if (isChecked && (look == VEX_BTN_NORMAL || look == VEX_BTN_HOT))
+            section = down;
+        else
+            model.GetBackImageSec(look, section.put());
         model.GetBackTextStyle(look, style.put());
         setProperty(box, path + L"Image", section.get());
         setProperty(box, path + L"TextStyle", style.get());
@@ -119,7 +122,7 @@ void addPushButtons(Scene& scene, IVexControlBase& page, Point at)
     model->SetVisible(VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE);
     for (const wchar_t* text : {L"Bold", L"Italic", L"Underlined"}) {
         const auto box = scene.checkBox(&page, Rect::at(at, {104, 28}), text);
-        dressAsButton(*box, *model);
+        dressAsButton(scene, *box, *model);
         at.x += kColumn;
     }
 }

@@ -9,6 +9,8 @@ namespace gallery {
 namespace {
 
 constexpr int kButtonIcon = 2082;
+constexpr int kColumn = 120; // the raster of the page
+constexpr Size kButton{104, 28};
 constexpr short kStripFrames = 5; // one for each state, in the order of VEX_BUTTONSTATE
 
 struct Pinned {
@@ -50,15 +52,29 @@ void setStrip(const Scene& scene, ICmdButton& button, bool isAcross, int x)
                                isAcross ? VARIANT_TRUE : VARIANT_FALSE);
 }
 
+/// Holds a sample in a state; the focused one wears the mark that the keyboard gives it.
+void pin(Scene& scene, IVexControlBase& page, ICmdButton& button, const Rect& place, VEX_BUTTONSTATE state)
+{
+    button.SetButtonState(state);
+    if (state == VEX_BTN_FOCUS)
+        focusSample(scene, page, place);
+}
+
 void addStates(Scene& scene, IVexControlBase& page, int top)
 {
-    int left = 24;
+    Rect place = Rect::at({24, top}, kButton);
+    const auto add = [&](const wchar_t* text) {
+        const auto button = scene.button(&page, place, text);
+        makeStill(*button);
+        place = place.shifted(kColumn, 0);
+        return button;
+    };
     for (const Pinned& pinned : kPinned) {
-        scene.button(&page, Rect::at({left, top}, {104, 28}), pinned.text)->SetButtonState(pinned.state);
-        left += 120;
+        const auto button = add(pinned.text);
+        pin(scene, page, *button, place.shifted(-kColumn, 0), pinned.state);
     }
-    disable(*scene.button(&page, Rect::at({left, top}, {104, 28}), L"Disabled"));
-    scene.button(&page, Rect::at({left + 120, top}, {104, 28}), L"Inactive")->SetActive(VARIANT_FALSE);
+    disable(*add(L"Disabled"));
+    add(L"Inactive")->SetActive(VARIANT_FALSE);
 }
 
 void addGraphics(Scene& scene, IVexControlBase& page, int top)
@@ -100,16 +116,19 @@ void addGraphics(Scene& scene, IVexControlBase& page, int top)
 void addStrip(Scene& scene, IVexControlBase& page, int top)
 {
     constexpr TextPlacement kBeside{TextAlign::Near, 36, 0, 8, 0};
-    int left = 24;
+    Rect place = Rect::at({24, top}, kButton);
     const auto add = [&](const wchar_t* text) {
-        const auto button = scene.button(&page, Rect::at({left, top}, {104, 28}), text);
+        const auto button = scene.button(&page, place, text);
         setStrip(scene, *button, true, 12);
         placeText(scene, *button, kBeside);
-        left += 120;
+        place = place.shifted(kColumn, 0);
         return button;
     };
-    for (const Pinned& pinned : kPinned)
-        add(pinned.text)->SetButtonState(pinned.state);
+    for (const Pinned& pinned : kPinned) {
+        const auto button = add(pinned.text);
+        makeStill(*button);
+        pin(scene, page, *button, place.shifted(-kColumn, 0), pinned.state);
+    }
     disable(*add(L"Disabled"));
     add(L"Live")->SetTooltip(Bstr(L"Its graphic follows its state").get());
 }

@@ -66,12 +66,28 @@ void makeStill(IVexControlBase& control)
     control.SetTabStop(VARIANT_FALSE);
 }
 
-void focusSample(Scene& scene, IVexControlBase& page, Point at)
+namespace {
+
+ComPtr<IVexImageBase> framedSection(const Scene& scene, const wchar_t* drawing, long border)
 {
-    const auto ring = scene.form(&page, Rect::at(at, {112, 24}).inflated(3), scene.theme().window);
+    auto section = scene.drawingSection(drawing);
+    section->put_rcBorder({border, border, border, border});
+    return section;
+}
+
+} // namespace
+
+void focusSample(Scene& scene, IVexControlBase& page, const Rect& sample)
+{
+    const auto ring = scene.form(&page, sample.inflated(3), scene.theme().window);
     ring->SetDrawColor(VARIANT_FALSE);
-    ring->SetBackImageSec(scene.drawingSection(L"ring").get());
+    ring->SetBackImageSec(framedSection(scene, L"ring", 8).get());
     makeStill(*ring);
+}
+
+ComPtr<IVexImageBase> chosenButtonSection(const Scene& scene)
+{
+    return framedSection(scene, L"chosen-button", 8);
 }
 
 void sectionHeading(Scene& scene, IVexControlBase& page, Point at, const wchar_t* text)

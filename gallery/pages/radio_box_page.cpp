@@ -50,7 +50,7 @@ void addSamples(Scene& scene, IVexControlBase& page, int top)
             const Point at{left, top + 20 + (isChecked ? kRow : 0)};
             addSample(scene, page, at, isChecked, column.state);
             if (column.name == kColumns[3].name)
-                focusSample(scene, page, at);
+                focusSample(scene, page, Rect::at(at, {112, 24}));
         }
         left += kColumn;
     }
@@ -118,18 +118,21 @@ void addWithPicture(Scene& scene, IVexControlBase& page, Point at)
 }
 
 /// A radio box that is a push button which stays down: the button's pictures behind a text in the middle.
-void dressAsButton(IRadioBox& box, ICmdButton& model)
+void dressAsButton(const Scene& scene, IRadioBox& box, ICmdButton& model)
 {
-    static constexpr std::array kUp = {VEX_BTN_NORMAL, VEX_BTN_HOT, VEX_BTN_PRESS, VEX_BTN_DISABLE};
+    static constexpr std::array kStates = {VEX_BTN_NORMAL, VEX_BTN_HOT, VEX_BTN_PRESS, VEX_BTN_DISABLE};
+    const auto down = chosenButtonSection(scene);
     VARIANT_BOOL done = VARIANT_FALSE;
     for (int index = VEX_RADIOBOX_NORMAL; index < VEX_RADIOBOX_LAST; ++index) {
         const auto state = static_cast<VEX_RADIOBOXSTATE>(index);
+        const VEX_BUTTONSTATE look = kStates[static_cast<std::size_t>(index)];
         for (const VARIANT_BOOL isChecked : {VARIANT_FALSE, VARIANT_TRUE}) {
-            const VEX_BUTTONSTATE look =
-                isChecked && index != VEX_RADIOBOX_DISABLE ? VEX_BTN_PRESS : kUp[static_cast<std::size_t>(index)];
             ComPtr<IVexImageBase> section;
             ComPtr<IVexTextStyle> style;
-            model.GetBackImageSec(look, section.put());
+            if (isChecked && (look == VEX_BTN_NORMAL || look == VEX_BTN_HOT))
+                section = down;
+            else
+                model.GetBackImageSec(look, section.put());
             model.GetBackTextStyle(look, style.put());
             box.SetBackImage(state, isChecked, section.get(), &done);
             box.SetTextStyle(state, isChecked, style.get(), &done);
@@ -144,7 +147,7 @@ void addSegments(Scene& scene, IVexControlBase& page, Point at)
     model->SetVisible(VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE);
     for (const wchar_t* text : {L"Day", L"Week", L"Month"}) {
         const auto box = scene.radioBox(&page, Rect::at(at, {72, 28}), text, Segments);
-        dressAsButton(*box, *model);
+        dressAsButton(scene, *box, *model);
         if (at.x == kThirds[2])
             box->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
         at.x += 80;

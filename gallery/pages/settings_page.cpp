@@ -232,17 +232,22 @@ Commands addFooter(Scene& scene, IVexControlBase& page, Dialog& dialog)
 {
     constexpr int kTopOfCommands = 16;
     constexpr int kRight = kPageSize.width - kMargin;
-    const auto footer = showSection(scene, page, {0, kFooterTop, kPageSize.width, kPageSize.height},
-                                    *framed(*drawn(scene, L"footer.png"), {0, 0, 24, 24}, 4));
+    constexpr Rect kPlace{0, kFooterTop, kPageSize.width, kPageSize.height};
+    const auto footer = showSection(scene, page, kPlace, *framed(*drawn(scene, L"footer.png"), {0, 0, 24, 24}, 4));
+    scene.placeIn(*footer, kPlace, kPageSize, Hold::Both, Hold::Far);
+    const auto atRight = [&](const wchar_t* text, int left) {
+        const Rect place = Rect::at({left, kTopOfCommands}, kCommand);
+        const auto button = scene.button(footer.get(), place, text);
+        scene.placeIn(*button, place, kPlace.size(), Hold::Far, Hold::Near);
+        return button;
+    };
     Commands commands;
     commands.defaults = scene.button(footer.get(), Rect::at({kMargin, kTopOfCommands}, kCommand), L"&Back to defaults");
     dialog.status = scene.label(footer.get(), Rect::at({kMargin + 124, kTopOfCommands}, {300, 28}), L"No changes",
                                 {scene.theme().textSoft, 9});
-    commands.save =
-        scene.button(footer.get(), Rect::at({kRight - 2 * kCommand.width - 12, kTopOfCommands}, kCommand), L"Sa&ve");
+    commands.save = atRight(L"Sa&ve", kRight - 2 * kCommand.width - 12);
     makePrimary(scene, *commands.save);
-    commands.cancel =
-        scene.button(footer.get(), Rect::at({kRight - kCommand.width, kTopOfCommands}, kCommand), L"&Cancel");
+    commands.cancel = atRight(L"&Cancel", kRight - kCommand.width);
     setProperty(*commands.cancel, L"Hotkey/Hotkey1", std::to_wstring(VK_ESCAPE));
     return commands;
 }

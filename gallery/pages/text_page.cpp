@@ -41,6 +41,10 @@ void addAlignments(Scene& scene, IVexControlBase& page, int top)
             const auto style = sampleStyle(scene, {L"Tahoma", 8});
             style->put_nHAlign(horizontal);
             style->put_nVAlign(vertical);
+            style->put_nLeftOffset(4); // clear of the edge
+            style->put_nRightOffset(4);
+            style->put_nTopOffset(2);
+            style->put_nBottomOffset(2);
             std::wstring name = vertical == 1 ? L"" : kVertical[vertical];
             if (horizontal != 1 || vertical == 1)
                 name += (name.empty() ? L"" : L" ") + std::wstring(kHorizontal[horizontal]);
@@ -124,11 +128,13 @@ void addDirections(Scene& scene, IVexControlBase& page, int top)
 
     const auto vertical = sampleStyle(scene);
     vertical->put_bVertDraw(VARIANT_TRUE);
+    vertical->put_nTopOffset(4);
     showTextBox(scene, page, Rect::at({kLeft + 184, top}, {24, 96}), L"at its start", *vertical);
     vertical->put_nHAlign(0);
     const auto atEnd = sampleStyle(scene);
     atEnd->put_bVertDraw(VARIANT_TRUE);
     atEnd->put_nHAlign(2);
+    atEnd->put_nBottomOffset(4);
     showTextBox(scene, page, Rect::at({kLeft + 214, top}, {24, 96}), L"at its end", *atEnd);
 }
 

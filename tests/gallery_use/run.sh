@@ -1,12 +1,15 @@
 #!/usr/bin/env bash
 # run.sh [BIN_FOLDER]: the gallery in BIN_FOLDER (or BIN) used with the real pointer and keys: what counts as a click, a
-# key from anywhere, sizes that follow a text, a picture in a radio box, and the list of pages by keyboard.
+# key from anywhere, sizes that follow a text, a picture in a radio box, the list of pages by keyboard, and the window's
+# own title bar. Places are those below it.
 set -uo pipefail
 # shellcheck source=tests/script_test.sh
 . "$(dirname "$0")/../script_test.sh"
 
+readonly bar=32 # the height of the title bar
+
 # part WIDTHxHEIGHT+X+Y: what a part of the window looks like, as one number
-part() { import -window "$window" -crop "$1" -depth 8 rgb:- 2>/dev/null | cksum; }
+part() { import -window "$window" -crop "${1%+*}+$((bar + ${1##*+}))" -depth 8 rgb:- 2>/dev/null | cksum; }
 # changes PART BEFORE: whether it comes to look otherwise
 changes()
 {
@@ -19,7 +22,35 @@ changes()
 }
 # stays PART BEFORE: whether it still looks so a while later
 stays() { sleep 0.7 && [ "$(part "$1")" = "$2" ]; }
-at() { xdotool mousemove $((X + $1)) $((Y + $2)); }
+at() { xdotool mousemove $((X + $1)) $((Y + bar + $2)); }
+# place: where the window stands now and how large it is
+place()
+{
+    eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=')"
+    echo "$X,$Y ${WIDTH}x$HEIGHT"
+}
+# becomes PLACE: whether the window comes to stand there
+becomes()
+{
+    local _
+    for _ in $(seq 25); do
+        [ "$(place)" = "$1" ] && return 0
+        sleep 0.1
+    done
+    echo "it is at $(place)" >&2
+    return 1
+}
+# drag DX DY: with the button held, from where the pointer is, as a hand does it: in steps
+drag()
+{
+    xdotool mousedown 1
+    sleep 0.1
+    xdotool mousemove_relative -- $(($1 / 2)) $(($2 / 2))
+    sleep 0.1
+    xdotool mousemove_relative -- $(($1 - $1 / 2)) $(($2 - $2 / 2))
+    sleep 0.2
+    xdotool mouseup 1
+}
 click()
 {
     at "$1" "$2"
@@ -96,5 +127,68 @@ before=$(part $title)
 xdotool key Up
 changes $title "$before"
 report $? "Up goes back"
+
+# The list's other keys; what the title looks like tells the page.
+check_box=$(part $title)
+xdotool key Home
+changes $title "$check_box"
+report $? "Home goes to the first page"
+first=$(part $title)
+xdotool key c
+changes $title "$first" && [ "$(part $title)" = "$check_box" ]
+report $? "a letter goes to the next page that begins with it"
+xdotool key c
+changes $title "$check_box" && [ "$(part $title)" = "$first" ]
+report $? "and again to the one after, from the last to the first"
+mark=196x1+0+98 # through the lower edge of the mark around the first entry
+with=$(part $mark)
+xdotool key End
+changes $title "$first" && changes $mark "$with"
+report $? "End goes to the last page, and the mark of the focus with it"
+
+# Each page is made anew; nothing of the former may stay. The first round fills what is kept on purpose.
+memory() { awk '/^VmRSS/ {print $2}' "/proc/$app/status"; }
+round() { for _ in $(seq "$1"); do xdotool key --delay 30 Down; done; sleep 1; }
+round 48
+before=$(memory)
+round 96
+grown=$(($(memory) - before))
+[ "$grown" -lt 3000 ]
+report $? "96 changes of the page keep the memory (grown by $grown KiB)"
+
+xdotool mousemove $((X + 400)) $((Y + 16))
+drag 60 40
+becomes "$((X + 60)),$((Y + 40)) 957x592"
+report $? "the title bar moves the window"
+place >/dev/null
+was=$(place)
+xdotool mousemove $((X + 955)) $((Y + 590))
+drag 120 80
+becomes "${was% *} 1077x672"
+report $? "the corner makes it larger"
+xdotool mousemove $((X + 1075)) $((Y + 670))
+drag -700 -500
+becomes "$was"
+report $? "but not smaller than its content"
+xdotool mousemove $((X + 300)) $((Y + 16)) click --repeat 2 --delay 80 1
+for _ in $(seq 25); do [ "$(place)" != "$was" ] && break; sleep 0.1; done
+place >/dev/null
+eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=')"
+corner=$(import -window "$window" -crop 1x1+$((WIDTH - 20))+$((HEIGHT - 20)) -depth 8 txt:- | grep -o '#F3F4F7')
+[ "$WIDTH" -gt 957 ] && [ -n "$corner" ]
+report $? "a double click there maximises it, and its ground fills it"
+xdotool mousemove $((X + WIDTH - 75)) $((Y + 19)) click 1 # the key in the middle
+becomes "$was"
+report $? "the key beside gives it its size back"
+
+eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^(X|Y|WIDTH|HEIGHT)=')"
+at 60 82
+xdotool click 1
+sleep 0.5
+at "${press[@]}"
+xdotool mousedown 1 key alt+F4
+timeout 10 tail --pid="$app" -f /dev/null
+report $? "it closes in the midst of a press"
+xdotool mouseup 1
 
 result
