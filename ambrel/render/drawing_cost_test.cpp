@@ -85,6 +85,9 @@ TEST_F(TextCostTest, TextsAllocateNothing)
     EXPECT_EQ(cost(L"some words that need more than the one line there is"), 0);
     m_style->put_nEffect(static_cast<short>(TextEffect::Outline));
     EXPECT_EQ(cost(wide), 0);
+    EXPECT_EQ(cost(L"\x05E9\x05DC\x05D5\x05DD"), 0) << "drawn by the system";
+    m_style->put_bVertDraw(VARIANT_TRUE);
+    EXPECT_EQ(cost(L"Downwards", {0, 0, 30, 100}), 0);
 }
 
 TEST_F(TextCostTest, MeasuringIsDoneByWhatDrawingKept)

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cmath>
 #include <cstring>
+#include <new>
 
 namespace ambrel {
 
@@ -238,31 +239,39 @@ void GlyphFont::drawLine(const Canvas& canvas, int x, int y, std::wstring_view t
         blendRect(canvas, Rect::at({x, y - m_ascent / 3}, {width(text), m_thickness}), colour);
 }
 
-void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
-                             Pixel colour) const
+Rect GlyphFont::boxOf(std::wstring_view text) const
 {
-    const int margin = m_emHeight; // for what hangs over
-    const Rect box{x - margin, y - m_ascent - margin, x + width(text) + margin, y + m_descent + margin};
-    const Rect shown = canvas.visible(box);
-    if (shown.isEmpty())
-        return;
-    const DibSurface picture(shown.size());
+    const int margin = m_emHeight;
+    return {-margin, -m_ascent - margin, width(text) + margin, m_descent + margin};
+}
+
+TextMask GlyphFont::drawnBySystem(std::wstring_view text, bool isRightToLeft, const Rect& part) const
+{
+    const DibSurface picture(part.size());
     if (picture.isEmpty())
-        return;
+        throw std::bad_alloc();
     {
         const morvane::SelectedObject selected(picture.dc(), systemFontFor(text).m_font.get());
         SetTextColor(picture.dc(), RGB(255, 255, 255));
         SetTextAlign(picture.dc(), TA_BASELINE | TA_LEFT);
-        ExtTextOutW(picture.dc(), x - shown.left, y - shown.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr,
-                    text.data(), static_cast<UINT>(text.size()), nullptr);
+        ExtTextOutW(picture.dc(), -part.left, -part.top, isRightToLeft ? ETO_RTLREADING : 0, nullptr, text.data(),
+                    static_cast<UINT>(text.size()), nullptr);
     }
-    const ConstPixelView pixels = picture.pixels();
-    std::vector<std::uint8_t> mask(static_cast<std::size_t>(pixels.width));
-    for (int row = 0; row < pixels.height; ++row) {
-        for (int i = 0; i < pixels.width; ++i)
-            mask[static_cast<std::size_t>(i)] = static_cast<std::uint8_t>(greenOf(pixels.at(i, row)));
-        blendMask(canvas, {shown.left, shown.top + row}, {pixels.width, 1}, mask, pixels.width, colour);
-    }
+    return maskOf(picture.pixels(), part.topLeft());
+}
+
+void GlyphFont::drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
+                             Pixel colour) const
+{
+    const TextMask& kept = mask({text, {}, kSystemMask | static_cast<unsigned>(isRightToLeft)}, [&]() -> TextMask {
+        const Rect whole = boxOf(text);
+        return isWorthKeeping(whole.size()) ? drawnBySystem(text, isRightToLeft, whole) : TextMask{{}, {}, false};
+    });
+    if (kept.isWhole)
+        return kept.draw(canvas, {x, y}, colour);
+    const Rect shown = canvas.visible(boxOf(text).shifted(x, y)).shifted(-x, -y);
+    if (!shown.isEmpty())
+        drawnBySystem(text, isRightToLeft, shown).draw(canvas, {x, y}, colour);
 }
 
 FontCache& FontCache::instance() noexcept

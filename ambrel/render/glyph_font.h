@@ -10,6 +10,7 @@
 #include "ambrel/render/dib_surface.h"
 #include "ambrel/render/laid_out_texts.h"
 #include "ambrel/render/scale.h"
+#include "ambrel/render/text_mask.h"
 
 #include <array>
 #include <cstdint>
@@ -43,6 +44,15 @@ public:
     {
         return m_layouts.layOut(text, width, format, *this);
     }
+
+    /// The mask of a text that is drawn aside with this font, made when it is not one of those used last. Valid until
+    /// the next call of this object.
+    template <class Make>
+    const TextMask& mask(const RecentTexts<TextMask>::Key& key, Make&& make) const
+    {
+        return m_masks.get(key, make);
+    }
+    static constexpr unsigned kSystemMask = 1u << 30; // belongs to the keys of lines that the system draws
 
     /// Draws one line with its left end at `x` on the baseline `y`. Throws std::bad_alloc.
     void drawLine(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft, Pixel colour) const;
@@ -78,6 +88,11 @@ private:
     int advanceSum(std::wstring_view text) const;
     void drawBySystem(const Canvas& canvas, int x, int y, std::wstring_view text, bool isRightToLeft,
                       Pixel colour) const;
+    /// What covers a line with all that may hang over it, from its left end and its baseline.
+    Rect boxOf(std::wstring_view text) const;
+    TextMask drawnBySystem(std::wstring_view text, bool isRightToLeft, const Rect& part) const;
+
+    static constexpr std::size_t kMostMaskBytes = 256 * 1024;
 
     LOGFONTW m_description;
     morvane::UniqueFont m_font;
@@ -99,6 +114,7 @@ private:
     mutable std::vector<std::uint8_t> m_pool;
     mutable std::vector<std::shared_ptr<const GlyphFont>> m_fallbacks; // those that were needed so far
     mutable LaidOutTexts m_layouts;
+    mutable RecentTexts<TextMask> m_masks{kMostMaskBytes};
 };
 
 /// All fonts in use, by description and scale. One per process, owned by the module; emptied before it is unloaded.

@@ -12,7 +12,7 @@ const TextLayout& LaidOutTexts::layOut(std::wstring_view text, int width, const 
         lines.isSingleLine = format.isSingleLine;
         const unsigned how = static_cast<unsigned>(lines.trimming) << 3 | static_cast<unsigned>(lines.prefix) << 1 |
                              static_cast<unsigned>(lines.isSingleLine);
-        return m_layouts.get({text, within, how}, [&] { return layOutText(text, within, lines, font); });
+        return m_layouts.get({text, {within, 0}, how}, [&] { return layOutText(text, within, lines, font); });
     };
     // Most texts fit: then every width and trimming has the same layout, and measuring has it, too.
     const TextLayout& whole = kept(0, TextTrimming::None);

@@ -1,6 +1,8 @@
 // What was made from texts and is costly to make again.
 #pragma once
 
+#include "base/geometry.h"
+
 #include <cstddef>
 #include <functional>
 #include <list>
@@ -18,7 +20,7 @@ class RecentTexts {
 public:
     struct Key {
         std::wstring_view text;
-        int width = 0;
+        morvane::Size room;
         unsigned how = 0; // whatever else the value depends on
 
         friend bool operator==(const Key&, const Key&) = default;
@@ -48,12 +50,12 @@ public:
 private:
     struct Entry {
         std::wstring text;
-        int width;
+        morvane::Size room;
         unsigned how;
         Value value;
         std::size_t bytes;
 
-        Key key() const { return {text, width, how}; }
+        Key key() const { return {text, room, how}; }
     };
     using Entries = std::list<Entry>;
 
@@ -61,8 +63,9 @@ private:
         std::size_t operator()(const Key& key) const noexcept
         {
             constexpr std::size_t kSpread = 0x9E3779B97F4A7C15;
-            const std::size_t rest = static_cast<std::size_t>(static_cast<unsigned>(key.width)) << 8 ^ key.how;
-            return std::hash<std::wstring_view>()(key.text) ^ rest * kSpread;
+            const std::size_t room = static_cast<std::size_t>(static_cast<unsigned>(key.room.width)) << 32 ^
+                                     static_cast<unsigned>(key.room.height);
+            return std::hash<std::wstring_view>()(key.text) ^ ((room * kSpread) ^ key.how) * kSpread;
         }
     };
 
@@ -71,7 +74,7 @@ private:
         constexpr std::size_t kNodes = 14 * sizeof(void*); // of the list and the map, about
         const std::size_t bytes = sizeof(Entry) + kNodes + key.text.size() * sizeof(wchar_t) + bytesOf(value);
         Entries made;
-        made.push_front({std::wstring(key.text), key.width, key.how, std::move(value), bytes});
+        made.push_front({std::wstring(key.text), key.room, key.how, std::move(value), bytes});
         m_places.emplace(made.front().key(), made.begin());
         m_entries.splice(m_entries.begin(), made);
         m_bytes += bytes;

@@ -75,22 +75,31 @@ void drawLines(const Canvas& canvas, const GlyphFont& font, const TextLayout& la
     }
 }
 
+/// Everything but its text and its room that the mask of a turned text depends on.
+unsigned bitsOf(const TextFormat& format)
+{
+    return static_cast<unsigned>(format.horizontal) | static_cast<unsigned>(format.vertical) << 2 |
+           static_cast<unsigned>(format.trimming) << 4 | static_cast<unsigned>(format.prefix) << 7 |
+           static_cast<unsigned>(format.isSingleLine) << 9 | static_cast<unsigned>(format.isRightToLeft) << 10;
+}
+
 /// Draws the text lying down and turns it clockwise into its place.
 void drawTurned(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
                 const TextFormat& format, Pixel colour)
 {
-    Surface lying({rect.height(), rect.width()});
-    if (lying.isEmpty() || canvas.visible(rect).isEmpty())
-        return;
-    TextFormat horizontal = format;
-    horizontal.isVertical = false;
-    const Rect whole = lying.view().bounds();
-    drawText({lying.view(), {}, whole}, font, text, whole, horizontal, colour);
-    Surface turned(rect.size());
-    for (int y = 0; y < whole.height(); ++y)
-        for (int x = 0; x < whole.width(); ++x)
-            turned.view().row(x)[whole.height() - 1 - y] = lying.view().at(x, y);
-    blendImage(canvas, rect.topLeft(), turned.view());
+    const Size lyingSize{rect.height(), rect.width()};
+    const auto turned = [&] {
+        Surface lying(lyingSize);
+        const Rect whole = lying.view().bounds();
+        TextFormat horizontal = format;
+        horizontal.isVertical = false;
+        drawText({lying.view(), {}, whole}, font, text, whole, horizontal, packPixel(255, 255, 255, 255));
+        return turnedMaskOf(lying.view());
+    };
+    if (isWorthKeeping(lyingSize))
+        font.mask({text, lyingSize, bitsOf(format)}, turned).draw(canvas, rect.topLeft(), colour);
+    else
+        turned().draw(canvas, rect.topLeft(), colour);
 }
 
 } // namespace

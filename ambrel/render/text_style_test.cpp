@@ -54,6 +54,23 @@ protected:
         m_style->draw(m_device.renderDC().canvas(), rect, text, m_device.scale());
     }
 
+    Surface shown()
+    {
+        Surface copy(m_device.size());
+        copyImage({copy.view(), {}, copy.view().bounds()}, {}, m_device.surface()->pixels());
+        return copy;
+    }
+
+    int differingPixels(const Surface& other)
+    {
+        const ConstPixelView pixels = m_device.surface()->pixels();
+        int count = 0;
+        for (int y = 0; y < pixels.height; ++y)
+            for (int x = 0; x < pixels.width; ++x)
+                count += pixels.at(x, y) != other.view().at(x, y);
+        return count;
+    }
+
     RenderDevice m_device;
     ComPtr<TextStyle> m_style;
 };
@@ -201,6 +218,28 @@ TEST_F(TextStyleTest, SmallTextIsSmoothAndKeepsTheSurfacesAlpha)
     }
     EXPECT_TRUE(hasPartial);
     EXPECT_EQ(pixels.at(59, 0), 0u);
+}
+
+TEST_F(TextStyleTest, WhatTheSystemDrawsLooksTheSameWhetherItWasFirstSeenInPartOrWhole)
+{
+    const std::wstring word = L"\x05E9\x05DC\x05D5\x05DD ";
+    std::wstring many;
+    for (int i = 0; i < 500; ++i)
+        many += word; // too large to be kept
+    m_style->put_nStringTrimming(0);
+    const Rect room{10, 10, 290, 60};
+    for (const std::wstring& text : {word, many}) {
+        draw(text.c_str(), room);
+        const Surface whole = shown();
+        ASSERT_GT(ink().width(), 20);
+        m_style->setFont(nullptr);
+        FontCache::instance().clear();
+        clear();
+        m_style->draw(m_device.renderDC().canvas().clippedTo({15, 0, 25, 100}), room, text, m_device.scale());
+        ASSERT_TRUE((Rect{15, 0, 25, 100}.contains(ink())));
+        draw(text.c_str(), room);
+        EXPECT_EQ(differingPixels(whole), 0);
+    }
 }
 
 TEST_F(TextStyleTest, AVerticalTextIsHigherThanWide)
