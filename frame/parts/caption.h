@@ -1,4 +1,4 @@
-// A control's own text and whether it is shown.
+// A control's own text, whether it is shown, and its tool tip.
 #pragma once
 
 #include "frame/properties.h"
@@ -8,6 +8,7 @@ namespace morvane {
 struct CaptionProps {
     StringProp text;
     BoolProp isShown;
+    StringProp toolTip;
 
     /// What is to be drawn; empty while the text is hidden.
     Bstr shown() const { return isShown.isSet() ? text.value() : Bstr(); }

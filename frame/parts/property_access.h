@@ -64,6 +64,11 @@ inline HRESULT fetch(const LongProp& first, const LongProp& second, long* firstR
     });
 }
 
+inline HRESULT store(ColorProp& property, OLE_COLOR color) noexcept
+{
+    return guarded([&] { property.set(color); });
+}
+
 inline HRESULT fetch(const ColorProp& property, OLE_COLOR* result) noexcept
 {
     return returning(result, [&] { return property.value(); });
@@ -109,15 +114,13 @@ HRESULT storeIn(Look* look, Property Look::*property, Value* value) noexcept
 }
 
 /// The same for methods that also say whether they did it.
-template <class Look, class Property, class Set>
-HRESULT storeIn(Look* look, Property Look::*property, VARIANT_BOOL* result, Set set) noexcept
+template <class Look, class Property, class Value>
+HRESULT storeIn(Look* look, Property Look::*property, const Value& value, VARIANT_BOOL* result) noexcept
 {
-    return filling(result, [&](VARIANT_BOOL& done) -> HRESULT {
-        if (!look)
-            return E_INVALIDARG;
-        set(look->*property);
-        done = VARIANT_TRUE;
-        return S_OK;
+    return filling(result, [&](VARIANT_BOOL& done) {
+        const HRESULT status = look ? store(look->*property, value) : E_INVALIDARG;
+        done = toVariantBool(status == S_OK);
+        return status;
     });
 }
 

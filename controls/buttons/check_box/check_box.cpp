@@ -20,7 +20,7 @@ void CheckBoxProperties::declare(PropertyTable& table)
     const PropertyGroup textGroup = table.group(L"Text");
     textGroup.content(caption.text, L"Text", L"CheckBox");
     textGroup.content(caption.isShown, L"ShowText", true);
-    table.group(L"Tooltip").content(toolTip, L"Tooltip");
+    table.group(L"Tooltip").content(caption.toolTip, L"Tooltip");
     table.group(L"ThreeState").content(threeState, L"ThreeState");
     table.group(L"Cursor").style(cursor, L"Cursor");
     table.group(L"PushButtonLike").style(looksLikePushButton, L"Value", false);
@@ -106,12 +106,6 @@ Handled CVexCheckBox::onLeftDoubleClick(const PointerNotice&)
     return Handled::Yes;
 }
 
-Handled CVexCheckBox::onSize()
-{
-    fitToText(Fit::WhereChanged);
-    return Handled::No;
-}
-
 // Value and state -----------------------------------------------------------------------------------------------------
 
 void CVexCheckBox::step()
@@ -181,43 +175,11 @@ STDMETHODIMP CVexCheckBox::IsActive(VARIANT_BOOL* result) noexcept
     return returning(result, [&] { return m_active.isActive(); });
 }
 
-STDMETHODIMP CVexCheckBox::SetData(std::int64_t data) noexcept
-{
-    m_data = data;
-    return S_OK;
-}
-
-STDMETHODIMP CVexCheckBox::GetData(std::int64_t* result) noexcept
-{
-    return returning(result, [&] { return m_data; });
-}
-
 // Text ----------------------------------------------------------------------------------------------------------------
 
 STDMETHODIMP CVexCheckBox::SetText(BSTR text) noexcept
 {
-    return guarded([&] {
-        m_properties.caption.text.set(text);
-        fitToText();
-        redrawOwnRect();
-    });
-}
-
-STDMETHODIMP CVexCheckBox::GetText(BSTR* result) noexcept
-{
-    return fetch(m_properties.caption.text, result);
-}
-STDMETHODIMP CVexCheckBox::SetTooltip(BSTR text) noexcept
-{
-    return store(m_properties.toolTip, text);
-}
-STDMETHODIMP CVexCheckBox::GetTooltip(BSTR* result) noexcept
-{
-    return fetch(m_properties.toolTip, result);
-}
-STDMETHODIMP CVexCheckBox::IsShowText(VARIANT_BOOL* result) noexcept
-{
-    return fetch(m_properties.caption.isShown, result);
+    return changeText(text, [this] { redrawOwnRect(); });
 }
 
 STDMETHODIMP CVexCheckBox::ShowText(VARIANT_BOOL show) noexcept
@@ -235,22 +197,12 @@ STDMETHODIMP CVexCheckBox::IsPushButtonLike(VARIANT_BOOL* result) noexcept
     return fetch(m_properties.looksLikePushButton, result);
 }
 
-void CVexCheckBox::fitToText(Fit when)
+int CVexCheckBox::widthBesideText()
 {
-    IVexControlBase* const inner = innerBase();
-    if (!inner || !m_properties.autoSize.isEnabled())
-        return;
-    const Rect control = ownRect();
-    const Bstr text = m_properties.caption.text.value();
-    const FittedTo now{control.size(), static_cast<int>(text.view().size())};
-    if (when == Fit::WhereChanged && now == m_fitted)
-        return;
-    m_fitted = now;
-    const ComPtr<IVexTextStyle> style = lookOf(CheckValue::Unchecked).textStyle.style();
-    long boxWidth = 0;
+    long width = 0;
     if (const ComPtr<IVexImageBase> box = currentLook().image.section())
-        box->GetWidth(&boxWidth);
-    m_properties.autoSize.apply(*inner, control, text, style.get(), static_cast<int>(boxWidth));
+        box->GetWidth(&width);
+    return static_cast<int>(width);
 }
 
 // Graphics ------------------------------------------------------------------------------------------------------------

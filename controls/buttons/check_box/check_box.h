@@ -3,32 +3,26 @@
 
 #include "controls/buttons/check_box/check_box_properties.h"
 #include "controls/control_interfaces.h"
-#include "frame/control.h"
 #include "frame/parts/active_flag.h"
+#include "frame/parts/box_control.h"
 #include "frame/parts/render_images.h"
 
 namespace morvane {
 
-class CVexCheckBox : public Control<IVexCheckBox> {
+class CVexCheckBox : public BoxControl<IVexCheckBox, CheckBoxProperties> {
 public:
     STDMETHODIMP SetText(BSTR text) noexcept override;
-    STDMETHODIMP GetText(BSTR* result) noexcept override;
     STDMETHODIMP GetButtonState(VEX_CHECKBOXSTATE* result) noexcept override;
     STDMETHODIMP SetButtonState(VEX_CHECKBOXSTATE state) noexcept override;
     STDMETHODIMP GetValue(VEXCHECKBOX_VALUE* result) noexcept override;
     STDMETHODIMP SetValue(VEXCHECKBOX_VALUE value) noexcept override;
     STDMETHODIMP SetThreeState(VARIANT_BOOL threeState) noexcept override;
     STDMETHODIMP GetThreeState(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
-    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
     STDMETHODIMP ShowText(VARIANT_BOOL show) noexcept override;
-    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP SetPushButtonLike(VARIANT_BOOL pushButtonLike) noexcept override;
     STDMETHODIMP IsPushButtonLike(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP SetActive(VARIANT_BOOL active) noexcept override;
     STDMETHODIMP IsActive(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP SetData(std::int64_t data) noexcept override;
-    STDMETHODIMP GetData(std::int64_t* result) noexcept override;
     STDMETHODIMP SetGraphics(std::int64_t handle, VARIANT_BOOL isIcon) noexcept override;
     STDMETHODIMP SetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase* section) noexcept override;
     STDMETHODIMP GetImage(VEX_CHECKBOXSTATE state, VEXCHECKBOX_VALUE value, IVexImageBase** result) noexcept override;
@@ -39,12 +33,13 @@ public:
 
 protected:
     const ControlInfo& info() const noexcept override;
-    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
     void render(IVexRenderDC& dc) override;
     HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
     void releaseHostObjects() override;
 
-    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    const TextStyleProp& measuringStyle() override { return lookOf(CheckValue::Unchecked).textStyle; }
+    int widthBesideText() override;
+
     Handled onAutoLoadInit() override;
     Handled onMouseEnter(const PointerNotice& notice) override;
     Handled onMouseMove(const PointerNotice& notice) override;
@@ -52,19 +47,10 @@ protected:
     Handled onLeftButtonDown(const PointerNotice& notice) override;
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice& notice) override;
-    Handled onSetFocus() override { return Handled::No; }
-    Handled onKillFocus() override { return Handled::No; }
     Handled onDrawPreview() override { return Handled::No; }
-    Handled onSize() override;
 
 private:
     using ValueLooks = CheckBoxProperties::ValueLooks;
-
-    struct FittedTo {
-        Size control{-1, -1};
-        int textLength = 0;
-        friend bool operator==(const FittedTo&, const FittedTo&) = default;
-    };
 
     ValueLooks& looksOf(CheckValue value) { return m_properties.values[static_cast<std::size_t>(value)]; }
     StateLook& lookOf(CheckValue value) { return looksOf(value).states[static_cast<std::size_t>(m_state)]; }
@@ -76,7 +62,6 @@ private:
 
     void updateState();
     void step();
-    void fitToText(Fit when = Fit::Always);
 
     Rect boxRect(const Rect& control);
     Rect textRect(const Rect& control);
@@ -84,15 +69,12 @@ private:
     Rect graphicSectionRect(const Rect& control, Size size);
     RenderImageSlot& graphic();
 
-    CheckBoxProperties m_properties;
     CheckState m_state = CheckState::Normal;
     CheckValue m_value = CheckValue::Unchecked;
     ActiveFlag m_active;
     std::int64_t m_graphicHandle = 0; // the application's
     bool m_isGraphicIcon = false;
     RenderImageSlot m_graphic; // made from the handle when it is first drawn
-    std::int64_t m_data = 0;   // the application's
-    FittedTo m_fitted;
 };
 
 } // namespace morvane

@@ -18,7 +18,6 @@ struct CheckBoxProperties {
     };
     std::array<ValueLooks, kCheckValueCount> values; // by CheckValue
     CaptionProps caption;
-    StringProp toolTip;
     BoolProp threeState;
     CursorProp cursor; // read by the framework
     BoolProp looksLikePushButton;

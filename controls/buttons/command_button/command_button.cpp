@@ -15,7 +15,7 @@ void CommandButtonProperties::declare(PropertyTable& table)
     const PropertyGroup textGroup = table.group(L"Text");
     textGroup.content(caption.text, L"Text", L"PushButton");
     textGroup.content(caption.isShown, L"ShowText", true);
-    table.group(L"Tooltip").content(toolTip, L"Tooltip", L"");
+    table.group(L"Tooltip").content(caption.toolTip, L"Tooltip", L"");
 
     const PropertyGroup graphics = table.group(L"Graphics");
     graphics.style(graphic.isStacked, L"UpDownMode");
@@ -57,44 +57,16 @@ Handled CCmdButton::onFinalCreate()
     return Handled::Yes;
 }
 
-Handled CCmdButton::onSize()
-{
-    fitToText(Fit::WhereChanged);
-    return Handled::No;
-}
-
 // Text ----------------------------------------------------------------------------------------------------------------
 
 STDMETHODIMP CCmdButton::SetText(BSTR text) noexcept
 {
-    return guarded([&] {
-        m_properties.caption.text.set(text);
-        fitToText();
-        redraw();
-    });
-}
-
-STDMETHODIMP CCmdButton::GetText(BSTR* result) noexcept
-{
-    return fetch(m_properties.caption.text, result);
-}
-STDMETHODIMP CCmdButton::SetTooltip(BSTR text) noexcept
-{
-    return store(m_properties.toolTip, text);
-}
-STDMETHODIMP CCmdButton::GetTooltip(BSTR* result) noexcept
-{
-    return fetch(m_properties.toolTip, result);
+    return changeText(text, [this] { redraw(); });
 }
 
 STDMETHODIMP CCmdButton::ShowText(VARIANT_BOOL show) noexcept
 {
     return storeThen(m_properties.caption.isShown, show, [this] { redraw(); });
-}
-
-STDMETHODIMP CCmdButton::IsShowText(VARIANT_BOOL* result) noexcept
-{
-    return fetch(m_properties.caption.isShown, result);
 }
 
 STDMETHODIMP CCmdButton::GetTextLength(short* result) noexcept
@@ -175,21 +147,12 @@ STDMETHODIMP CCmdButton::GetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle**
 int CCmdButton::widthTakenByGraphic()
 {
     // A strip counts with all its frames; saved positions depend on it.
-    return hasStrip() ? m_strip->fullWidth() : graphicSize(graphicSource()).width;
+    return hasStrip() ? strip().fullWidth() : graphicSize(graphicSource()).width;
 }
 
-void CCmdButton::fitToText(Fit when)
+CCmdButton::FittedTo CCmdButton::fittedTo(Size, int textLength)
 {
-    IVexControlBase* const inner = innerBase();
-    if (!inner || !m_properties.autoSize.isEnabled())
-        return;
-    const Bstr text = m_properties.caption.text.value();
-    const FittedTo now{static_cast<int>(text.view().size()), widthTakenByGraphic(), m_properties.graphic.x.value()};
-    if (when == Fit::WhereChanged && now == m_fitted)
-        return;
-    m_fitted = now;
-    const ComPtr<IVexTextStyle> style = lookOf(m_state).textStyle.style();
-    m_properties.autoSize.apply(*inner, ownRect(), text, style.get(), saturatingAdd(now.graphicWidth, now.x));
+    return {textLength, widthTakenByGraphic(), m_properties.graphic.x.value()};
 }
 
 HRESULT CCmdButton::setLimit(LongProp& limit, long value)

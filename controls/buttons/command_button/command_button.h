@@ -4,35 +4,27 @@
 
 #include "controls/buttons/command_button/command_button_properties.h"
 #include "controls/control_interfaces.h"
-#include "frame/control.h"
 #include "frame/parts/active_flag.h"
-#include "frame/parts/frame_strip.h"
+#include "frame/parts/captioned.h"
 #include "frame/parts/render_images.h"
+#include "frame/parts/strip_graphic.h"
 #include "frame/platform/handles.h"
 
 #include <memory>
 
 namespace morvane {
 
-class CCmdButton : public Control<ICmdButton> {
+class CCmdButton : public StripGraphic<Captioned<ICmdButton, CommandButtonProperties>> {
 public:
     STDMETHODIMP SetText(BSTR text) noexcept override;
-    STDMETHODIMP GetText(BSTR* result) noexcept override;
     STDMETHODIMP GetButtonState(VEX_BUTTONSTATE* result) noexcept override;
     STDMETHODIMP SetButtonState(VEX_BUTTONSTATE state) noexcept override;
-    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count,
-                                     VARIANT_BOOL horizontal) noexcept override;
-    STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
     STDMETHODIMP SetGraphicshIcon(std::int64_t icon, short x, short y) noexcept override;
     STDMETHODIMP GetGraphicshIcon(std::int64_t* result) noexcept override;
     STDMETHODIMP SetUpDownMode(VARIANT_BOOL stacked) noexcept override;
-    STDMETHODIMP IsUpDownMode(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
-    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
     STDMETHODIMP SetGraphicOffset(long x, long y) noexcept override;
     STDMETHODIMP GetGraphicOffset(long* x, long* y) noexcept override;
     STDMETHODIMP ShowText(VARIANT_BOOL show) noexcept override;
-    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP SetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase* section) noexcept override;
     STDMETHODIMP GetBackImageSec(VEX_BUTTONSTATE state, IVexImageBase** result) noexcept override;
     STDMETHODIMP SetBackTextStyle(VEX_BUTTONSTATE state, IVexTextStyle* style) noexcept override;
@@ -60,13 +52,14 @@ public:
 
 protected:
     const ControlInfo& info() const noexcept override;
-    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
     void render(IVexRenderDC& dc) override;
     void releaseHostObjects() override;
 
-    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    FittedTo fittedTo(Size control, int textLength) override;
+    const TextStyleProp& measuringStyle() override { return lookOf(m_state).textStyle; }
+    int widthBesideText() override { return saturatingAdd(widthTakenByGraphic(), m_properties.graphic.x.value()); }
+
     Handled onFinalCreate() override;
-    Handled onSize() override;
 
 private:
     /// Where the graphic comes from, in the order of preference.
@@ -75,14 +68,6 @@ private:
     struct Back {
         RenderImageSlot image;
         UniqueBitmap bitmap; // the application's, ours since it was given
-    };
-
-    /// What a size that follows the text depends on.
-    struct FittedTo {
-        int textLength = 0;
-        int graphicWidth = 0;
-        int x = 0;
-        friend bool operator==(const FittedTo&, const FittedTo&) = default;
     };
 
     StateLook& lookOf(ButtonState state) { return m_properties.look[static_cast<std::size_t>(state)]; }
@@ -97,7 +82,6 @@ private:
         return !m_active.isActive() && m_state == ButtonState::Normal ? m_properties.inactive : lookOf(m_state);
     }
 
-    bool hasStrip() const { return m_strip && *m_strip; }
     void updateState();
     bool isCursorInside();
     void drawBackground(IVexRenderDC& dc, const Rect& control);
@@ -106,21 +90,16 @@ private:
     GraphicSource graphicSource();
     Size graphicSize(GraphicSource source);
 
-    /// Fits the size to the text where the skin asks for it.
-    void fitToText(Fit when = Fit::Always);
     int widthTakenByGraphic();
     HRESULT setLimit(LongProp& limit, long value);
 
-    CommandButtonProperties m_properties;
     ButtonState m_state = ButtonState::Normal;
     bool m_isStateForced = false;
     ActiveFlag m_active;
-    std::unique_ptr<FrameStrip> m_strip; // made when the first file is given
     RenderImageSlot m_graphic;
     std::int64_t m_graphicHandle = 0;
     UniqueBitmap m_fileBitmap; // behind m_graphicHandle when that came from SetFileIcon
     std::unique_ptr<std::array<Back, kButtonStateCount>> m_back; // by ButtonState; made when the first is given
-    FittedTo m_fitted;
 };
 
 } // namespace morvane

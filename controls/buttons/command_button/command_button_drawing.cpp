@@ -66,7 +66,7 @@ Size CCmdButton::graphicSize(GraphicSource source)
 {
     switch (source) {
     case GraphicSource::Strip:
-        return m_strip->frameSize();
+        return strip().frameSize();
     case GraphicSource::Image:
         return m_graphic.size();
     case GraphicSource::Section:
@@ -84,7 +84,7 @@ int CCmdButton::drawGraphic(IVexRenderDC& dc, const Rect& control, const Graphic
     const Size size = graphicSize(source);
     const Rect place = placeGraphic(placement, control, size);
     if (source == GraphicSource::Strip)
-        m_strip->draw(dc, place, static_cast<int>(m_state));
+        strip().draw(dc, place, static_cast<int>(m_state));
     else if (source == GraphicSource::Image)
         m_graphic.draw(dc, place);
     else if (source == GraphicSource::Section)

@@ -57,26 +57,6 @@ ComPtr<IVexImageBase> sectionForFile(IVexRes& res, BSTR path, bool& loaded)
 
 } // namespace
 
-STDMETHODIMP CCmdButton::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
-{
-    return guarded([&] {
-        if (!m_strip)
-            m_strip = std::make_unique<FrameStrip>();
-        if (!m_strip->load(path, count, horizontal == VARIANT_TRUE))
-            return S_FALSE;
-        m_properties.graphic.x.set(x);
-        m_properties.graphic.y.set(y);
-        fitToText();
-        redraw();
-        return S_OK;
-    });
-}
-
-STDMETHODIMP CCmdButton::GetGraphicsFilePath(BSTR* result) noexcept
-{
-    return returning(result, [&] { return m_strip ? Bstr(m_strip->path()) : Bstr(L""); });
-}
-
 STDMETHODIMP CCmdButton::SetGraphicshIcon(std::int64_t icon, short, short) noexcept
 {
     return guarded([&] {
@@ -125,10 +105,6 @@ STDMETHODIMP CCmdButton::SetFileIcon(BSTR path) noexcept
 STDMETHODIMP CCmdButton::SetUpDownMode(VARIANT_BOOL stacked) noexcept
 {
     return store(m_properties.graphic.isStacked, stacked);
-}
-STDMETHODIMP CCmdButton::IsUpDownMode(VARIANT_BOOL* result) noexcept
-{
-    return fetch(m_properties.graphic.isStacked, result);
 }
 
 STDMETHODIMP CCmdButton::SetGraphicOffset(long x, long y) noexcept

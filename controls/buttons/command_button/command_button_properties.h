@@ -16,7 +16,6 @@ struct CommandButtonProperties {
     std::array<StateLook, kButtonStateCount> look; // by ButtonState
     StateLook inactive;
     CaptionProps caption;
-    StringProp toolTip;
     GraphicProps graphic;
     AutoSize autoSize;
     std::array<HotkeyProp, 2> hotkeys; // these and the cursor are read by the framework

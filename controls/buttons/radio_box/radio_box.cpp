@@ -2,8 +2,6 @@
 
 #include "frame/parts/property_access.h"
 
-#include <algorithm>
-
 namespace morvane {
 
 namespace {
@@ -31,7 +29,7 @@ void RadioBoxProperties::declare(PropertyTable& table)
     const PropertyGroup textGroup = table.group(L"Text");
     textGroup.style(caption.text, L"Text", L"RadioBox");
     textGroup.style(caption.isShown, L"ShowText", true);
-    table.group(L"Tooltip").style(toolTip, L"Tooltip");
+    table.group(L"Tooltip").style(caption.toolTip, L"Tooltip");
 
     const PropertyGroup graphics = table.group(L"Graphics");
     graphics.style(graphic.isStacked, L"UpDownMode");
@@ -54,7 +52,7 @@ const ControlInfo& CRadioBox::info() const noexcept
 
 void* CRadioBox::findInterface(REFIID iid) noexcept
 {
-    return iid == kRadioMemberIid ? static_cast<RadioMember*>(this) : Control::findInterface(iid);
+    return iid == kRadioMemberIid ? static_cast<RadioMember*>(this) : BoxControl::findInterface(iid);
 }
 
 void CRadioBox::releaseHostObjects()
@@ -66,112 +64,7 @@ void CRadioBox::releaseHostObjects()
     Control::releaseHostObjects();
 }
 
-// Groups --------------------------------------------------------------------------------------------------------------
-
-void CRadioBox::enteredGroup(CVexRadioGroup& group)
-{
-    m_memberships.push_back(&group);
-}
-void CRadioBox::leftGroup(CVexRadioGroup& group)
-{
-    std::erase(m_memberships, &group);
-}
-
-void CRadioBox::leaveGroups()
-{
-    for (CVexRadioGroup* group : std::exchange(m_memberships, {}))
-        group->forget(*this);
-    m_group.reset();
-}
-
-void CRadioBox::changeValue(bool isChecked)
-{
-    m_isChecked = isChecked;
-    redraw();
-}
-
-void CRadioBox::joinGroup()
-{
-    IVexControlBase* const inner = innerBase();
-    if (m_group || !inner)
-        return;
-    ComPtr<ISkinObjResBase> parent;
-    inner->GetParent(parent.put());
-    if (!parent)
-        return;
-    const int ownId = m_properties.groupId.value();
-    const long id = ownId != 0 ? ownId : static_cast<long>(reinterpret_cast<std::intptr_t>(parent.get()) & 0xFFFFFFFF);
-    ComPtr<ISkinObjResBase> root;
-    inner->GetRoot(root.put());
-    ComPtr<IVexRadioGroup> group = CVexRadioGroup::find(root.get(), id);
-    if (!group)
-        group = groupOfSiblings(*parent, id);
-    if (m_group)
-        return; // joined while the others were asked
-    if (!group)
-        group = CVexRadioGroup::make(root.get(), id, host().window);
-    m_group = group;
-    group->AddObject(this); // asks for names: the box may leave meanwhile
-}
-
-/// The group of another radio box of the parent that has the number as its own.
-ComPtr<IVexRadioGroup> CRadioBox::groupOfSiblings(ISkinObjResBase& parent, long id)
-{
-    short count = 0;
-    parent.GetChildCount(&count);
-    for (short i = 0; i < count; ++i) {
-        ComPtr<ISkinObjResBase> child;
-        parent.GetSubObject(i, child.put());
-        const ComPtr<IVexControlBase> object = child.as<IVexControlBase>();
-        ComPtr<IVexControlBase> real;
-        if (object)
-            object->GetRealCtrlPtr(real.put());
-        const ComPtr<IRadioBox> box = real.as<IRadioBox>();
-        if (!box || box.get() == static_cast<IRadioBox*>(this))
-            continue;
-        long siblingId = 0;
-        ComPtr<IVexRadioGroup> group;
-        box->GetGroupID(&siblingId);
-        box->GetGroup(group.put());
-        if (siblingId == id && group)
-            return group;
-    }
-    return nullptr;
-}
-
-void CRadioBox::leaveOwnGroup()
-{
-    const ComPtr<IVexRadioGroup> former = std::exchange(m_group, nullptr);
-    const auto place = std::find(m_memberships.begin(), m_memberships.end(), former.get());
-    if (place == m_memberships.end())
-        return;
-    (*place)->forget(*this);
-    m_memberships.erase(place);
-}
-
-STDMETHODIMP CRadioBox::SetGroupID(long id, VARIANT_BOOL* result) noexcept
-{
-    return filling(result, [&](VARIANT_BOOL& done) {
-        done = VARIANT_TRUE;
-        long current = 0;
-        if (m_group && SUCCEEDED(m_group->GetID(&current)) && current == id)
-            return S_OK;
-        m_properties.groupId.set(static_cast<int>(id));
-        leaveOwnGroup();
-        joinGroup();
-        return S_OK;
-    });
-}
-
-STDMETHODIMP CRadioBox::GetGroupID(long* result) noexcept
-{
-    return fetch(m_properties.groupId, result);
-}
-
-STDMETHODIMP CRadioBox::GetGroup(IVexRadioGroup** result) noexcept
-{
-    return returning(result, [&] { return m_group; });
-}
+// Value ---------------------------------------------------------------------------------------------------------------
 
 STDMETHODIMP CRadioBox::SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow) noexcept
 {
@@ -291,12 +184,6 @@ Handled CRadioBox::onLeftDoubleClick(const PointerNotice&)
     return Handled::Yes;
 }
 
-Handled CRadioBox::onSize()
-{
-    fitToText(Fit::WhereChanged);
-    return Handled::No;
-}
-
 Handled CRadioBox::onTimer(UINT_PTR id)
 {
     if (!m_blinkTimer.ticksAs(id))
@@ -328,59 +215,12 @@ STDMETHODIMP CRadioBox::SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL red
 
 STDMETHODIMP CRadioBox::SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept
 {
-    return guarded([&] {
-        m_properties.caption.text.set(text);
-        fitToText();
-        redrawIf(redrawNow);
-    });
-}
-
-STDMETHODIMP CRadioBox::GetText(BSTR* result) noexcept
-{
-    return fetch(m_properties.caption.text, result);
-}
-STDMETHODIMP CRadioBox::SetTooltip(BSTR text) noexcept
-{
-    return store(m_properties.toolTip, text);
-}
-STDMETHODIMP CRadioBox::GetTooltip(BSTR* result) noexcept
-{
-    return fetch(m_properties.toolTip, result);
-}
-STDMETHODIMP CRadioBox::IsShowText(VARIANT_BOOL* result) noexcept
-{
-    return fetch(m_properties.caption.isShown, result);
+    return changeText(text, [&] { redrawIf(redrawNow); });
 }
 
 STDMETHODIMP CRadioBox::ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept
 {
     return storeThen(m_properties.caption.isShown, show, [&] { redrawIf(redrawNow); });
-}
-
-void CRadioBox::fitToText(Fit when)
-{
-    IVexControlBase* const inner = innerBase();
-    if (!inner || !m_properties.autoSize.isEnabled())
-        return;
-    const Rect control = ownRect();
-    const Bstr text = m_properties.caption.text.value();
-    const FittedTo now{control.size(), static_cast<int>(text.view().size())};
-    if (when == Fit::WhereChanged && now == m_fitted)
-        return;
-    m_fitted = now;
-    const ComPtr<IVexTextStyle> style = currentLook().textStyle.style();
-    m_properties.autoSize.apply(*inner, control, text, style.get(), boxSize().width);
-}
-
-STDMETHODIMP CRadioBox::SetData(std::int64_t data) noexcept
-{
-    m_data = data;
-    return S_OK;
-}
-
-STDMETHODIMP CRadioBox::GetData(std::int64_t* result) noexcept
-{
-    return returning(result, [&] { return m_data; });
 }
 
 // Blinking

@@ -4,9 +4,9 @@
 
 #include "controls/buttons/radio_box/radio_box_properties.h"
 #include "controls/buttons/radio_box/radio_group.h"
-#include "frame/control.h"
-#include "frame/parts/frame_strip.h"
+#include "frame/parts/box_control.h"
 #include "frame/parts/render_images.h"
+#include "frame/parts/strip_graphic.h"
 #include "frame/platform/window_timer.h"
 
 #include <optional>
@@ -14,25 +14,17 @@
 
 namespace morvane {
 
-class CRadioBox : public Control<IRadioBox>, public RadioMember {
+class CRadioBox : public StripGraphic<BoxControl<IRadioBox, RadioBoxProperties>>, public RadioMember {
 public:
     STDMETHODIMP SetText(BSTR text, VARIANT_BOOL redrawNow) noexcept override;
-    STDMETHODIMP GetText(BSTR* result) noexcept override;
     STDMETHODIMP GetButtonState(VEX_RADIOBOXSTATE* result) noexcept override;
     STDMETHODIMP SetButtonState(VEX_RADIOBOXSTATE state, VARIANT_BOOL redrawNow) noexcept override;
-    STDMETHODIMP SetGraphicsFilePath(BSTR path, short x, short y, short count,
-                                     VARIANT_BOOL horizontal) noexcept override;
-    STDMETHODIMP GetGraphicsFilePath(BSTR* result) noexcept override;
     STDMETHODIMP SetValue(VEXRADIOBOX_VALUE value, VARIANT_BOOL redrawNow) noexcept override;
     STDMETHODIMP GetValue(VEXRADIOBOX_VALUE* result) noexcept override;
     STDMETHODIMP SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawNow) noexcept override;
-    STDMETHODIMP IsUpDownMode(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP SetTooltip(BSTR text) noexcept override;
-    STDMETHODIMP GetTooltip(BSTR* result) noexcept override;
     STDMETHODIMP SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept override;
     STDMETHODIMP GetGraphicOffset(long* x, long* y) noexcept override;
     STDMETHODIMP ShowText(VARIANT_BOOL show, VARIANT_BOOL redrawNow) noexcept override;
-    STDMETHODIMP IsShowText(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP StartBlink(short timerId, short intervalMs) noexcept override;
     STDMETHODIMP StopBlink() noexcept override;
     STDMETHODIMP SetChildWndImage(BSTR path, short rightSpace, short offsetY) noexcept override;
@@ -58,8 +50,6 @@ public:
     STDMETHODIMP GetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle** result) noexcept override;
     STDMETHODIMP SetBackDrawColor(VARIANT_BOOL drawColor) noexcept override;
     STDMETHODIMP GetBackDrawColor(VARIANT_BOOL* result) noexcept override;
-    STDMETHODIMP SetData(std::int64_t data) noexcept override;
-    STDMETHODIMP GetData(std::int64_t* result) noexcept override;
     STDMETHODIMP SetGraphicSize(long width, long height, VARIANT_BOOL redrawNow,
                                 VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP GetGraphicSize(long* width, long* height) noexcept override;
@@ -79,12 +69,13 @@ public:
 
 protected:
     const ControlInfo& info() const noexcept override;
-    void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
     void render(IVexRenderDC& dc) override;
     HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
     void releaseHostObjects() override;
 
-    Bstr toolTipText() const override { return m_properties.toolTip.value(); }
+    const TextStyleProp& measuringStyle() override { return currentLook().textStyle; }
+    int widthBesideText() override { return boxSize().width; }
+
     Handled onFinalCreate() override;
     Handled onAccessConfigured(bool isRead) override;
     Handled onDestroying() override;
@@ -95,9 +86,6 @@ protected:
     Handled onLeftButtonDown(const PointerNotice& notice) override;
     Handled onLeftButtonUp(const PointerNotice& notice) override;
     Handled onLeftDoubleClick(const PointerNotice& notice) override;
-    Handled onSetFocus() override { return Handled::No; }
-    Handled onKillFocus() override { return Handled::No; }
-    Handled onSize() override;
     Handled onTimer(UINT_PTR id) override;
 
 private:
@@ -118,12 +106,6 @@ private:
         short offsetY = 0;
     };
 
-    struct FittedTo {
-        Size control{-1, -1};
-        int textLength = 0;
-        friend bool operator==(const FittedTo&, const FittedTo&) = default;
-    };
-
     std::size_t currentIndex() const { return radioLookIndex(static_cast<int>(m_state), m_isChecked); }
     Look& currentLook() { return m_properties.looks[currentIndex()]; }
     /// The place of an interface method's indexes; nothing for those that lead nowhere. States past the last one of the
@@ -137,7 +119,6 @@ private:
     void leaveOwnGroup();
     void leaveGroups();
     void stopBlinking();
-    void fitToText(Fit when = Fit::Always);
     Rect childImageRect(const Rect& control) const;
     /// Whether the pointer is on the clickable picture.
     void trackChildImage(Point pointer);
@@ -151,7 +132,6 @@ private:
     void drawGraphic(IVexRenderDC& dc, const Rect& control);
     void drawGraphic(const DcPainter& painter, const Rect& control);
 
-    RadioBoxProperties m_properties;
     RadioState m_state = RadioState::Normal;
     bool m_isChecked = false;
     ComPtr<IVexRadioGroup> m_group;             // the group the box joined
@@ -160,10 +140,7 @@ private:
     WindowTimer m_blinkTimer;
     ComPtr<IVexPicture> m_blinkPicture;
     ChildImage m_child;
-    FrameStrip m_strip;
     std::array<GraphicBitmap, 2 * kRadioStateCount> m_bitmaps; // by radioLookIndex
-    std::int64_t m_data = 0;                                   // the application's
-    FittedTo m_fitted;
 };
 
 } // namespace morvane

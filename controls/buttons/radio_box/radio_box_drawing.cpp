@@ -47,8 +47,8 @@ void CRadioBox::drawBackground(IVexRenderDC& dc, const Rect& control)
 
 void CRadioBox::drawGraphic(IVexRenderDC& dc, const Rect& control)
 {
-    if (m_strip) {
-        m_strip.draw(dc, graphicRect(control, m_strip.frameSize()), static_cast<int>(m_state));
+    if (hasStrip()) {
+        strip().draw(dc, graphicRect(control, strip().frameSize()), static_cast<int>(m_state));
         return;
     }
     GraphicBitmap& bitmap = m_bitmaps[currentIndex()];
@@ -82,8 +82,8 @@ void CRadioBox::drawGraphic(const DcPainter& painter, const Rect& control)
 {
     const auto bitmap = reinterpret_cast<HBITMAP>(m_bitmaps[currentIndex()].handle);
     const ImageProp& section = currentLook().graphics;
-    if (m_strip)
-        m_strip.draw(painter, graphicRect(control, m_strip.frameSize()), static_cast<int>(m_state));
+    if (hasStrip())
+        strip().draw(painter, graphicRect(control, strip().frameSize()), static_cast<int>(m_state));
     else if (bitmap)
         painter.drawAlphaBitmap(bitmap, graphicRect(control, bitmapSize(bitmap)));
     else if (const ComPtr<IVexImageBase> image = section.section(); image && section.hasPicture())

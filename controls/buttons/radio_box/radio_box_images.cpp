@@ -22,7 +22,7 @@ CRadioBox::Look* CRadioBox::lookAt(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked
 STDMETHODIMP CRadioBox::SetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
                                      VARIANT_BOOL* result) noexcept
 {
-    return storeIn(lookAt(state, checked), &Look::back, result, [&](ImageProp& p) { p.setSection(section); });
+    return storeIn(lookAt(state, checked), &Look::back, section, result);
 }
 
 STDMETHODIMP CRadioBox::GetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
@@ -33,7 +33,7 @@ STDMETHODIMP CRadioBox::GetBackImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL check
 STDMETHODIMP CRadioBox::SetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR color,
                                      VARIANT_BOOL* result) noexcept
 {
-    return storeIn(lookAt(state, checked), &Look::color, result, [&](ColorProp& p) { p.set(color); });
+    return storeIn(lookAt(state, checked), &Look::color, color, result);
 }
 
 STDMETHODIMP CRadioBox::GetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, OLE_COLOR* result) noexcept
@@ -44,7 +44,7 @@ STDMETHODIMP CRadioBox::GetBackColor(VEX_RADIOBOXSTATE state, VARIANT_BOOL check
 STDMETHODIMP CRadioBox::SetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
                                     VARIANT_BOOL* result) noexcept
 {
-    return storeIn(lookAt(state, checked), &Look::box, result, [&](ImageProp& p) { p.setSection(section); });
+    return storeIn(lookAt(state, checked), &Look::box, section, result);
 }
 
 STDMETHODIMP CRadioBox::GetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
@@ -55,7 +55,7 @@ STDMETHODIMP CRadioBox::GetBoxImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checke
 STDMETHODIMP CRadioBox::SetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase* section,
                                          VARIANT_BOOL* result) noexcept
 {
-    return storeIn(lookAt(state, checked), &Look::graphics, result, [&](ImageProp& p) { p.setSection(section); });
+    return storeIn(lookAt(state, checked), &Look::graphics, section, result);
 }
 
 STDMETHODIMP CRadioBox::GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexImageBase** result) noexcept
@@ -66,7 +66,7 @@ STDMETHODIMP CRadioBox::GetGraphicsImage(VEX_RADIOBOXSTATE state, VARIANT_BOOL c
 STDMETHODIMP CRadioBox::SetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle* style,
                                      VARIANT_BOOL* result) noexcept
 {
-    return storeIn(lookAt(state, checked), &Look::textStyle, result, [&](TextStyleProp& p) { p.setStyle(style); });
+    return storeIn(lookAt(state, checked), &Look::textStyle, style, result);
 }
 
 STDMETHODIMP CRadioBox::GetTextStyle(VEX_RADIOBOXSTATE state, VARIANT_BOOL checked, IVexTextStyle** result) noexcept
@@ -104,32 +104,9 @@ STDMETHODIMP CRadioBox::GetGraphicsBmp(VEX_RADIOBOXSTATE state, VARIANT_BOOL che
     return index ? returning(result, [&] { return m_bitmaps[*index].handle; }) : refused(result);
 }
 
-STDMETHODIMP CRadioBox::SetGraphicsFilePath(BSTR path, short x, short y, short count, VARIANT_BOOL horizontal) noexcept
-{
-    return guarded([&] {
-        if (!m_strip.load(path, count, horizontal == VARIANT_TRUE))
-            return S_FALSE;
-        m_properties.graphic.x.set(x);
-        m_properties.graphic.y.set(y);
-        fitToText();
-        redraw();
-        return S_OK;
-    });
-}
-
-STDMETHODIMP CRadioBox::GetGraphicsFilePath(BSTR* result) noexcept
-{
-    return returning(result, [&] { return Bstr(m_strip.path()); });
-}
-
 STDMETHODIMP CRadioBox::SetUpDownMode(VARIANT_BOOL stacked, VARIANT_BOOL redrawNow) noexcept
 {
     return storeThen(m_properties.graphic.isStacked, stacked, [&] { redrawIf(redrawNow); });
-}
-
-STDMETHODIMP CRadioBox::IsUpDownMode(VARIANT_BOOL* result) noexcept
-{
-    return fetch(m_properties.graphic.isStacked, result);
 }
 
 STDMETHODIMP CRadioBox::SetGraphicOffset(long x, long y, VARIANT_BOOL redrawNow) noexcept

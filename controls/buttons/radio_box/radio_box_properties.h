@@ -36,7 +36,6 @@ struct RadioBoxProperties {
     BoolProp drawsColor;                          // instead of the background image
     std::array<Look, 2 * kRadioStateCount> looks; // by radioLookIndex
     CaptionProps caption;
-    StringProp toolTip;
     GraphicProps graphic;
     LongProp graphicWidth; // pixels; 0: the graphic's own
     LongProp graphicHeight;
