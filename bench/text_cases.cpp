@@ -27,11 +27,14 @@ constexpr int kTexts = 500;
 constexpr Size kPlace{120, 24};
 constexpr UINT kLikeOurs = DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX | DT_END_ELLIPSIS;
 
-std::vector<Bstr> captions()
+constexpr wchar_t kLatin[] = L"Button ";
+constexpr wchar_t kHebrew[] = L"\x05DB\x05E4\x05EA\x05D5\x05E8 "; // drawn by the system
+
+std::vector<Bstr> captions(const wchar_t* word)
 {
     std::vector<Bstr> texts;
     for (int i = 0; i < kTexts; ++i)
-        texts.emplace_back(L"Button " + std::to_wstring(i));
+        texts.emplace_back(word + std::to_wstring(i));
     return texts;
 }
 
@@ -45,7 +48,8 @@ ComPtr<TextStyle> centredStyle()
 /// Draws texts of ours and of the platform in the same font onto surfaces of the same size.
 class TextStage {
 public:
-    TextStage() : m_style(centredStyle()), m_texts(captions()), m_target(kPlace)
+    explicit TextStage(const wchar_t* word = kLatin)
+        : m_style(centredStyle()), m_texts(captions(word)), m_target(kPlace)
     {
         m_device.resize(kPlace);
         m_glyphs = m_style->glyphs(m_device.scale());
@@ -55,8 +59,6 @@ public:
     TextStage(const TextStage&) = delete;
     TextStage& operator=(const TextStage&) = delete;
     ~TextStage() { SelectObject(m_target.dc(), m_formerFont); }
-
-    TextStyle& style() { return *m_style; }
 
     bool draw(int i)
     {
@@ -123,15 +125,26 @@ void allocationsRow(const char* name, std::span<const HMODULE> modules, int coun
     remark(name, text);
 }
 
-void drawTexts(Bench& bench)
+void compareDrawing(Bench& bench, TextStage& stage, const char* name)
 {
-    TextStage stage;
     const auto drawOurs = [&](int i) { stage.draw(i); };
     const auto drawNative = [&](int i) { stage.drawNatively(i); };
     check(stage.draw(0) && stage.inkOf(true) > 100, "the text was not drawn");
-    row("a text drawn again / DrawText", bench.compare(repeated(kTexts, drawOurs), repeated(kTexts, drawNative)));
+    row(name, bench.compare(repeated(kTexts, drawOurs), repeated(kTexts, drawNative)));
     const HMODULE program[] = {nullptr};
     allocationsRow("the same", program, kTexts, repeated(kTexts, drawOurs).round);
+}
+
+void drawTexts(Bench& bench)
+{
+    TextStage stage;
+    compareDrawing(bench, stage, "a text drawn again / DrawText");
+}
+
+void drawHebrew(Bench& bench)
+{
+    TextStage stage(kHebrew);
+    compareDrawing(bench, stage, "a text in Hebrew drawn again / DrawText");
 }
 
 void measureTexts(Bench& bench)
@@ -163,6 +176,7 @@ void paintedButtons(Bench&)
 
 constexpr Case kCases[] = {
     {"text-draw", &drawTexts},
+    {"text-draw-hebrew", &drawHebrew},
     {"text-measure", &measureTexts},
     {"text-painted-buttons", &paintedButtons},
 };

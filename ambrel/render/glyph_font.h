@@ -92,7 +92,7 @@ private:
     Rect boxOf(std::wstring_view text) const;
     TextMask drawnBySystem(std::wstring_view text, bool isRightToLeft, const Rect& part) const;
 
-    static constexpr std::size_t kMostMaskBytes = 256 * 1024;
+    static constexpr std::size_t kMostMaskBytes = 1024 * 1024; // a good thousand captions
 
     LOGFONTW m_description;
     morvane::UniqueFont m_font;
