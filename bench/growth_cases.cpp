@@ -16,6 +16,8 @@ constexpr int kCounts[] = {100, 1000, 10000};
 // where it is; what has to look at each may grow with them, and by a half more since they no longer fit the caches.
 constexpr double kConstant = 2;
 constexpr double kLinear = 150;
+// What looks at the bounds of 64 objects at a time.
+constexpr double kByBlocks = 20;
 
 struct Window {
     explicit Window(int count)
@@ -127,7 +129,7 @@ Contender unownedKey(Window& window, int times)
 constexpr Operation kOperations[] = {
     {"repaint one", 100, kConstant, &repaint},
     {"request a redraw", 500, kConstant, &request},
-    {"hit test", 500, kConstant, &hitTest},
+    {"hit test", 500, kByBlocks, &hitTest},
     {"a key that is nobody's", 100, kLinear, &unownedKey},
     {"find by name", 100, kLinear, &byName},
     {"find by caption", 100, kLinear, &byCaption},

@@ -4,6 +4,7 @@
 #include "ambrel/properties/group_config.h"
 #include "ambrel/properties/hotkey.h"
 #include "ambrel/properties/property_descriptor.h"
+#include "ambrel/properties/resource_properties.h"
 
 #include <algorithm>
 
@@ -115,7 +116,7 @@ void PropertyGroup::add(ComPtr<IVexPropBase> property, PropertyCore& core)
 {
     m_properties.add(std::move(property));
     core.setGroup(this);
-    if (core.type() == _PROPTYPE_HOTKEY && !core.kind().text(core).empty())
+    if (mayHaveHotkey(core))
         hotkeyGained();
 }
 

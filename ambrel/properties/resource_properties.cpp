@@ -427,6 +427,11 @@ STDMETHODIMP FillColorPropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRec
     });
 }
 
+bool mayHaveHotkey(const PropertyCore& property) noexcept
+{
+    return property.type() == _PROPTYPE_HOTKEY && static_cast<const HotkeyPropertyObject&>(property).hasObject();
+}
+
 ComPtr<IVexHotkey> HotkeyPropertyObject::hotkey()
 {
     if (!m_object) {

@@ -198,6 +198,9 @@ public:
     STDMETHODIMP SetObject(Object* object) noexcept override { return this->takeObject(object); }
 };
 
+/// Whether a property is one that has a hot-key object.
+bool mayHaveHotkey(const PropertyCore& property) noexcept;
+
 /// Has a hot key of its own from the first time it is asked for. Changes inside the hot-key object are not announced.
 class HotkeyPropertyObject final : public ResourceProperty<HotkeyPropertyObject, morvane::HotkeyProperty, IVexHotkey> {
 public:
@@ -205,6 +208,9 @@ public:
 
     STDMETHODIMP GetObject(IVexHotkey** object) noexcept override;
     STDMETHODIMP SetObject(IVexHotkey* object) noexcept override;
+
+    /// Also one without a key yet: whoever holds it may give it one at any time.
+    bool hasObject() const noexcept { return static_cast<bool>(m_object); }
 
     HRESULT toVariant(VARIANT& result);
     HRESULT fromVariant(const VARIANT& value, Notify notify);

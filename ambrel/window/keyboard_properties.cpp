@@ -1,6 +1,7 @@
 #include "ambrel/window/keyboard_properties.h"
 
 #include "ambrel/properties/property_group.h"
+#include "ambrel/properties/resource_properties.h"
 #include "ambrel/window/access_key.h"
 #include "host/typed_properties.h"
 
@@ -115,7 +116,7 @@ bool hasAnyHotKeyProperty(SkinObjectCore& core)
             continue;
         for (const auto& property : group->properties()) {
             PropertyCore* const known = coreOf(property.get());
-            if (known && known->type() == _PROPTYPE_HOTKEY && !known->kind().text(*known).empty())
+            if (known && mayHaveHotkey(*known))
                 return true;
         }
     }

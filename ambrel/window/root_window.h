@@ -86,7 +86,7 @@ public:
     STDMETHODIMP RemoveAllWholeMessage() noexcept override;
     STDMETHODIMP DoWindowProc(hyper hWnd, LONG msg, hyper wParam, hyper lParam, LONG* pResult) noexcept override;
     STDMETHODIMP Default(LONG* pResult) noexcept override;
-    STDMETHODIMP SetDragFullWindow(VARIANT_BOOL on) noexcept override { return keep(m_dragsFull, on); }
+    STDMETHODIMP SetDragFullWindow(VARIANT_BOOL on) noexcept override { return keep(traits().dragsFull, on); }
     STDMETHODIMP SetWindowRgn() noexcept override { return ReCalcRgn(); }
     STDMETHODIMP SetMessageEntry(LONG*, LONG*) noexcept override { return E_NOTIMPL; } // tables of foreign code
     STDMETHODIMP SetUseRgnInfo(VARIANT_BOOL on) noexcept override { return keep(traits().usesFrameRegions, on); }
@@ -218,7 +218,6 @@ private:
     // Settings of the application's own; nothing here acts on them.
     VexPosition m_dragPosition{};
     bool m_canCopyRun = false;
-    bool m_dragsFull = true;
 };
 
 } // namespace ambrel

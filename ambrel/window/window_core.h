@@ -9,6 +9,7 @@
 #include "ambrel/window/host_window.h"
 #include "ambrel/window/input_router.h"
 #include "ambrel/window/message_registry.h"
+#include "ambrel/window/outline_drag.h"
 #include "ambrel/window/tool_tip.h"
 #include "ambrel/window/tree_scene.h"
 #include "ambrel/window/window_surface.h"
@@ -26,6 +27,7 @@ struct WindowTraits {
     SkinSize maxSize{0, 0}; // 0: no limit
     bool resizable = false;
     bool dragable = false;         // by its content
+    bool dragsFull = true;         // false: an outline is moved or sized, and the window when the button is released
     bool popup = true;             // false: a child of its parent window
     bool perPixel = false;         // the window's own alpha reaches the desktop
     bool shaped = false;           // its region follows what is painted
@@ -235,6 +237,11 @@ private:
     bool onSetCursor(WPARAM, LPARAM, LRESULT&);
     void trackLeaving();
     bool dragsWindow() const;
+    // Moves and sizes by an outline (window_outline.cpp)
+    bool beginsOutline(WPARAM command, LPARAM where);
+    void moveOutline(Point inWindow);
+    void endOutline(bool accepted);
+    SizeLimits sizeLimits() const;
     void setKeyboardCues(bool shown);
     void recheckSceneSoon() noexcept;
     void armTipTimer();
@@ -252,6 +259,7 @@ private:
     int m_requests = 0; // for paint messages, since the last one
     WindowSurface m_surface;
     ToolTip m_tip;
+    OutlineDrag m_outline;
     WindowTraits m_traits;
     AmbrelEventReceiver* m_receiver = nullptr;
     Running* m_running = nullptr;

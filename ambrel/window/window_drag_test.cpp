@@ -2,6 +2,7 @@
 #include "ambrel/window/host_fixture.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
 #include <shellapi.h>
 #include <shlobj.h>
@@ -279,6 +280,86 @@ TEST_F(HostTest, AnotherWindowThatTakesThePointerEndsThePress)
     release(10, 10);
     EXPECT_EQ(taken(), Log());
     DestroyWindow(windowOf(second.get()));
+}
+
+// --- windows that are dragged by an outline
+
+class OutlineTest : public HostTest {
+protected:
+    void SetUp() override
+    {
+        HostTest::SetUp();
+        root->SetDragabled(VARIANT_TRUE);
+        root->SetDragFullWindow(VARIANT_FALSE);
+        show();
+        before = placeOf(window);
+    }
+    static HWND outline() { return FindWindowW(L"AmbrelOutline", nullptr); }
+    static morvane::Rect placeOf(HWND of)
+    {
+        RECT place{};
+        GetWindowRect(of, &place);
+        return morvane::fromWin32(place);
+    }
+    void grip(WPARAM command, int x, int y)
+    {
+        POINT at{x, y};
+        ClientToScreen(window, &at);
+        send(WM_SYSCOMMAND, command, MAKELPARAM(at.x, at.y));
+    }
+
+    morvane::Rect before;
+};
+
+TEST_F(OutlineTest, TheWindowFollowsWhenTheButtonIsReleased)
+{
+    press(10, 10);
+    EXPECT_FALSE(outline());
+    moveTo(60, 40, MK_LBUTTON);
+    ASSERT_TRUE(outline());
+    EXPECT_EQ(placeOf(outline()), before.shifted(50, 30));
+    EXPECT_EQ(placeOf(window), before);
+    EXPECT_EQ(GetCapture(), window);
+    moveTo(-20, 40, MK_LBUTTON);
+    EXPECT_EQ(placeOf(outline()), before.shifted(-30, 30));
+    release(-40, 50);
+    EXPECT_FALSE(outline());
+    EXPECT_EQ(placeOf(window), before.shifted(-50, 40));
+    EXPECT_NE(GetCapture(), window);
+}
+
+TEST_F(OutlineTest, GivenUpTheWindowStaysWhereItWas)
+{
+    const std::function<void()> waysToGiveUp[] = {[&] { send(WM_KEYDOWN, VK_ESCAPE); }, [] { ReleaseCapture(); }};
+    for (const auto& giveUp : waysToGiveUp) {
+        grip(SC_MOVE | HTCAPTION, 10, 10);
+        moveTo(60, 40, MK_LBUTTON);
+        ASSERT_TRUE(outline());
+        giveUp();
+        EXPECT_FALSE(outline());
+        release(60, 40);
+        EXPECT_EQ(placeOf(window), before);
+    }
+    grip(SC_MOVE | HTCAPTION, 10, 10);
+    DestroyWindow(window);
+    EXPECT_FALSE(outline());
+}
+
+TEST_F(OutlineTest, AnEdgeStopsAtTheLeastSizeAndTheObjectsHearOnce)
+{
+    TestControl* const a = add("a", {0, 0, 50, 50});
+    root->RegisterMessage(WM_SIZING, a, VARIANT_FALSE, std::array<VARIANT_BOOL, 1>().data());
+    words = {{WM_SIZING, "sizing"}, {VEXSM_SIZE, "size"}};
+    SkinSize least{200, 150};
+    root->SetMinSize(&least);
+    grip(SC_SIZE | WMSZ_TOPLEFT, 0, 0);
+    moveTo(500, 20, MK_LBUTTON);
+    const morvane::Rect wanted{before.right - 200, before.top + 20, before.right, before.bottom};
+    EXPECT_EQ(placeOf(outline()), wanted);
+    release(500, 20);
+    EXPECT_EQ(placeOf(window), wanted);
+    EXPECT_EQ(taken(), Log({"a sizing"}));
+    EXPECT_EQ(rectOf(root.get()).right, 200);
 }
 
 // --- drops from other programs

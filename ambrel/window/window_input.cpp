@@ -56,6 +56,13 @@ bool WindowCore::onMouseMove(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
     trackLeaving();
     const PointerFact fact = factOf(wParam, lParam);
+    if (m_outline.isRunning()) {
+        if (wParam & MK_LBUTTON)
+            moveOutline(fact.point);
+        else
+            endOutline(true); // its release went elsewhere
+        return true;
+    }
     const auto isFar = [&](int a, int b, int metric) { return std::abs(a - b) > GetSystemMetrics(metric); };
     if (m_dragArmed && !(wParam & MK_LBUTTON)) {
         m_dragArmed = false;
@@ -64,7 +71,11 @@ bool WindowCore::onMouseMove(WPARAM wParam, LPARAM lParam, LRESULT&)
         m_dragArmed = false;
         m_router.captureLost();
         ReleaseCapture();
-        SendMessageW(window(), WM_SYSCOMMAND, kMoveByCaption, 0);
+        POINT pressed{m_dragPress.x, m_dragPress.y};
+        ClientToScreen(window(), &pressed);
+        SendMessageW(window(), WM_SYSCOMMAND, kMoveByCaption, MAKELPARAM(pressed.x, pressed.y));
+        if (m_outline.isRunning())
+            moveOutline(fact.point);
         return true;
     }
     const InputTarget before = m_router.hot();
@@ -113,6 +124,11 @@ bool WindowCore::onLeftDown(WPARAM wParam, LPARAM lParam, LRESULT&)
 bool WindowCore::onLeftUp(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
     m_dragArmed = false;
+    if (m_outline.isRunning()) {
+        moveOutline(factOf(wParam, lParam).point);
+        endOutline(true);
+        return true;
+    }
     m_router.buttonUp(PointerButton::Left, factOf(wParam, lParam));
     return true;
 }
@@ -142,14 +158,21 @@ bool WindowCore::onWheel(WPARAM wParam, LPARAM lParam, LRESULT&)
 
 bool WindowCore::onCaptureChanged(WPARAM, LPARAM newOwner, LRESULT&)
 {
-    if (!m_changingCapture && reinterpret_cast<HWND>(newOwner) != window())
+    if (!m_changingCapture && reinterpret_cast<HWND>(newOwner) != window()) {
+        endOutline(false);
         m_router.captureLost();
+    }
     return true;
 }
 
 bool WindowCore::onKeyDown(WPARAM wParam, LPARAM lParam, LRESULT&)
 {
     const KeyFact key = keyOf(wParam, lParam);
+    if (m_outline.isRunning()) {
+        if (key.key == VK_ESCAPE)
+            endOutline(false);
+        return true;
+    }
     const bool handled = m_keyHandledByFocus;
     m_tip.dismiss(Clock::instance().nowMs());
     if (showsCues(key.key))
@@ -183,6 +206,8 @@ bool WindowCore::character(const CharacterFact& fact)
 
 bool WindowCore::onSystemCommand(WPARAM command, LPARAM character, LRESULT&)
 {
+    if (beginsOutline(command, character))
+        return true;
     // Alt was let go after it had been used with another key: the user does not want the window menu.
     return (command & kSystemCommandBits) == SC_KEYMENU && character == 0 && m_altUsed;
 }

@@ -249,6 +249,7 @@ bool WindowCore::onDestroy(WPARAM, LPARAM, LRESULT&)
 {
     m_destroying = true;
     m_tip.close();
+    m_outline.end();
     m_face.RevokeDropTarget(); // the system would keep the target, and with it this window
     m_root.removeChildren(true);
     m_router.shutDown();
