@@ -69,6 +69,8 @@ protected:
     virtual Handled onKillFocus();
     virtual Handled onSize() { return Handled::No; }
     virtual Handled onTimer(UINT_PTR) { return Handled::No; }
+    /// Any property of the table has a new value: an application, a designer or a skin gave it, or the control itself.
+    /// Comes after the property's own callback; `PropertyHandle::is` tells which one it is. Loading says nothing.
     virtual Handled onPropertyChanged(IVexPropBase*) { return Handled::No; }
     virtual Handled onDesignStatusChanged(bool) { return Handled::No; }
     virtual Handled onDrawPreview();

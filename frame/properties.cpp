@@ -1,6 +1,7 @@
 #include "frame/properties.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
 
@@ -46,6 +47,20 @@ VARIANT_BOOL BoolProp::raw() const
 }
 
 void BoolProp::set(VARIANT_BOOL value)
+{
+    if (m_property)
+        m_property->SetValue(value);
+}
+
+float FloatProp::value() const
+{
+    float value = 0;
+    if (m_property)
+        m_property->GetValue(&value);
+    return std::isfinite(value) ? value : 0;
+}
+
+void FloatProp::set(float value)
 {
     if (m_property)
         m_property->SetValue(value);
@@ -198,6 +213,54 @@ void TextStyleProp::draw(IVexRenderDC& dc, const Rect& rect, const Bstr& text) c
     VARIANT_BOOL drawn = VARIANT_FALSE;
     if (m_property && text.get())
         m_property->RenderDraw(&dc, &target, text.get(), &drawn);
+}
+
+namespace {
+
+/// A value by way of the automation type, freed with this object.
+struct Variant {
+    Variant() noexcept { VariantInit(&value); }
+    Variant(const Variant&) = delete;
+    Variant& operator=(const Variant&) = delete;
+    ~Variant() { VariantClear(&value); }
+
+    VARIANT value;
+};
+
+} // namespace
+
+void PluginProp::setDialog(int identifier)
+{
+    Variant number;
+    number.value.vt = VT_I4;
+    number.value.lVal = identifier;
+    if (m_property)
+        m_property->SetPrivateValue(number.value);
+}
+
+Bstr PluginProp::text() const
+{
+    Variant content;
+    if (m_property)
+        m_property->GetVariant(&content.value);
+    return content.value.vt == VT_BSTR ? Bstr(viewOf(content.value.bstrVal)) : Bstr();
+}
+
+void PluginProp::setText(const wchar_t* text)
+{
+    if (!m_property)
+        return;
+    Variant content;
+    content.value.bstrVal = Bstr(text ? std::wstring_view(text) : std::wstring_view()).detach();
+    content.value.vt = VT_BSTR;
+    m_property->SetVariant(content.value);
+}
+
+void PropertyGroup::initialise(ComboProp& p, const Choices& choices)
+{
+    for (const wchar_t* item : choices.items)
+        p.addItem(item);
+    p.select(choices.initial);
 }
 
 PropertyGroup PropertyTable::group(std::wstring_view name) const

@@ -9,6 +9,7 @@
 #include "host/geometry.h"
 #include "host/typed_properties.h"
 
+#include <initializer_list>
 #include <string_view>
 
 namespace morvane {
@@ -21,6 +22,8 @@ public:
 
     explicit operator bool() const noexcept { return static_cast<bool>(m_property); }
     Typed* get() const noexcept { return m_property.get(); }
+    /// Whether this is the property that a notification names. Nothing is called, so the pointer may lead anywhere.
+    bool is(const IVexPropBase* changed) const noexcept { return m_property && m_property.get() == changed; }
     void attach(ComPtr<IVexPropBase> property) noexcept
     {
         m_property = ComPtr<Typed>::adopt(static_cast<Typed*>(property.detach()));
@@ -58,15 +61,36 @@ public:
 using LongProp = NumberProp<_PROPTYPE_LONG>;
 using IntProp = NumberProp<_PROPTYPE_INT>;
 
+/// Zero instead of what is no number or infinite, which a host may let through.
+class FloatProp : public PropertyHandle<FloatProperty, _PROPTYPE_FLOAT> {
+public:
+    float value() const;
+    void set(float value);
+};
+
 class StringProp : public PropertyHandle<StringProperty, _PROPTYPE_STRING> {
 public:
     Bstr value() const;
     void set(const wchar_t* value); // null means empty
 };
 
+/// The items of a combo property in their order, and the index of the one that is chosen at first.
+struct Choices {
+    std::initializer_list<const wchar_t*> items;
+    int initial = 0;
+};
+
 class ComboProp : public PropertyHandle<ComboProperty, _PROPTYPE_COMBO> {
 public:
+    /// The chosen item's index, -1 for none; any number when the host is careless.
     int selection() const;
+    /// The choice out of an enumeration that begins with 0 and ends before `end`; `otherwise` for every other number.
+    template <class Enum>
+    Enum choice(Enum end, Enum otherwise) const
+    {
+        const int index = selection();
+        return index >= 0 && index < static_cast<int>(end) ? static_cast<Enum>(index) : otherwise;
+    }
     void select(int index);
     void addItem(const wchar_t* text);
 };
@@ -105,9 +129,36 @@ public:
     void draw(IVexRenderDC& dc, const Rect& rect, const Bstr& text) const;
 };
 
-class CursorProp : public PropertyHandle<CursorProperty, _PROPTYPE_CURSOR> {};
-class HotkeyProp : public PropertyHandle<HotkeyProperty, _PROPTYPE_HOTKEY> {};
-class FontProp : public PropertyHandle<FontProperty, _PROPTYPE_FONT> {};
+/// A property that holds one object, reached by the operations that all property objects have: where the typed ones
+/// stand is each host's own choice.
+template <class Typed, enumPropType Type, class Object>
+class ObjectProp : public PropertyHandle<Typed, Type> {
+public:
+    ComPtr<Object> object() const
+    {
+        ComPtr<IDispatch> held;
+        if (this->m_property)
+            this->m_property->GetDispatch(held.put());
+        return held.template as<Object>();
+    }
+    void set(Object* object)
+    {
+        if (this->m_property)
+            this->m_property->SetDispatch(object);
+    }
+};
+using CursorProp = ObjectProp<CursorProperty, _PROPTYPE_CURSOR, IVexCursor>;
+using HotkeyProp = ObjectProp<HotkeyProperty, _PROPTYPE_HOTKEY, IVexHotkey>;
+using FontProp = ObjectProp<FontProperty, _PROPTYPE_FONT, IVexFontEx>;
+
+/// What a dialog of the control edits at design time: the number by which the designer calls for the dialog
+/// (VEXSM_CALLPROP), and a text that is shown and saved, such as the name of what was chosen.
+class PluginProp : public PropertyHandle<PluginProperty, _PROPTYPE_PLUGIN> {
+public:
+    void setDialog(int identifier);
+    Bstr text() const; // empty until there is one
+    void setText(const wchar_t* text);
+};
 
 /// A group of the table under construction. Groups and properties appear in the order of the calls, which together with
 /// their names is the key of saved skins.
@@ -151,7 +202,11 @@ private:
     static void initialise(BoolProp& p, VARIANT_BOOL value) { p.set(value); }
     static void initialise(LongProp& p, int value) { p.set(value); }
     static void initialise(IntProp& p, int value) { p.set(value); }
+    static void initialise(FloatProp& p, float value) { p.set(value); }
     static void initialise(StringProp& p, const wchar_t* value) { p.set(value); }
+    static void initialise(ColorProp& p, OLE_COLOR value) { p.set(value); }
+    static void initialise(ComboProp& p, const Choices& choices);
+    static void initialise(PluginProp& p, int dialog) { p.setDialog(dialog); }
 
     IVexControlBase& m_inner;
     ComPtr<ICtrlPluginProp> m_group;
