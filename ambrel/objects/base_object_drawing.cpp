@@ -81,7 +81,7 @@ STDMETHODIMP BaseObject::GetVexRenderDC(IVexRenderDC** result) noexcept
 STDMETHODIMP BaseObject::SetHaveCanvas(VARIANT_BOOL has, VEX_HAVECANVASFLAGES flags, VARIANT_BOOL* result) noexcept
 {
     return morvane::filling(result, [&](VARIANT_BOOL& changed) {
-        if (flags != VEX_HCF_NONE && flags != VEX_HCF_RESIZING && flags != VEX_HCF_ALWAYS)
+        if (flags < VEX_HCF_NONE || flags > VEX_HCF_ALWAYS)
             return E_INVALIDARG;
         const bool wanted = has != VARIANT_FALSE;
         const Belongings none;

@@ -334,7 +334,7 @@ TEST_F(BaseObjectTest, WhatThisRuntimeDoesNotHaveIsNotCalledSuccess)
     EXPECT_EQ(control->IsHaveCanvas(&flags, &answer), S_OK);
     EXPECT_EQ(answer, VARIANT_FALSE);
     EXPECT_EQ(flags, VEX_HCF_NONE);
-    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, static_cast<VEX_HAVECANVASFLAGES>(2), &answer), E_INVALIDARG);
+    EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, static_cast<VEX_HAVECANVASFLAGES>(18), &answer), E_INVALIDARG);
     EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_RESIZING, &answer), S_OK);
     EXPECT_EQ(control->SetHaveCanvas(VARIANT_TRUE, VEX_HCF_RESIZING, &answer), S_FALSE);
     EXPECT_EQ(control->IsHaveCanvas(&flags, &answer), S_OK);

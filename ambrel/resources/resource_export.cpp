@@ -3,6 +3,7 @@
 #include "ambrel/render/implementation_of.h"
 
 #include <algorithm>
+#include <set>
 
 namespace ambrel {
 
@@ -91,13 +92,14 @@ constexpr const char* endingOf(skin::PictureKind kind) noexcept
     }
 }
 
-skin::Bytes bytesOf(Picture& picture)
+/// What the file of a picture is called that had none: as the picture, where its name ends like a file's.
+std::string fileNameFor(const std::string& name, const skin::Picture& entry, skin::PictureKind kind)
 {
-    unsigned char* bytes = nullptr;
-    long size = 0;
-    picture.GetpByte(&bytes);
-    picture.GetlSize(&size);
-    return bytes ? skin::Bytes(bytes, bytes + size) : skin::Bytes();
+    const auto usable = skin::outcomeOf([&] {
+        skin::checkFileName(name);
+        return std::monostate();
+    });
+    return usable && name.rfind('.') != std::string::npos ? name : entry.id + endingOf(kind);
 }
 
 bool isColourless(FillColor& fill)
@@ -111,8 +113,8 @@ bool isColourless(FillColor& fill)
 
 } // namespace
 
-ResourceExport::ResourceExport(skin::Skin& skin, const SkinResourceSet& opened, std::vector<Source> others)
-    : m_skin(skin), m_resources(opened.of(skin)), m_others(std::move(others))
+ResourceExport::ResourceExport(skin::Skin& skin, const SkinResourceSet& opened)
+    : m_skin(skin), m_resources(opened.of(skin))
 {
 }
 
@@ -160,10 +162,56 @@ void ResourceExport::addFrom(const ResourceStore& store)
                                                               {VEXOBJTYPE_TEXTSTYLE, _PROPTYPE_TEXTSTYLE},
                                                               {VEXOBJTYPE_GRADIENTCLR, _PROPTYPE_FILLCOLOR},
                                                               {VEXOBJTYPE_CURSOR, _PROPTYPE_CURSOR}};
+    for (const ComPtr<IVexObj>& each : store.all(VEXOBJTYPE_IMAGE)) {
+        const ComPtr<Picture> picture = implementationOf<Picture>(each.get());
+        if (picture && picture->frameCount() > 0) // an empty one is a name so far, nothing to show
+            idOfObject<Picture>(each.get());
+    }
     for (const auto& [stored, kind] : kKinds) {
         for (const ComPtr<IVexObj>& each : store.all(stored))
             idOf(kind, each.get());
     }
+}
+
+void ResourceExport::removeGone(const ResourceStore& store)
+{
+    std::set<IVexObj*> stored;
+    for (const VexObjType type : {VEXOBJTYPE_IMAGE, VEXOBJTYPE_IMAGEBASE, VEXOBJTYPE_FONTEX, VEXOBJTYPE_TEXTSTYLE,
+                                  VEXOBJTYPE_GRADIENTCLR, VEXOBJTYPE_CURSOR}) {
+        for (const ComPtr<IVexObj>& each : store.all(type))
+            stored.insert(each.get());
+    }
+    const auto isGoneOf = [&]<class Object>(const SkinResourceSet::ById<Object>& objects, const std::string& id) {
+        const auto found = objects.find(id);
+        return found != objects.end() && !stored.contains(found->second.get());
+    };
+    skin::removeUnused(m_skin, [&](skin::Section section, const std::string& id) {
+        switch (section) {
+        case skin::Section::Pictures:
+            return isGoneOf(m_resources.all<Picture>(), id);
+        case skin::Section::Fonts:
+            return isGoneOf(m_resources.all<Font>(), id);
+        case skin::Section::Gradients:
+            return isGoneOf(m_resources.all<FillColor>(), id);
+        case skin::Section::ImageSections:
+            return isGoneOf(m_resources.all<ImageBase>(), id);
+        case skin::Section::TextStyles:
+            return isGoneOf(m_resources.all<TextStyle>(), id);
+        case skin::Section::Cursors:
+            return isGoneOf(m_resources.all<Cursor>(), id);
+        default:
+            return false;
+        }
+    });
+    m_resources = m_resources.of(m_skin);
+}
+
+std::string ResourceExport::knownIdOf(IVexCursor* cursor) const
+{
+    const auto& known = m_resources.all<Cursor>();
+    const auto found = std::ranges::find_if(
+        known, [&](const auto& each) { return static_cast<IVexCursor*>(each.second.get()) == cursor; });
+    return found == known.end() ? std::string() : found->first;
 }
 
 std::string ResourceExport::idOf(enumPropType type, IDispatch* resource)
@@ -220,75 +268,40 @@ std::string ResourceExport::addEntry(const ComPtr<Object>& object)
 
 void ResourceExport::take(skin::Picture& entry, Picture& object)
 {
-    skin::Bytes now = bytesOf(object);
-    if (entry.files.empty()) {
-        addPictureFiles(entry, object);
+    takeFiles(entry, object);
+    std::string name = nameOfObject(object);
+    if (name != narrowed(nameOf(entry)))
+        entry.name = std::move(name);
+}
+
+void ResourceExport::takeFiles(skin::Picture& entry, Picture& object)
+{
+    const std::vector<Picture::Form> now = object.forms();
+    const auto isSame = [&](const skin::PictureFile& file, const Picture::Form& form) {
+        return file.scale == form.percent && std::ranges::equal(m_skin.bytesOf(file), form.bytes);
+    };
+    if (std::ranges::equal(entry.files, now, isSame) && !now.empty())
+        return;
+    if (now.empty()) {
+        if (entry.files.empty())
+            fail(skin::Code::MissingPicture, entry, "the picture was not made from a file and cannot be saved");
         return;
     }
-    if (now.empty() || std::ranges::equal(now, m_skin.bytesOf(entry.files.front())))
-        return;
+    if (entry.files.empty()) {
+        const auto info = skin::probePicture(now.front().bytes, entry.id);
+        entry.caption = fileNameFor(nameOfObject(object), entry, info ? info->kind : skin::PictureKind::Png);
+    }
+    std::vector<skin::PictureForm> forms;
+    for (const Picture::Form& each : now)
+        forms.push_back({each.percent, {each.bytes.begin(), each.bytes.end()}});
     // The entry that stands in the skin, which knows what else uses its files.
-    auto& entries = m_skin.resources.pictures;
-    const auto place = std::ranges::find(entries, entry.id, &skin::Picture::id);
-    const auto outcome = skin::replacePicture(m_skin, *place, std::move(now));
+    skin::Picture& place = *std::ranges::find(m_skin.resources.pictures, entry.id, &skin::Picture::id);
+    place = entry;
+    const auto outcome = skin::replacePicture(m_skin, place, std::move(forms));
     if (outcome)
-        entry = *place;
+        entry = place;
     else
         fail(outcome.error().code, entry, outcome.error().message);
-}
-
-bool ResourceExport::copyPictureFiles(skin::Picture& entry, const Picture& object)
-{
-    for (const Source& source : m_others) {
-        for (const auto& [id, each] : source.resources->all<Picture>()) {
-            const skin::Picture* const known = each.get() == &object ? source.skin->picture(id) : nullptr;
-            if (!known)
-                continue;
-            // The larger forms are found by the name of the first file.
-            std::string stem = known->files.front().file;
-            for (const skin::PictureFile& file : known->files) {
-                const auto bytes = source.skin->bytesOf(file);
-                const bool isFirst = &file == &known->files.front();
-                const std::size_t dot = std::min(stem.rfind('.'), stem.size());
-                const std::string wish =
-                    isFirst ? stem : stem.substr(0, dot) + '@' + std::to_string(file.scale) + stem.substr(dot);
-                const auto name = skin::addFile(m_skin, wish, skin::Bytes(bytes.begin(), bytes.end()));
-                if (!name || (!isFirst && name.value() != wish)) {
-                    fail(name ? skin::Code::DuplicateFile : name.error().code, entry, "its file cannot be added");
-                    return true;
-                }
-                if (isFirst)
-                    stem = name.value();
-                entry.files.push_back({file.scale, name.value(), file.info});
-            }
-            entry.caption = stem;
-            return true;
-        }
-    }
-    return false;
-}
-
-void ResourceExport::addPictureFiles(skin::Picture& entry, Picture& object)
-{
-    if (copyPictureFiles(entry, object))
-        return;
-    skin::Bytes bytes = bytesOf(object);
-    if (bytes.empty()) {
-        fail(skin::Code::MissingPicture, entry, "the picture was not made from a file and cannot be saved");
-        return;
-    }
-    const auto info = skin::probePicture(bytes, entry.id);
-    if (!info) {
-        fail(info.error().code, entry, info.error().message);
-        return;
-    }
-    const auto name = skin::addFile(m_skin, entry.id + endingOf(info->kind), std::move(bytes));
-    if (!name) {
-        fail(name.error().code, entry, name.error().message);
-        return;
-    }
-    entry.caption = name.value();
-    entry.files = {{100, name.value(), info.value()}};
 }
 
 void ResourceExport::take(skin::ImageSection& entry, ImageBase& object)
@@ -314,6 +327,8 @@ void ResourceExport::take(skin::ImageSection& entry, ImageBase& object)
     takeValue(entry.supportPerPixel, given.usesPixelAlpha, now.usesPixelAlpha);
     takeColour(entry.transparent, now.keyColour);
     takeColour(entry.colourize, now.colourise);
+    if (now.imageCount != given.imageCount)
+        entry.imageCount = now.imageCount;
     ComPtr<IVexPicture> picture;
     object.get_ImageObj(picture.put());
     entry.picture = idOfObject<Picture>(picture.get());

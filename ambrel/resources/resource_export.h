@@ -7,7 +7,6 @@
 #include "ambrel/skin/errors.h"
 
 #include <optional>
-#include <vector>
 
 namespace ambrel {
 
@@ -15,23 +14,20 @@ namespace ambrel {
 /// objects where something refers to them. Borrows what it is given.
 class ResourceExport {
 public:
-    /// Resources and the skin that they were made of: there the files of their pictures are found.
-    struct Source {
-        const SkinResourceSet* resources;
-        const skin::Skin* skin;
-    };
-
-    /// `skin` is changed; its entries are those of `opened`, which was made of it. `others` are packages that controls
-    /// may have resources of.
-    ResourceExport(skin::Skin& skin, const SkinResourceSet& opened, std::vector<Source> others);
+    /// `skin` is changed; its entries are those of `opened`, which was made of it.
+    ResourceExport(skin::Skin& skin, const SkinResourceSet& opened);
 
     /// Takes over what was changed in the objects of the entries.
     void updateEntries();
     /// Makes entries of the resources that an application added.
     void addFrom(const ResourceStore& store);
+    /// Takes those entries away whose resource is not in the store any more and to which nothing refers.
+    void removeGone(const ResourceStore& store);
 
     /// The entry of a resource, made when there is none. Empty for null and for a fill without colours.
     std::string idOf(enumPropType type, IDispatch* resource);
+    /// The entry of a cursor; empty when it has none.
+    std::string knownIdOf(IVexCursor* cursor) const;
 
     /// The first thing that cannot be saved.
     const std::optional<skin::SkinError>& error() const noexcept { return m_error; }
@@ -54,13 +50,11 @@ private:
     void take(skin::Gradient& entry, FillColor& object);
     void take(skin::Cursor& entry, Cursor& object);
 
-    void addPictureFiles(skin::Picture& entry, Picture& object);
-    bool copyPictureFiles(skin::Picture& entry, const Picture& object);
+    void takeFiles(skin::Picture& entry, Picture& object);
     void fail(skin::Code code, const skin::Resource& entry, std::string message);
 
     skin::Skin& m_skin;
     SkinResourceSet m_resources;
-    std::vector<Source> m_others;
     std::optional<skin::SkinError> m_error;
 };
 

@@ -54,6 +54,13 @@ skin::ObjectSettings settingsOf(SkinObjectCore& core)
     settings.blendWithParent = node.has(NodeFlag::BlendsWithParent);
     settings.tabStop = node.has(NodeFlag::TabStop);
     settings.drawFocus = node.has(NodeFlag::DrawsFocus);
+    settings.tabOrder = node.tabOrder();
+    VEX_HAVECANVASFLAGES flags = VEX_HCF_NONE;
+    VARIANT_BOOL hasCanvas = VARIANT_FALSE;
+    if (core.control())
+        core.control()->IsHaveCanvas(&flags, &hasCanvas);
+    settings.haveCanvas = hasCanvas != VARIANT_FALSE ? 1 : 0;
+    settings.canvasFlags = flags;
     return settings;
 }
 
@@ -81,7 +88,7 @@ class SkinExporter {
 public:
     explicit SkinExporter(const RunningSkin& running)
         : m_running(running), m_skin(running.opened ? *running.opened : skin::Skin()),
-          m_resources(m_skin, running.resources, sourcesOf(running)), m_index(running.opened ? *running.opened : m_none)
+          m_resources(m_skin, running.resources), m_index(running.opened ? *running.opened : m_none)
     {
     }
 
@@ -95,6 +102,7 @@ public:
         takeOthers();
         for (skin::SkinObject& each : m_added)
             m_skin.objects.push_back(std::move(each));
+        m_resources.removeGone(m_running.store);
         if (m_resources.error())
             return *m_resources.error();
         if (m_skin.layout == skin::Layout::Compact)
@@ -108,14 +116,6 @@ private:
         std::map<std::string, std::string> values; // by path and name
         skin::ObjectSettings settings;
     };
-
-    static std::vector<ResourceExport::Source> sourcesOf(const RunningSkin& running)
-    {
-        std::vector<ResourceExport::Source> sources;
-        for (const auto& [resources, skin] : running.packages)
-            sources.push_back({resources, skin});
-        return sources;
-    }
 
     void pairUp(const std::vector<skin::SkinObject>& opened, std::vector<skin::SkinObject>& copies)
     {
@@ -207,6 +207,45 @@ private:
                 skin::setValue(m_skin, object, each.path, each.name, each.kind, std::move(each.value));
         }
         takeSettings(object, core, byClass.settings);
+        takeCursor(object.settings, control, byClass.settings);
+    }
+
+    void takeCursor(skin::ObjectSettings& settings, IVexControlBase& control, const skin::ObjectSettings& byClass)
+    {
+        skin::ObjectSettings now;
+        now.cursor = settings.cursor;
+        if (!giveCursor(now, control))
+            return;
+        takeSetting(settings.customCursor, now.customCursor, byClass.customCursor);
+        takeSetting(settings.cursor, now.cursor, byClass.cursor);
+    }
+
+    /// As the skin says it: an entry, or the number of one of the system's cursors, of which the arrow is what shows
+    /// without any. False, and nothing is said, for a cursor that shows nothing.
+    bool giveCursor(skin::ObjectSettings& settings, IVexControlBase& control)
+    {
+        constexpr std::int32_t kArrow = 32512;
+        ComPtr<IVexCursor> cursor;
+        ComPtr<IVexPicture> picture;
+        VARIANT_BOOL isStandard = VARIANT_FALSE;
+        long number = kArrow;
+        control.GetCursorPtr(cursor.put());
+        settings.customCursor = m_resources.knownIdOf(cursor.get());
+        if (!settings.customCursor->empty())
+            return true;
+        if (cursor) {
+            cursor->IsStandardCursor(&isStandard);
+            cursor->get_ImageObj(picture.put());
+        }
+        if (!cursor || isStandard != VARIANT_FALSE) {
+            if (cursor)
+                cursor->GetStandardCursorID(&number);
+            settings.cursor = static_cast<std::int32_t>(number);
+            return true;
+        }
+        if (picture)
+            settings.customCursor = m_resources.idOf(_PROPTYPE_CURSOR, cursor.get());
+        return picture != nullptr;
     }
 
     static void takeSettings(skin::SkinObject& object, SkinObjectCore& core, const skin::ObjectSettings& byClass)
@@ -217,6 +256,9 @@ private:
         takeSetting(settings.visible, now.visible, byClass.visible);
         takeSetting(settings.disposeMouse, now.disposeMouse, byClass.disposeMouse);
         takeSetting(settings.blendWithParent, now.blendWithParent, byClass.blendWithParent);
+        takeSetting(settings.tabOrder, now.tabOrder, byClass.tabOrder);
+        takeSetting(settings.haveCanvas, now.haveCanvas, byClass.haveCanvas);
+        takeSetting(settings.canvasFlags, now.canvasFlags, byClass.canvasFlags);
         // Controls set these themselves once they are in a window.
         takeSetting(settings.tabStop, now.tabStop, now.tabStop);
         takeSetting(settings.drawFocus, now.drawFocus, now.drawFocus);
@@ -268,6 +310,7 @@ private:
         for (Setting& each : settingsIn(core))
             place->second.values.emplace(each.path + '/' + each.name, std::move(each.value));
         place->second.settings = settingsOf(core);
+        giveCursor(place->second.settings, *fresh.get());
         core.destroy();
         return place->second;
     }

@@ -14,8 +14,7 @@ struct RunningSkin {
     const skin::Skin* opened; // null when none is open: a new skin in the full layout is made
     const SkinResourceSet& resources;
     const ResourceStore& store;
-    std::vector<std::pair<const SkinResourceSet*, const skin::Skin*>> packages; // that controls may have looks of
-    std::vector<morvane::ComPtr<IVexControlBase>> controls;                     // of all windows, in tree order
+    std::vector<morvane::ComPtr<IVexControlBase>> controls; // of all windows, in tree order
 };
 
 struct ExportedSkin {

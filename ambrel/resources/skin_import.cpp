@@ -103,6 +103,20 @@ void setCursor(const skin::ObjectSettings& s, IVexControlBase& control, const Sk
         control.SetCursorPtr(cursor.get());
 }
 
+void setCanvas(const skin::ObjectSettings& s, IVexControlBase& control)
+{
+    VEX_HAVECANVASFLAGES flags = VEX_HCF_NONE;
+    VARIANT_BOOL has = VARIANT_FALSE;
+    control.IsHaveCanvas(&flags, &has);
+    if (s.haveCanvas)
+        has = toVariantBool(*s.haveCanvas != 0);
+    if (s.canvasFlags)
+        flags = static_cast<VEX_HAVECANVASFLAGES>(*s.canvasFlags);
+    VARIANT_BOOL changed = VARIANT_FALSE;
+    if (s.haveCanvas || s.canvasFlags)
+        control.SetHaveCanvas(has, flags, &changed);
+}
+
 void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexControlBase& control,
                  const SkinResourceSet& resources)
 {
@@ -116,6 +130,9 @@ void setSettings(const skin::SkinObject& object, SkinObjectCore& core, IVexContr
         control.SetDisposeMouse(toVariantBool(*s.disposeMouse));
     if (s.blendWithParent)
         control.SetBlendWithParent(toVariantBool(*s.blendWithParent));
+    setCanvas(s, control);
+    if (s.tabOrder)
+        core.node().setTabOrder(*s.tabOrder);
     if (s.tabStop)
         control.SetTabStop(toVariantBool(*s.tabStop));
     if (s.drawFocus)

@@ -65,6 +65,11 @@ std::wstring nameOf(const std::string& name, const skin::Resource& resource)
     return widened(!name.empty() ? name : !resource.caption.empty() ? resource.caption : resource.id);
 }
 
+std::wstring nameOf(const skin::Picture& entry)
+{
+    return nameOf(entry.name.value_or(std::string()), entry);
+}
+
 ImageSection sectionOf(const skin::ImageSection& s)
 {
     ImageSection section;
@@ -76,6 +81,7 @@ ImageSection sectionOf(const skin::ImageSection& s)
     section.colourise = s.colourize.value;
     section.opacity = s.opacity;
     section.usesPixelAlpha = s.supportPerPixel;
+    section.imageCount = s.imageCount.value_or(1);
     return section;
 }
 
@@ -156,7 +162,7 @@ std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, P
                 return error;
             }
         }
-        picture->identity().name = nameOf({}, each);
+        picture->identity().name = nameOf(each);
         result.insert_or_assign(each.id, picture);
     }
     return std::nullopt;

@@ -73,6 +73,7 @@ TextLook lookOf(const skin::TextStyle& entry);
 LOGFONTW fontOf(const skin::Font& entry);
 /// The name that people see: the first of these that is not empty.
 std::wstring nameOf(const std::string& name, const skin::Resource& entry);
+std::wstring nameOf(const skin::Picture& entry);
 
 /// Between the skin's UTF-8 and the platform's text.
 std::wstring widened(std::string_view text);

@@ -161,11 +161,7 @@ STDMETHODIMP VexRes::GetSkinVersion(LONG* main, LONG* sub) noexcept
 
 RunningSkin VexRes::runningSkin()
 {
-    RunningSkin running{m_skin.get(), m_skinResources, m_store, {}, {}};
-    for (const auto& [key, package] : m_packages) {
-        if (package)
-            running.packages.emplace_back(&package->resources, package->skin.get());
-    }
+    RunningSkin running{m_skin.get(), m_skinResources, m_store, {}};
     anyObject([&](ObjectNode& node) {
         if (IVexControlBase* const control = coreOf(node).control())
             running.controls.emplace_back(control);
@@ -187,12 +183,13 @@ STDMETHODIMP VexRes::Save(BSTR path, VARIANT_BOOL* result) noexcept
             return reportSkinError(exported.error(), static_cast<IVexRes*>(this));
         if (exported->skin == skin::Skin())
             return S_FALSE; // no skin, no controls: nothing to save
-        const auto outcome = skin::saveSkin(exported->skin, target);
+        std::error_code fault;
+        const bool isOpen = running && running == m_skin && std::filesystem::equivalent(target, m_skinPath, fault);
+        const auto outcome = skin::saveSkin(exported->skin, target, isOpen ? &running->files : nullptr);
         if (!outcome)
             return reportSkinError(outcome.error(), static_cast<IVexRes*>(this));
         saved = VARIANT_TRUE;
-        std::error_code fault;
-        if (running && running == m_skin && std::filesystem::equivalent(target, m_skinPath, fault)) {
+        if (isOpen) {
             // The open package says now what the controls have: a watch of its folder finds nothing new.
             m_skin = std::make_shared<const skin::Skin>(std::move(exported->skin));
             m_skinResources = std::move(exported->resources);

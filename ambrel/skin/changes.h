@@ -1,6 +1,7 @@
 #pragma once
 
 #include "ambrel/skin/model.h"
+#include "ambrel/skin/vocabulary.h"
 
 #include <functional>
 
@@ -21,12 +22,20 @@ std::string freshObjectId(const Skin& skin, std::string_view type);
 /// The object as another one of the same class and look, called `name`: without its children.
 SkinObject copyAs(const SkinObject& object, std::string id, std::string name);
 
-/// Adds a file of a picture to the package's files, under a name that is free: `wish`, or with a number before its
-/// ending. Answers the name; fails as PackageFiles::add does.
-Outcome<std::string> addFile(Skin& skin, std::string_view wish, Bytes bytes);
+/// The bytes of a picture for a scale in percent.
+struct PictureForm {
+    std::int32_t scale;
+    Bytes bytes;
+};
 
-/// Replaces the bytes of the picture's 100 percent file and forgets its larger forms, which show the former picture.
-/// The files stay where another picture uses them. Fails, and changes nothing, when the bytes are no picture.
-Outcome<std::monostate> replacePicture(Skin& skin, Picture& picture, Bytes bytes);
+/// Gives a picture other files, by ascending scale, the first for 100 percent. They are called as the picture's files
+/// were, else as its caption wishes, with a number before the ending where such names are taken; the caption follows.
+/// Former files stay where another picture uses them. Fails, and changes nothing, when the bytes are no picture or the
+/// package cannot take them.
+Outcome<std::monostate> replacePicture(Skin& skin, Picture& picture, std::vector<PictureForm> forms);
+
+/// Takes those entries out of shareres.xml for which `isGone` answers true and to which nothing in the skin refers,
+/// pictures with their files. What only such an entry refers to goes, too, when it is gone as well.
+void removeUnused(Skin& skin, const std::function<bool(Section, const std::string& id)>& isGone);
 
 } // namespace ambrel::skin

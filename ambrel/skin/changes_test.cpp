@@ -90,23 +90,103 @@ TEST(SkinChangesTest, AReplacedPictureTakesItsLargerFormsAwayAndLeavesThoseOfOth
     Bytes bytes(former.begin(), former.end());
     const std::string former100 = picture.files[0].file;
     skin.files.add("unrelated.txt", {1, 2, 3});
-    ASSERT_TRUE(replacePicture(skin, picture, bytes));
+    ASSERT_TRUE(replacePicture(skin, picture, {{100, bytes}}));
     EXPECT_EQ(picture.files.size(), 1u);
     EXPECT_TRUE(writtenAndRead(skin) == skin);
     EXPECT_NE(skin.files.find("unrelated.txt"), nullptr);
 
     const Skin whole = skin;
-    EXPECT_EQ(replacePicture(skin, skin.resources.pictures[0], {'n', 'o'}).error().code, Code::UnknownPicture);
+    const auto refused = replacePicture(skin, skin.resources.pictures[0], {{100, bytes}, {200, {'n', 'o'}}});
+    EXPECT_EQ(refused.error().code, Code::UnknownPicture);
     EXPECT_TRUE(skin == whole);
 
     Picture shared = skin.resources.pictures[0];
     shared.id = "PicShared";
     skin.resources.pictures.push_back(shared);
     bytes.push_back(0); // another file, still a picture
-    ASSERT_TRUE(replacePicture(skin, skin.resources.pictures[0], bytes));
+    ASSERT_TRUE(replacePicture(skin, skin.resources.pictures[0], {{100, bytes}}));
     EXPECT_NE(skin.resources.pictures[0].files[0].file, former100);
     EXPECT_EQ(skin.resources.pictures.back().files[0].file, former100);
     EXPECT_TRUE(writtenAndRead(skin) == skin);
+}
+
+TEST(SkinChangesTest, ANewPictureBringsItsLargerFormsUnderNamesThatNobodyHas)
+{
+    Skin skin = readSkin(compactPackage()).value();
+    Picture added;
+    added.id = "PicAdded";
+    added.caption = "look.png";
+    skin.files.add("look@200.png", png(9, 9)); // nobody's, and yet it would be taken for a larger form
+    skin.resources.pictures.push_back(added);
+    Picture& picture = skin.resources.pictures.back();
+    ASSERT_TRUE(replacePicture(skin, picture, {{100, png(4, 4)}, {150, png(6, 6)}, {400, png(16, 16)}}));
+    EXPECT_EQ(picture.caption, "look1.png");
+    ASSERT_EQ(picture.files.size(), 3u);
+    EXPECT_EQ(picture.files[1].file, "look1@150.png");
+    EXPECT_EQ(picture.files[2].info.width, 16);
+    EXPECT_TRUE(writtenAndRead(skin) == skin);
+    ASSERT_TRUE(replacePicture(skin, picture, {{100, png(4, 4)}, {300, png(12, 12)}}));
+    EXPECT_EQ(picture.caption, "look1.png");
+    EXPECT_EQ(skin.files.find("look1@150.png"), nullptr);
+    EXPECT_TRUE(writtenAndRead(skin) == skin);
+}
+
+TEST(SkinChangesTest, OnlyEntriesThatNothingRefersToAreTakenOut)
+{
+    const auto removedFrom = [](Skin skin, auto isGone) {
+        removeUnused(skin, isGone);
+        EXPECT_TRUE(writtenAndRead(skin) == skin);
+        return skin;
+    };
+    const auto all = [](Section, const std::string&) { return true; };
+    for (const PackageFiles& files : {compactPackage(), fullPackage()}) {
+        Skin skin = readSkin(files).value();
+        skin.resources.pictures.push_back({{"PicGone", "gone.png", {}}, {}, false, {}});
+        ASSERT_TRUE(replacePicture(skin, skin.resources.pictures.back(), {{100, png(4, 4)}, {200, png(8, 8)}}));
+        skin.resources.imageSections.emplace_back();
+        skin.resources.imageSections.back().id = "SectionGone";
+        skin.resources.imageSections.back().picture = "PicGone";
+
+        const Skin used = removedFrom(skin, all);
+        EXPECT_EQ(used.imageSection("SectionGone"), nullptr);
+        EXPECT_EQ(used.picture("PicGone"), nullptr) << "only what is gone referred to it";
+        EXPECT_EQ(used.files.find("gone.png"), nullptr);
+        EXPECT_EQ(used.files.find("gone@200.png"), nullptr);
+        const auto pictureOnly = [](Section section, const std::string& id) {
+            return section == Section::Pictures && id == "PicGone";
+        };
+        EXPECT_TRUE(removedFrom(skin, pictureOnly) == skin) << "a section shows it";
+        EXPECT_TRUE(removedFrom(skin, [](Section, const std::string&) { return false; }) == skin);
+        SkinObject& object = skin.objects[0];
+        setValue(skin, object, "Some", "Look", ValueKind::ImageSection, "SectionGone");
+        if (skin.layout == Layout::Compact)
+            addMissingKeys(skin);
+        EXPECT_NE(removedFrom(skin, all).picture("PicGone"), nullptr);
+    }
+}
+
+TEST(SkinChangesTest, ASavedFolderReadsAsTheSavedSkinWhateverItHadBefore)
+{
+    const Folder folder;
+    Skin compact = readSkin(compactPackage()).value();
+    const auto former = compact.bytesOf(compact.resources.pictures[0].files[0]);
+    const Bytes bytes(former.begin(), former.end());
+    ASSERT_TRUE(replacePicture(compact, compact.resources.pictures[0], {{100, bytes}, {200, png(16, 16)}}));
+    ASSERT_TRUE(saveSkin(compact, folder.path / ""));
+    Skin smaller = loadSkin(folder.path).value();
+    ASSERT_TRUE(smaller == compact);
+    ASSERT_TRUE(replacePicture(smaller, smaller.resources.pictures[0], {{100, bytes}}));
+    std::ofstream(folder.path / "notes.txt") << "the author's own";
+    ASSERT_TRUE(saveSkin(smaller, folder.path, &compact.files));
+    EXPECT_TRUE(std::filesystem::exists(folder.path / "notes.txt"));
+    std::filesystem::remove(folder.path / "notes.txt");
+    EXPECT_TRUE(loadSkin(folder.path).value() == smaller) << "without the larger form";
+    const Skin full = readSkin(fullPackage()).value();
+    ASSERT_TRUE(saveSkin(full, folder.path));
+    const auto again = loadSkin(folder.path);
+    ASSERT_TRUE(again) << again.error().text();
+    EXPECT_EQ(again->layout, Layout::Full);
+    EXPECT_TRUE(again->resources == full.resources && again->objects == full.objects);
 }
 
 TEST(SkinChangesTest, AFolderIsSavedWholeOrNotAtAll)

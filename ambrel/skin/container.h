@@ -67,8 +67,10 @@ Bytes writeZip(const PackageFiles& files);
 /// Writes a whole file so that other readers see either the old or the new one.
 Outcome<std::monostate> replaceFile(const std::filesystem::path& path, std::span<const std::uint8_t> bytes);
 
-/// Writes the files into a folder, which is made when needed: all of them, or, when one cannot be written, none. Each
-/// is replaced in one step; files that hold the same bytes already and files of other names are left alone.
-Outcome<std::monostate> writeFolder(const PackageFiles& files, const std::filesystem::path& folder);
+/// Writes the files into a folder, which is made when needed, and removes those of the names in `gone`: all of them,
+/// or, when one cannot be written, none. Each is replaced in one step; files that hold the same bytes already and files
+/// of other names are left alone.
+Outcome<std::monostate> writeFolder(const PackageFiles& files, const std::filesystem::path& folder,
+                                    std::span<const std::string> gone = {});
 
 } // namespace ambrel::skin

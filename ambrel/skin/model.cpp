@@ -125,6 +125,15 @@ std::span<const std::uint8_t> Skin::bytesOf(const PictureFile& file) const
     return bytes ? std::span<const std::uint8_t>(*bytes) : std::span<const std::uint8_t>();
 }
 
+std::string scaledFileName(std::string_view file, std::int32_t scale)
+{
+    const std::size_t dot = file.rfind('.');
+    const std::size_t slash = file.rfind('/');
+    const bool hasEnding = dot != std::string_view::npos && (slash == std::string_view::npos || dot > slash);
+    const std::size_t end = hasEnding ? dot : file.size();
+    return std::string(file.substr(0, end)) + '@' + std::to_string(scale) + std::string(file.substr(end));
+}
+
 const PictureFile& fileForScale(const Picture& picture, std::int32_t percent)
 {
     const auto it = std::find_if(picture.files.begin(), picture.files.end(),

@@ -4,6 +4,7 @@
 #include "ambrel/skin/picture_probe.h"
 #include "ambrel/skin/position.h"
 
+#include <array>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -63,6 +64,7 @@ struct PictureFile {
 };
 
 struct Picture : Resource {
+    std::optional<std::string> name; ///< where it is not called like its file
     bool isThemeRes = false;
     std::vector<PictureFile> files; ///< by ascending scale; the first is the 100 percent one
 
@@ -126,7 +128,8 @@ struct ImageSection : Resource {
     std::int32_t opacity = 255;
     Colour colourize;
     bool supportPerPixel = false;
-    std::string picture; ///< id of the picture, empty for none
+    std::string picture;                    ///< id of the picture, empty for none
+    std::optional<std::int32_t> imageCount; ///< images of equal size that lie in it along its longer side; 1 without
 
     bool operator==(const ImageSection&) const = default;
 };
@@ -328,6 +331,12 @@ struct Skin {
 
     bool operator==(const Skin&) const = default;
 };
+
+/// Scales, in percent, for which a package may bring larger forms of a picture.
+inline constexpr std::array<std::int32_t, 7> kLargerScales = {125, 150, 175, 200, 250, 300, 400};
+
+/// What the file of a larger form is called: "folder/name@150.png" for "folder/name.png".
+std::string scaledFileName(std::string_view file, std::int32_t scale);
 
 /// The file of a picture to use at a scale: the smallest that is at least as large, else the largest.
 const PictureFile& fileForScale(const Picture& picture, std::int32_t percent);

@@ -169,15 +169,28 @@ public:
         m_files.push_back({StagedFile(path, bytes), std::move(former)});
     }
 
+    void remove(const std::string& name)
+    {
+        const fs::path path = m_folder / pathOf(name);
+        std::error_code fault;
+        if (fs::is_regular_file(path, fault))
+            m_gone.push_back({path, readFile(path, name, kFileBytes, Code::CannotWrite)});
+    }
+
     void place()
     {
         std::size_t placed = 0;
+        std::size_t removed = 0;
         try {
             for (; placed < m_files.size(); ++placed)
                 m_files[placed].staged.place();
+            for (; removed < m_gone.size(); ++removed)
+                removeFile(m_gone[removed].path);
         } catch (const SkinFailure&) {
-            while (placed > 0)
-                restore(m_files[--placed]);
+            for (const GoneFile& each : std::span(m_gone).first(removed))
+                restore(each.path, each.former);
+            for (const File& each : std::span(m_files).first(placed))
+                restore(each.staged.path(), each.former);
             throw;
         }
     }
@@ -188,15 +201,27 @@ private:
         std::optional<Bytes> former;
     };
 
-    static void restore(const File& file)
+    struct GoneFile {
+        fs::path path;
+        Bytes former;
+    };
+
+    static void removeFile(const fs::path& path)
     {
         std::error_code fault;
-        if (!file.former) {
-            fs::remove(file.staged.path(), fault);
+        if (!fs::remove(path, fault) && fault)
+            failFile(Code::CannotWrite, utf8(path), "the file cannot be removed");
+    }
+
+    static void restore(const fs::path& path, const std::optional<Bytes>& former)
+    {
+        std::error_code fault;
+        if (!former) {
+            fs::remove(path, fault);
             return;
         }
         try {
-            writeWhole(file.staged.path(), *file.former);
+            writeWhole(path, *former);
         } catch (const SkinFailure&) {
             // The disk refuses the old content, too; the failure that led here is told.
         }
@@ -204,6 +229,7 @@ private:
 
     fs::path m_folder;
     std::vector<File> m_files;
+    std::vector<GoneFile> m_gone;
 };
 
 } // namespace
@@ -244,12 +270,15 @@ Outcome<std::monostate> replaceFile(const fs::path& path, std::span<const std::u
     });
 }
 
-Outcome<std::monostate> writeFolder(const PackageFiles& files, const fs::path& folder)
+Outcome<std::monostate> writeFolder(const PackageFiles& files, const fs::path& folder,
+                                    std::span<const std::string> gone)
 {
     return outcomeOf([&] {
         StagedFolder staged(folder);
         for (const auto& [name, bytes] : files.all())
             staged.add(name, bytes);
+        for (const std::string& name : gone)
+            staged.remove(name);
         staged.place();
         return std::monostate();
     });

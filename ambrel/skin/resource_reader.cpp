@@ -26,8 +26,6 @@ void ResourceIndex::check(const AttributeAt& at, Section section, const std::str
 
 namespace {
 
-constexpr std::int32_t kScales[] = {125, 150, 175, 200, 250, 300, 400};
-
 // "Guid" and 32 hexadecimal digits; other names are free.
 bool isBrokenGuidName(std::string_view id)
 {
@@ -38,15 +36,6 @@ bool isBrokenGuidName(std::string_view id)
         return std::string_view("0123456789abcdefABCDEF").find(c) != std::string_view::npos;
     };
     return digits.size() != 32 || !std::all_of(digits.begin(), digits.end(), isHex);
-}
-
-std::string scaledName(const std::string& file, std::int32_t scale)
-{
-    const std::size_t dot = file.rfind('.');
-    const std::size_t slash = file.rfind('/');
-    const bool hasEnding = dot != std::string::npos && (slash == std::string::npos || dot > slash);
-    const std::size_t end = hasEnding ? dot : file.size();
-    return file.substr(0, end) + '@' + std::to_string(scale) + file.substr(end);
 }
 
 class ResourceReader {
@@ -180,8 +169,8 @@ private:
             if (!addPictureFile(pictures[i], element, pictures[i].caption, 100))
                 m_document.fail(Code::MissingPicture, element, "Caption",
                                 "the package has no file \"" + printable(pictures[i].caption) + '"');
-            for (const std::int32_t scale : kScales)
-                addPictureFile(pictures[i], element, scaledName(pictures[i].caption, scale), scale);
+            for (const std::int32_t scale : kLargerScales)
+                addPictureFile(pictures[i], element, scaledFileName(pictures[i].caption, scale), scale);
         }
     }
 

@@ -33,6 +33,7 @@ std::span<const Field<Picture>> fieldsOf()
     static const Field<Picture> kFields[] = {
         caption<Picture>(),
         {"IsThemeRes", &Picture::isThemeRes},
+        {"Name", &Picture::name},
     };
     return kFields;
 }
@@ -106,6 +107,7 @@ std::span<const Field<ImageSection>> fieldsOf()
         {"clrColorize", &ImageSection::colourize},
         {"SupportPerPixel", &ImageSection::supportPerPixel},
         {"PicId", &ImageSection::picture, 0, 0, Section::Pictures},
+        {"ImageCount", &ImageSection::imageCount, 1, kPixels},
         {"Name", &ImageSection::name},
     };
     return kFields;

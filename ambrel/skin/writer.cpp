@@ -354,6 +354,27 @@ void checkReadsBack(const Package& package, const Skin& skin)
         failFile(Code::NotTheSame, "the saved package", "it would not read back as the same skin");
 }
 
+/// Files that a folder may have and that the skin in it must not, for they would say something else of it: those that
+/// it had and has no more, larger forms of other pictures of a name, and the XML files that it does without.
+std::vector<std::string> goneFiles(const Skin& skin, const PackageFiles& files, const PackageFiles* former)
+{
+    std::set<std::string> gone;
+    for (const std::string_view name : {names::kPropertiesFile, names::kKeyMapFile})
+        gone.emplace(name);
+    if (!former) // in the skin's own folder it may be a translator's, written meanwhile
+        gone.emplace(names::kLanguagesFile);
+    for (const Picture& picture : skin.resources.pictures) {
+        for (const std::int32_t scale : kLargerScales)
+            gone.insert(scaledFileName(picture.files.front().file, scale));
+    }
+    if (former) {
+        for (const auto& [name, bytes] : former->all())
+            gone.insert(name);
+    }
+    std::erase_if(gone, [&](const std::string& name) { return files.find(name) != nullptr; });
+    return {gone.begin(), gone.end()};
+}
+
 bool isFolderPath(const std::filesystem::path& path)
 {
     std::error_code fault;
@@ -362,7 +383,7 @@ bool isFolderPath(const std::filesystem::path& path)
 
 } // namespace
 
-Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path)
+Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path, const PackageFiles* former)
 {
     Bytes archive;
     const bool inFolder = isFolderPath(path);
@@ -378,7 +399,8 @@ Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& 
     });
     if (!files)
         return files.error();
-    return inFolder ? writeFolder(files.value(), path) : replaceFile(path, archive);
+    return inFolder ? writeFolder(files.value(), path, goneFiles(skin, files.value(), former))
+                    : replaceFile(path, archive);
 }
 
 } // namespace ambrel::skin

@@ -16,7 +16,10 @@ Outcome<PackageFiles> writeSkin(const Skin& skin);
 void addMissingKeys(Skin& skin);
 
 /// Writes the skin as a zip file, or as a folder where there is one at the path or the path ends with a separator. The
-/// package is read back and compared first; on failure older files stay as they were.
-Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path);
+/// package is read back and compared first; on failure older files stay as they were. In a folder, `former` are the
+/// files of the skin that was read from there: those that it has no more are removed. Files by which the folder would
+/// read as another skin go in any case.
+Outcome<std::monostate> saveSkin(const Skin& skin, const std::filesystem::path& path,
+                                 const PackageFiles* former = nullptr);
 
 } // namespace ambrel::skin
