@@ -64,7 +64,7 @@ Scale RenderDC::scale() const noexcept
 
 Rect RenderDC::clip() const noexcept
 {
-    return m_viewport.isEmpty() ? m_updateRect : m_updateRect.intersection(m_viewport);
+    return m_viewport == Rect{} ? m_updateRect : m_updateRect.intersection(m_viewport);
 }
 
 const RenderDC::Layer* RenderDC::currentLayer() const noexcept
@@ -247,11 +247,13 @@ STDMETHODIMP RenderDC::RenderPartImagePart(SkinRect* target, SkinRect* source, h
 {
     return draw(target, result, [&](const Canvas& where, const Rect& r) {
         const Surface whole = surfaceOfBitmap(reinterpret_cast<HBITMAP>(bitmap));
-        const ConstPixelView part = source ? whole.view().part(toRect(*source)) : whole.view();
+        const Rect wanted = source ? toRect(*source) : whole.view().bounds();
+        const Rect there = wanted.intersection(whole.view().bounds());
+        const ConstPixelView part = whole.view().part(there);
         if (part.isEmpty() || r.isEmpty())
             return false;
         if (stretch == VARIANT_FALSE) {
-            blendImage(where.clippedTo(r), r.topLeft(), part);
+            blendImage(where.clippedTo(r), r.topLeft() + (there.topLeft() - wanted.topLeft()), part);
             return true;
         }
         Surface scaled(r.size());
@@ -290,7 +292,8 @@ void RenderDC::drawScratch(const Scratch& scratch, Point at, const Rect& source)
         repairAlpha(inside);
     else
         makeOpaque(inside, inside.clip);
-    blendImage(canvas(), at, inside.pixels.part(source));
+    const Rect there = source.intersection(inside.pixels.bounds());
+    blendImage(canvas(), at + (there.topLeft() - source.topLeft()), inside.pixels.part(there));
 }
 
 STDMETHODIMP RenderDC::FlushHDC(hyper dc, long x, long y, SkinRect* source, VARIANT_BOOL autoDelete) noexcept

@@ -118,7 +118,7 @@ private:
     std::vector<Layer> m_layers;
     std::vector<Scratch> m_scratch;
     Rect m_updateRect;
-    Rect m_viewport; // empty: everything
+    Rect m_viewport; // all zero: everything; empty in any other way: nothing
     bool m_hasGdiDrawing = false;
     IVexControlBase* m_currentControl = nullptr; // borrowed: set for the length of its drawing
     bool m_isMirrored = false;                   // whether that control is laid out from right to left

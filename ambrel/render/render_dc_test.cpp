@@ -1,4 +1,5 @@
 #include "ambrel/pixels/gradient.h"
+#include "ambrel/render/bitmaps.h"
 #include "ambrel/render/focus_mark.h"
 #include "ambrel/render/render_dc.h"
 #include "ambrel/render/render_device.h"
@@ -398,6 +399,61 @@ TEST(RenderBalanceTest, DevicesTextsAndPicturesGiveEveryHandleBack)
         useEverything();
     EXPECT_EQ(gdiObjectCount(), handles);
     EXPECT_EQ(morvane::ModuleLock::count(), objects);
+}
+
+/// Four pixels in a row: red, green, blue, black.
+Surface fourColours()
+{
+    Surface row({4, 1});
+    Pixel* const pixels = row.view().row(0);
+    pixels[0] = kRed;
+    pixels[1] = kGreen;
+    pixels[2] = kBlue;
+    pixels[3] = 0xFF000000u;
+    return row;
+}
+
+TEST_F(RenderDCTest, APartThatReachesBeyondItsImageKeepsItsPlace)
+{
+    const auto image = RenderImage::make(fourColours(), VEX_PT_BMP);
+    const morvane::UniqueBitmap bitmap = bitmapOf(fourColours().view());
+    const auto expectShifted = [&](int y) {
+        EXPECT_EQ(at(10, y), kWhite);
+        EXPECT_EQ(at(11, y), kWhite);
+        EXPECT_EQ(at(12, y), kRed);
+        EXPECT_EQ(at(13, y), kGreen);
+        EXPECT_EQ(at(14, y), kWhite) << "beyond the target";
+    };
+    SkinRect beyond{-2, 0, 4, 1};
+    SkinRect target{10, 0, 14, 1};
+    EXPECT_EQ(dc().DrawImage(image.get(), &target, &beyond, VARIANT_FALSE, 0, VARIANT_FALSE, &m_drawn), S_OK);
+    expectShifted(0);
+    target = {10, 1, 14, 2};
+    EXPECT_EQ(image->Draw(&dc(), target, beyond, VARIANT_FALSE, 0x00FF0000, &m_drawn), S_OK);
+    expectShifted(1);
+    target = {10, 2, 14, 3};
+    EXPECT_EQ(
+        dc().RenderPartImagePart(&target, &beyond, reinterpret_cast<hyper>(bitmap.get()), VARIANT_FALSE, &m_drawn),
+        S_OK);
+    expectShifted(2);
+    hyper scratch = 0;
+    ASSERT_EQ(dc().GetHDC(4, 1, &scratch), S_OK);
+    SetPixel(reinterpret_cast<HDC>(scratch), 0, 0, RGB(255, 0, 0));
+    SetPixel(reinterpret_cast<HDC>(scratch), 1, 0, RGB(0, 255, 0));
+    EXPECT_EQ(dc().FlushHDC(scratch, 10, 3, &beyond, VARIANT_TRUE), S_OK);
+    expectShifted(3);
+}
+
+TEST_F(RenderDCTest, AnEmptyViewportShowsNothingAndNoneEverything)
+{
+    SkinRect everything{0, 0, 40, 30};
+    dc().SetViewport({20, 5, 10, 25}); // what is left of two that have nothing in common
+    dc().FillSolidColor(&everything, kRedColour, &m_drawn);
+    EXPECT_EQ(at(15, 10), kWhite);
+    EXPECT_EQ(at(0, 0), kWhite);
+    dc().SetViewport({});
+    dc().FillSolidColor(&everything, kRedColour, &m_drawn);
+    EXPECT_EQ(at(15, 10), kRed);
 }
 
 } // namespace

@@ -37,8 +37,9 @@ bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& sou
     if (inside.visible(target).isEmpty())
         return true;
     const Size size = stretch ? target.size() : from.size();
+    const Point at = stretch ? target.topLeft() : target.topLeft() + (from.topLeft() - source.topLeft());
     if (size == from.size() && transparent == 0) {
-        drawImage(inside, target.topLeft(), m_pixels.view().part(from), m_coverage, 255);
+        drawImage(inside, at, m_pixels.view().part(from), m_coverage, 255);
         return true;
     }
     const FormCache::Form& form = m_forms.get({size, from, 0, 100, transparent}, [&] {
@@ -50,7 +51,7 @@ bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& sou
         stretchImage(scaled.view(), part.view());
         return scaled;
     });
-    drawImage(inside, target.topLeft(), form.pixels.view(), form.coverage, 255);
+    drawImage(inside, at, form.pixels.view(), form.coverage, 255);
     return true;
 }
 

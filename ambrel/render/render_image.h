@@ -28,7 +28,8 @@ public:
     ConstPixelView pixels() const noexcept { return m_pixels.view(); }
 
     /// Draws a part of the image into the target: scaled to fill it, or in its own size from the left top corner, cut
-    /// to the target. A transparent colour of 0 means none. False when there is nothing to draw.
+    /// to the target; where the part reaches beyond the image, nothing is drawn at its place. A transparent colour of 0
+    /// means none. False when there is nothing to draw.
     bool draw(const Canvas& canvas, const Rect& target, const Rect& source, bool stretch, OLE_COLOR transparent);
 
     STDMETHODIMP GetWidth(long* result) noexcept override;
