@@ -163,6 +163,36 @@ Step notification(VexMsgID id, std::int64_t first = 0)
     return [=](World&, IVexControlBase& control) { notify(control, id, first); };
 }
 
+/// What an application does with a control, holding it meanwhile.
+void useMethods(World&, IVexControlBase& control)
+{
+    const ComPtr<IVexControlBase> held(&control);
+    const Bstr text(L"text");
+    VARIANT_BOOL flag = VARIANT_FALSE;
+    givePictures(control, L"another.png", 0x9ABC);
+    if (const auto button = held.as<ICmdButton>()) {
+        short length = 0;
+        button->SetText(text.get());
+        button->GetTextLength(&length);
+        button->SetGraphicOffset(3, 4);
+        button->SetBackImageFile(VEX_BTN_HOT, text.get(), &flag);
+        button->SetBackhBitmap(VEX_BTN_HOT, reinterpret_cast<std::int64_t>(CreateBitmap(1, 1, 1, 1, nullptr)), &flag);
+        button->SetMinWidth(5);
+    } else if (const auto box = held.as<IVexCheckBox>()) {
+        box->SetText(text.get());
+        box->SetValue(VEXCHECKBOX_CHECKED);
+    } else if (const auto radio = held.as<IRadioBox>()) {
+        radio->SetText(text.get(), VARIANT_TRUE);
+        radio->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+        radio->SetGroupID(7, &flag);
+        radio->StartBlink(1, 100);
+        radio->StopBlink();
+    } else if (const auto form = held.as<IUIFormObj>()) {
+        form->SetBackBitmapPath(text.get(), VARIANT_TRUE, &flag);
+        form->DeleteBackBitmap();
+    }
+}
+
 /// What the framework does to a control.
 std::vector<NamedStep> stimuli()
 {
@@ -171,6 +201,7 @@ std::vector<NamedStep> stimuli()
         {"draw", drawIt},
         {"configured", notification(VEXSM_ACCESSCONFIGED, 1)},
         {"disabled", notification(VEXSM_ENABLEOBJECT, 0)},
+        {"used", useMethods},
         {"created anew",
          [](World&, IVexControlBase& control) {
              const ComPtr<IVexControlBase> held(&control);
@@ -263,6 +294,48 @@ TEST(ReentrancyTest, EverythingMayComeEarlyLateTwiceAndFromABrokenHost)
     }
 }
 
+/// Asks for what a control keeps with its host, and sets it, as far as the class has it.
+void askForWhatIsNotThere(IVexControlBase& control)
+{
+    const ComPtr<IVexControlBase> held(&control);
+    const Bstr text(L"text");
+    Bstr textBack;
+    ComPtr<IVexImageBase> image;
+    ComPtr<IVexTextStyle> style;
+    VARIANT_BOOL flag = VARIANT_FALSE;
+    if (const auto button = held.as<ICmdButton>()) {
+        short length = 0;
+        button->SetText(text.get());
+        button->GetText(textBack.put());
+        button->GetTextLength(&length);
+        button->GetBackImageSec(VEX_BTN_HOT, image.put());
+        button->GetBackTextStyle(VEX_BTN_HOT, style.put());
+        button->SetBackImageFile(VEX_BTN_HOT, text.get(), &flag);
+        button->SetMinWidth(5);
+    } else if (const auto box = held.as<IVexCheckBox>()) {
+        box->SetText(text.get());
+        box->GetText(textBack.put());
+        box->GetImage(VEX_CHECKBOX_HOT, VEXCHECKBOX_CHECKED, image.put());
+        box->SetValue(VEXCHECKBOX_HALFCHECKED);
+    } else if (const auto radio = held.as<IRadioBox>()) {
+        radio->SetText(text.get(), VARIANT_TRUE);
+        radio->GetBoxImage(VEX_RADIOBOX_HOT, VARIANT_TRUE, image.put());
+        radio->GetTextStyle(VEX_RADIOBOX_HOT, VARIANT_TRUE, style.put());
+        radio->StartBlink(1, 100);
+        radio->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+        radio->SetGroupID(7, &flag);
+        radio->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+    } else if (const auto form = held.as<IUIFormObj>()) {
+        ComPtr<IFillColor> fill;
+        form->GetBackImageSec(image.put());
+        form->GetBackColor(fill.put());
+        form->SetBackBitmapPath(text.get(), VARIANT_TRUE, &flag);
+    }
+    EXPECT_EQ(image, nullptr);
+    EXPECT_EQ(style, nullptr);
+    EXPECT_TRUE(textBack.empty());
+}
+
 TEST(ReentrancyTest, AHostWithNothingToGiveIsSurvived)
 {
     for (const ControlClass& type : kClasses) {
@@ -275,8 +348,12 @@ TEST(ReentrancyTest, AHostWithNothingToGiveIsSurvived)
                 world.control = world.host.create<IVexControlBase>(type.clsid);
             world.host.base().isEmptyHanded = true;
             EXPECT_EQ(world.control->CreateProps(), S_OK);
-            for (const NamedStep& stimulus : stimuli())
-                stimulus.run(world, *world.control);
+            for (int time = 0; time < 2; ++time) {
+                for (const NamedStep& stimulus : stimuli())
+                    stimulus.run(world, *world.control);
+                givePictures(*world.control, L"picture.png", 0x1234);
+            }
+            askForWhatIsNotThere(*world.control);
             world.end();
         }
     }
