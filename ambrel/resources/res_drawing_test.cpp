@@ -1,4 +1,5 @@
 // What the resource object draws and makes for applications: bitmaps, regions, image lists, render images, fonts.
+#include "ambrel/render/bitmaps.h"
 #include "ambrel/render/image_base.h"
 #include "ambrel/render/render_dc.h"
 #include "ambrel/render/render_device.h"
@@ -197,6 +198,41 @@ TEST_F(ResDrawingTest, AnImageListShowsItsImagesSideBySide)
     EXPECT_FALSE(list) << "not one image fits";
     ASSERT_EQ(resources->GetImageListFromFile(file.get(), 2, 0xFFFFFFFF, list.put()), S_OK);
     EXPECT_EQ(colours(list.get()), (std::vector<COLORREF>{kRed, kGreen, RGB(0, 0, 0), RGB(0, 0, 0)}));
+}
+
+TEST_F(ResDrawingTest, ImagesOfThePlatformsListsKeepTheirMaskAndAlpha)
+{
+    // Two images of 2 x 1, the left half of the second one is of another colour.
+    const auto shown = [&](UINT kind, Pixel colour, Pixel other, COLORREF mask) {
+        Surface strip({4, 1});
+        std::fill_n(strip.view().row(0), 4, colour);
+        strip.view().row(0)[2] = other;
+        const morvane::UniqueBitmap bitmap = bitmapOf(strip.view());
+        const HIMAGELIST platform = ImageList_Create(2, 1, kind, 2, 0);
+        if (mask != CLR_NONE)
+            ImageList_AddMasked(platform, bitmap.get(), mask);
+        else
+            ImageList_Add(platform, bitmap.get(), nullptr);
+        ComPtr<IVexImageList> list;
+        EXPECT_EQ(resources->GetImageListFromHIMAGELIST(number(platform), list.put()), S_OK);
+        ImageList_Destroy(platform);
+        const morvane::UniqueBitmap target = bitmapOf(Surface({4, 1}).view());
+        {
+            const morvane::UniqueMemoryDc dc(CreateCompatibleDC(nullptr));
+            const morvane::SelectedObject selected(dc.get(), target.get());
+            PatBlt(dc.get(), 0, 0, 4, 1, BLACKNESS);
+            VARIANT_BOOL done = VARIANT_FALSE;
+            EXPECT_EQ(list->DrawPreview(number(dc.get()), {0, 0, 4, 1}, &done), S_OK);
+        }
+        std::vector<COLORREF> seen;
+        for (int x = 0; x < 4; ++x)
+            seen.push_back(pixelOf(target, x, 0));
+        return seen;
+    };
+    EXPECT_EQ(shown(ILC_COLOR24 | ILC_MASK, 0x00FF0000u, 0x0000FF00u, kGreen),
+              (std::vector<COLORREF>{kRed, kRed, RGB(0, 0, 0), kRed}));
+    EXPECT_EQ(shown(ILC_COLOR32, 0x80FF0000u, opaquePixel(kBlue), CLR_NONE), // straight, as such lists have it
+              (std::vector<COLORREF>{RGB(128, 0, 0), RGB(128, 0, 0), kBlue, RGB(128, 0, 0)}));
 }
 
 TEST_F(ResDrawingTest, RenderImagesAreFoundByNameUntilTheyAreGivenBack)
