@@ -6,9 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <limits>
 #include <memory>
+#include <random>
 #include <string>
 #include <vector>
 
@@ -34,6 +38,35 @@ TEST(ValueTextTest, FractionsReadBackExactlyWhateverTheLocale)
         EXPECT_EQ(static_cast<float>(*parseDouble(formatFloat(value))), value);
     for (const auto* text : {L"", L"0,5", L"nan", L"inf", L"1e999", L"1.0x"})
         EXPECT_EQ(parseDouble(text), std::nullopt);
+}
+
+TEST(ValueTextTest, EveryFloatReadsBackExactly)
+{
+    std::mt19937 random(7);
+    for (int i = 0; i < 200'000; ++i) {
+        const auto number = std::bit_cast<float>(static_cast<std::uint32_t>(random()));
+        const std::wstring text = formatFloat(number);
+        const auto again = parseFloat(text);
+        ASSERT_EQ(again.has_value(), std::isfinite(number)) << i;
+        ASSERT_TRUE(!again || std::bit_cast<std::uint32_t>(*again) == std::bit_cast<std::uint32_t>(number)) << i;
+    }
+}
+
+TEST(ValueTextTest, AFloatIsFiniteAndWhatIsTooSmallForItIsZero)
+{
+    for (const auto* text : {L"3.5e38", L"-1e39", L"1e300", L"1e999", L"nan", L"-inf", L"0,5", L"", L"1e"})
+        EXPECT_EQ(parseFloat(text), std::nullopt) << std::wstring(text).size();
+    EXPECT_EQ(parseFloat(L" +1e-60 "), 0);
+    EXPECT_EQ(parseFloat(L"1e-45"), std::numeric_limits<float>::denorm_min());
+    // Exactly between two floats but for its last digit, which a double does not hold.
+    EXPECT_EQ(parseFloat(L"1.00000005960464477539062500000001"), std::nextafter(1.0f, 2.0f));
+}
+
+TEST(ValueTextTest, NumbersForPeopleShowNoBinaryRests)
+{
+    EXPECT_EQ(formatRounded(0.1f * 7), L"0.7");
+    EXPECT_EQ(formatRounded(100), L"100");
+    EXPECT_EQ(formatRounded(-0.25f), L"-0.25");
 }
 
 TEST(ValueTextTest, BooleansAreNumbersOrWords)
