@@ -118,7 +118,9 @@ TEST(SkinDocumentationTest, TheExampleOfThePageIsASkin)
     EXPECT_EQ(skin->valueOf(button, "Normal", "Image")->value, "Face");
     EXPECT_EQ(skin->valueOf(button, "Press", "TextStyle")->value, "Label");
     EXPECT_EQ(skin->valueOf(button, "Text", "Text")->value, "Press me");
-    EXPECT_FALSE(skin->valueOf(button, "Hot", "Image"));
+    // A state without a picture would let the button vanish.
+    for (const char* state : {"Normal", "Press", "Disabled", "Hot", "Focus", "Inactive"})
+        EXPECT_TRUE(skin->valueOf(button, state, "Image") && skin->valueOf(button, state, "TextStyle")) << state;
     EXPECT_EQ(skin->imageSection("Face")->right, 4);
 }
 

@@ -1,5 +1,5 @@
 // The smallest application: a window with a button that counts how often it was pressed.
-// Nothing is registered: Morvane.dll and Ambrel.dll lie beside the program.
+// Nothing is registered: Morvane.dll and Ambrel.dll lie beside the program. samples/README.md says how to build it.
 #include "ambrel/ambrel.h"
 #include "controls/control_interfaces.h"
 #include "frame/com/bstr.h"
@@ -48,6 +48,7 @@ int run(HMODULE controls)
     resources->CreateAmbrel(Bstr(L"Minimal").get(), 0, window.put());
     const auto root = window.as<IAmbrel>();
     root->Create(0, {100, 100, 340, 200}, &done);
+    root->SetDragabled(VARIANT_TRUE); // all of the window is the application's: it is moved by its ground, closed by Alt+F4
     root->GetWindowHandle(&handle);
 
     ComPtr<IVexControlBase> control;
