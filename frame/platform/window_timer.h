@@ -17,15 +17,22 @@ public:
     WindowTimer& operator=(const WindowTimer&) = delete;
     ~WindowTimer() { stop(); }
 
-    /// Replaces the present timer. Without a window nothing runs, but the identifier is remembered. Periods below the
-    /// system's minimum become the minimum.
+    /// Replaces the present timer. Without a window nothing runs until resume(). Periods below the system's minimum
+    /// become the minimum.
     void start(HWND window, UINT_PTR id, int periodMs) noexcept
     {
         stop();
         m_id = id;
-        if (!window || !SetTimer(window, id, static_cast<UINT>(std::max(periodMs, USER_TIMER_MINIMUM)), nullptr))
-            return;
-        m_window = window;
+        m_periodMs = std::max(periodMs, USER_TIMER_MINIMUM);
+        if (window && SetTimer(window, id, static_cast<UINT>(m_periodMs), nullptr))
+            m_window = window;
+    }
+
+    /// Runs on this window what was started without one, or on one that is gone.
+    void resume(HWND window) noexcept
+    {
+        if (m_id && !IsWindow(m_window))
+            start(window, *m_id, m_periodMs);
     }
 
     void stop() noexcept
@@ -40,7 +47,8 @@ public:
 
 private:
     HWND m_window = nullptr;
-    std::optional<UINT_PTR> m_id;
+    std::optional<UINT_PTR> m_id; // while it is started
+    int m_periodMs = 0;
 };
 
 } // namespace morvane

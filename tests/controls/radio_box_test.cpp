@@ -255,6 +255,20 @@ TEST_F(BlinkTest, ZeroIsATimerNumberLikeOthers)
     EXPECT_FALSE(showsBlinkPicture());
 }
 
+TEST_F(BlinkTest, WithoutAWindowItWaitsForOne)
+{
+    host.root->window = nullptr;
+    notify(box, VEXSM_ACCESSCONFIGED, 1);
+    box->StartBlink(7, 500);
+    EXPECT_FALSE(takeTimer(7));
+    host.root->window = host.window.handle();
+    notify(box, VEXSM_FINALCREATE);
+    EXPECT_TRUE(takeTimer(7));
+    box->StopBlink();
+    notify(box, VEXSM_FINALCREATE);
+    EXPECT_FALSE(takeTimer(7)) << "it was stopped";
+}
+
 TEST_F(BlinkTest, TheTimerIsKilledOnTheWindowItWasStartedOn)
 {
     box->StartBlink(7, 500);

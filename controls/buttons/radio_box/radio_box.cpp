@@ -94,6 +94,7 @@ STDMETHODIMP CRadioBox::GetValue(VEXRADIOBOX_VALUE* result) noexcept
 Handled CRadioBox::onFinalCreate()
 {
     Control::onFinalCreate();
+    m_blinkTimer.resume(host().window);
     joinGroup();
     return Handled::Yes;
 }
@@ -101,6 +102,7 @@ Handled CRadioBox::onFinalCreate()
 Handled CRadioBox::onAccessConfigured(bool isRead)
 {
     Control::onAccessConfigured(isRead);
+    m_blinkTimer.resume(host().window);
     if (isRead)
         joinGroup();
     return Handled::No;
