@@ -62,6 +62,11 @@ void ImageBase::setPicture(IVexPicture* picture)
     changed();
 }
 
+Rect ImageBase::area() const noexcept
+{
+    return m_section.rect.isEmpty() && m_picture ? Rect::at({}, m_picture->size()) : m_section.rect;
+}
+
 Size ImageBase::naturalSize(Scale scale) const noexcept
 {
     return m_picture ? scale(imageRect(m_section, m_picture->size(), 0).size()) : Size{};
@@ -121,7 +126,7 @@ STDMETHODIMP ImageBase::put_ImageObj(IVexPicture* picture) noexcept
 
 STDMETHODIMP ImageBase::get_rect(SkinRect* result) noexcept
 {
-    return returning(result, [&] { return morvane::toSkinRect(m_section.rect); });
+    return returning(result, [&] { return morvane::toSkinRect(area()); });
 }
 
 STDMETHODIMP ImageBase::put_rect(SkinRect* rect) noexcept
@@ -172,16 +177,12 @@ STDMETHODIMP ImageBase::BuildPerPixImage() noexcept
 
 STDMETHODIMP ImageBase::GetWidth(long* result) noexcept
 {
-    return returning(result, [&] {
-        return !m_section.rect.isEmpty() || !m_picture ? m_section.rect.width() : m_picture->size().width;
-    });
+    return returning(result, [&] { return std::max(0, area().width()); });
 }
 
 STDMETHODIMP ImageBase::GetHeight(long* result) noexcept
 {
-    return returning(result, [&] {
-        return !m_section.rect.isEmpty() || !m_picture ? m_section.rect.height() : m_picture->size().height;
-    });
+    return returning(result, [&] { return std::max(0, area().height()); });
 }
 
 STDMETHODIMP ImageBase::CreateImageSection(BSTR name, hyper resources, VARIANT_BOOL* result) noexcept

@@ -146,6 +146,8 @@ protected:
     void dropReferences() override { setPicture(nullptr); }
 
 private:
+    /// The section's rectangle; all of the picture where none was set.
+    Rect area() const noexcept;
     HRESULT setFlag(bool& flag, VARIANT_BOOL value) noexcept;
     template <class Field>
     HRESULT setField(Field ImageSection::*field, Field value) noexcept

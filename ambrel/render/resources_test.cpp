@@ -155,6 +155,30 @@ TEST(ImageBaseTest, TheIndexChoosesAnImageOfTheStrip)
     EXPECT_EQ(image->naturalSize(Scale(150)), (Size{6, 6}));
 }
 
+TEST(ImageBaseTest, ASectionWithoutARectangleIsTheWholePicture)
+{
+    const auto image = Instance<ImageBase>::make();
+    SkinRect rect{1, 1, 1, 1};
+    long width = -1;
+    EXPECT_EQ(image->get_rect(&rect), S_OK);
+    EXPECT_TRUE(morvane::toRect(rect).isEmpty());
+    const auto picture = pictureOf(threeColours());
+    image->setPicture(picture.get());
+    image->get_rect(&rect);
+    EXPECT_EQ(morvane::toRect(rect), (Rect{0, 0, 12, 4})) << "controls take an image's size from it";
+    SkinRect part{4, 1, 8, 3};
+    image->put_rect(&part);
+    image->get_rect(&rect);
+    EXPECT_EQ(morvane::toRect(rect), (Rect{4, 1, 8, 3}));
+    SkinRect odd{5, 0, 2, 4};
+    image->put_ImageObj(nullptr);
+    image->put_rect(&odd);
+    image->GetWidth(&width);
+    EXPECT_EQ(width, 0);
+    EXPECT_EQ(image->get_rect(nullptr), E_POINTER);
+    EXPECT_EQ(image->put_rect(nullptr), E_POINTER);
+}
+
 TEST(ImageBaseTest, DrawingFollowsEveryChange)
 {
     const auto image = Instance<ImageBase>::make();
