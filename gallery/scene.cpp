@@ -336,6 +336,12 @@ ComPtr<IVexTextStyle> Scene::textStyleLike(IVexTextStyle& source, const TextPlac
     return made.style;
 }
 
+void Scene::setLook(SkinSource skins, int scale)
+{
+    m_skins = std::move(skins);
+    m_scale = scale;
+}
+
 void Scene::skinChanged()
 {
     for (const Derived& each : m_derivedStyles)

@@ -75,6 +75,7 @@ public:
     IAmbrel& root() const { return *m_root; }
     const Theme& theme() const { return m_skins.isDark ? Theme::dark() : Theme::light(); }
     const std::shared_ptr<SkinFolder>& skinFolder() const { return m_skins.custom; }
+    bool isDark() const { return m_skins.isDark; }
     int scale() const { return m_scale; }
     int scaled(int value) const { return value * m_scale / 100; }
     Rect scaled(const Rect& rect) const;
@@ -107,6 +108,8 @@ public:
     ComPtr<IVexTextStyle> textStyle(const TextLook& look);
     /// A style of the same colour and font, also after a change of the skin, whose text stands elsewhere.
     ComPtr<IVexTextStyle> textStyleLike(IVexTextStyle& source, const TextPlacement& placement);
+    /// What is made from now on looks so; what is there stays as it is.
+    void setLook(SkinSource skins, int scale);
     /// Shared resources of the skin have changed in place.
     void skinChanged();
     ComPtr<IFillColor> fill(OLE_COLOR from, OLE_COLOR to, int degrees);

@@ -16,6 +16,9 @@ constexpr int kContentWidth = kListWidth + 1 + kPageSize.width;
 constexpr int kContentHeight = kPageSize.height;
 constexpr wchar_t kTitle[] = L"Morvane gallery";
 constexpr long kListGroup = 5000;
+constexpr long kScaleGroup = 5002;
+constexpr std::array kScales = {100, 150, 200};
+constexpr UINT kLookMessage = WM_APP + 0x4C;
 
 bool isSame(IUnknown* one, IUnknown* other)
 {
@@ -25,7 +28,7 @@ bool isSame(IUnknown* one, IUnknown* other)
 } // namespace
 
 Shell::Shell(const Options& options, HINSTANCE controls)
-    : m_options(options), m_isInspectorShown(options.isInspectorShown),
+    : m_options(options), m_controls(controls), m_isInspectorShown(options.isInspectorShown),
       m_top(options.shotFolder ? 0 : TitleBar::kHeight)
 {
     if (FAILED(AmbrelCreateRes(m_res.put())))
@@ -45,18 +48,14 @@ Shell::Shell(const Options& options, HINSTANCE controls)
     AmbrelSetScale(m_root.get(), options.scale);
     SetWindowTextW(window(), kTitle);
     limitSize();
+    m_scene->onWindowMessage(kLookMessage, [this](WPARAM) { rebuild(); });
     buildWindow();
-    if (const auto& folder = m_scene->skinFolder())
-        folder->watch(*m_res, [this](SkinFolder::Change change) { skinChanged(change); });
+    followSkinFolder();
 }
 
 Shell::~Shell()
 {
-    m_inspector.reset();
-    m_entries.clear();
-    m_problems.reset();
-    m_page.reset();
-    m_title.reset();
+    clearWindow();
     m_background.reset();
     if (const HWND handle = window())
         DestroyWindow(handle);
@@ -95,6 +94,23 @@ HWND Shell::window() const
     return reinterpret_cast<HWND>(handle);
 }
 
+void Shell::clearWindow()
+{
+    m_inspector.reset();
+    m_entries.clear();
+    m_scales.clear();
+    m_dark.reset();
+    m_problems.reset();
+    m_page.reset();
+    m_title.reset();
+}
+
+void Shell::followSkinFolder()
+{
+    if (const auto& folder = m_scene->skinFolder())
+        folder->watch(*m_res, [this](SkinFolder::Change change) { skinChanged(change); });
+}
+
 void Shell::buildWindow()
 {
     const Rect all = Rect::at({}, inside());
@@ -127,11 +143,67 @@ void Shell::buildList()
         top += kPitch;
         ++index;
     }
+    buildLooks(*list, place.size());
     const Rect foot{20, kContentHeight - 48, kListWidth - 20, kContentHeight - 20};
     const auto inspect = m_scene->button(list.get(), foot, L"Inspector");
     m_scene->placeIn(*inspect, foot, place.size(), Hold::Near, Hold::Far);
     inspect->SetTooltip(Bstr(L"Objects, properties and events of the page (F12)").get());
     m_scene->onClick(*inspect, [this] { toggleInspector(); });
+}
+
+void Shell::buildLooks(IVexControlBase& list, Size size)
+{
+    const auto atFoot = [&](IVexControlBase& control, const Rect& place) {
+        m_scene->placeIn(control, place, size, Hold::Near, Hold::Far);
+    };
+    const Rect heading{20, kContentHeight - 148, kListWidth - 20, kContentHeight - 130};
+    atFoot(*m_scene->label(&list, heading, L"Size in percent", {m_scene->theme().textSoft, 8}), heading);
+    Rect place = Rect::at({20, heading.bottom + 2}, {46, 24});
+    for (const int scale : kScales) {
+        const auto box = m_scene->radioBox(&list, place, std::to_wstring(scale), kScaleGroup);
+        atFoot(*box, place);
+        if (scale == m_options.scale)
+            box->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+        m_scene->onClick(*box, [this, scale] { changeLook(m_options.isDark, scale); });
+        m_scales.push_back(box);
+        place = place.shifted(54, 0);
+    }
+    const Rect dark = Rect::at({20, place.bottom + 6}, {kListWidth - 40, 24});
+    m_dark = m_scene->checkBox(&list, dark, L"Dark");
+    atFoot(*m_dark, dark);
+    m_dark->SetValue(m_options.isDark ? VEXCHECKBOX_CHECKED : VEXCHECKBOX_UNCHECKED);
+    m_scene->onClick(*m_dark, [this] { changeLook(!m_options.isDark, m_options.scale); });
+}
+
+void Shell::changeLook(bool isDark, int scale)
+{
+    m_options.isDark = isDark;
+    m_options.scale = scale;
+    PostMessageW(window(), kLookMessage, 0, 0);
+}
+
+void Shell::rebuild()
+{
+    if (m_scene->isDark() == m_options.isDark && m_scene->scale() == m_options.scale)
+        return;
+    const bool isPaletteNew = m_scene->isDark() != m_options.isDark;
+    clearWindow();
+    m_scene->remove(*m_background);
+    m_scene->setLook(skinSourceOf(m_options, m_controls), m_options.scale);
+    AmbrelSetScale(m_root.get(), m_options.scale);
+    limitSize();
+    if (!IsZoomed(window()))
+        SetWindowPos(window(), nullptr, 0, 0, size().width, size().height, SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    buildWindow();
+    followSkinFolder();
+    openPage(m_pageIndex);
+    // The switch is a new one; who works it by keyboard goes on from there.
+    const auto chosen = std::find(kScales.begin(), kScales.end(), m_options.scale);
+    VARIANT_BOOL done = VARIANT_FALSE;
+    if (isPaletteNew)
+        m_dark->SetFocus(&done);
+    else if (chosen != kScales.end())
+        m_scales[static_cast<std::size_t>(chosen - kScales.begin())]->SetFocus(&done);
 }
 
 void Shell::openInspector()
@@ -240,11 +312,7 @@ void Shell::skinChanged(SkinFolder::Change change)
         m_background->DirectRedraw(nullptr);
         return;
     }
-    m_inspector.reset();
-    m_entries.clear();
-    m_problems.reset();
-    m_page.reset();
-    m_title.reset();
+    clearWindow();
     m_scene->remove(*m_background);
     buildWindow();
     openPage(m_pageIndex);

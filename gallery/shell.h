@@ -33,7 +33,14 @@ public:
 
 private:
     void buildWindow();
+    void clearWindow();
+    void followSkinFolder();
     void buildList();
+    /// The switches of palette and size below the list.
+    void buildLooks(IVexControlBase& list, Size size);
+    /// Another palette or size: everything is made anew, once the control that asked for it is done.
+    void changeLook(bool isDark, int scale);
+    void rebuild();
     /// The same at 100 percent.
     Size inside() const;
     void limitSize();
@@ -50,6 +57,7 @@ private:
     void showProblems();
 
     Options m_options;
+    HINSTANCE m_controls;
     ComPtr<IVexRes> m_res;
     ComPtr<IAmbrel> m_root;
     std::unique_ptr<Scene> m_scene;
@@ -59,6 +67,8 @@ private:
     ComPtr<IUIFormObj> m_problems;
     std::size_t m_pageIndex = 0;
     std::vector<ComPtr<IRadioBox>> m_entries;
+    ComPtr<IVexCheckBox> m_dark;
+    std::vector<ComPtr<IRadioBox>> m_scales;
     std::unique_ptr<Inspector> m_inspector; // made when it is first shown
     bool m_isInspectorShown = false;
     const int m_top; // below the title

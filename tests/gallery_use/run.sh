@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # run.sh [BIN_FOLDER]: the gallery in BIN_FOLDER (or BIN) used with the real pointer and keys: what counts as a click, a
-# key from anywhere, sizes that follow a text, a picture in a radio box, the list of pages by keyboard, and the window's
-# own title bar. Places are those below it.
+# key from anywhere, sizes that follow a text, a picture in a radio box, the list of pages by keyboard, the
+# switches of the look, and the window's own title bar. Places are those below it.
 set -uo pipefail
 # shellcheck source=tests/script_test.sh
 . "$(dirname "$0")/../script_test.sh"
@@ -155,6 +155,23 @@ round 96
 grown=$(($(memory) - before))
 [ "$grown" -lt 3000 ]
 report $? "96 changes of the page keep the memory (grown by $grown KiB)"
+
+# The switches below the list: everything is made anew while the window stands.
+ground_is() { [ "$(import -window "$window" -crop 1x1+700+570 -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}')" = "$1" ]; }
+click 28 474
+within 5 ground_is '#1E2126'
+report $? "the dark look comes at a press"
+click 82 444
+becomes "$X,$Y 1435x888"
+report $? "so does another size, with the window"
+sleep 0.5
+xdotool key Left
+becomes "$X,$Y 957x592"
+report $? "the new switch has the focus of the old one"
+sleep 0.5
+click 28 474
+within 5 ground_is '#F3F4F7'
+report $? "the light look comes back"
 
 xdotool mousemove $((X + 400)) $((Y + 16))
 drag 60 40
