@@ -40,58 +40,91 @@ void splitAxis(int sourceLength, int targetLength, int sourceNear, int sourceFar
     spans[2] = {s.first + s.middle, s.last, t.first + t.middle, t.last};
 }
 
-void repeat(PixelView target, ConstPixelView source)
+/// One of the nine parts in the target: its place there may reach beyond the pixels that are asked for.
+struct Piece {
+    PixelView seen;
+    Size whole;
+    Point at; // of the first seen pixel in the piece
+};
+
+Piece pieceOf(PixelView target, Point targetAt, const Rect& place)
 {
+    const Rect inTarget = place.shifted(-targetAt.x, -targetAt.y);
+    const Rect seen = inTarget.intersection(target.bounds());
+    return {target.part(inTarget), place.size(), seen.topLeft() - inTarget.topLeft()};
+}
+
+void repeat(const Piece& piece, ConstPixelView source)
+{
+    const PixelView target = piece.seen;
+    const int firstX = piece.at.x % source.width;
     for (int y = 0; y < target.height; ++y) {
-        const Pixel* from = source.row(y % source.height);
+        const Pixel* from = source.row((piece.at.y + y) % source.height);
         Pixel* out = target.row(y);
-        for (int x = 0; x < target.width; x += source.width)
-            std::memcpy(out + x, from,
-                        static_cast<std::size_t>(std::min(source.width, target.width - x)) * sizeof(Pixel));
+        int skipped = firstX;
+        for (int x = 0; x < target.width; skipped = 0) {
+            const int count = std::min(source.width - skipped, target.width - x);
+            std::memcpy(out + x, from + skipped, static_cast<std::size_t>(count) * sizeof(Pixel));
+            x += count;
+        }
     }
 }
 
-/// A part that repeats is first brought to the size of its tile.
-void drawPart(PixelView target, ConstPixelView source, bool stretch, Size tile)
+void stretch(const Piece& piece, ConstPixelView source)
 {
-    if (target.isEmpty())
+    const bool isWhole = piece.whole == Size{piece.seen.width, piece.seen.height};
+    if (isWhole)
+        stretchImage(piece.seen, source);
+    else
+        stretchImagePart(piece.seen, source, piece.whole, piece.at);
+}
+
+/// A part that repeats is first brought to the size of its tile.
+void drawPart(const Piece& piece, ConstPixelView source, bool isStretched, Size tile)
+{
+    if (piece.seen.isEmpty())
         return;
-    if (stretch || source.isEmpty())
-        return stretchImage(target, source);
+    if (isStretched || source.isEmpty())
+        return stretch(piece, source);
     const Size size{std::max(1, tile.width), std::max(1, tile.height)};
     if (size == Size{source.width, source.height})
-        return repeat(target, source);
+        return repeat(piece, source);
     Surface scaled(size);
     stretchImage(scaled.view(), source);
     if (!scaled.isEmpty())
-        repeat(target, scaled.view());
+        repeat(piece, scaled.view());
 }
 
 } // namespace
 
 void drawNineParts(PixelView target, ConstPixelView source, const NineParts& parts)
 {
-    if (target.isEmpty())
+    drawNinePartsPart(target, source, parts, {target.width, target.height}, {});
+}
+
+void drawNinePartsPart(PixelView part, ConstPixelView source, const NineParts& parts, Size whole, Point at)
+{
+    if (part.isEmpty())
         return;
     Span columns[3];
     Span rows[3];
     const Borders& s = parts.sourceBorders;
     const Borders& t = parts.targetBorders;
-    splitAxis(source.width, target.width, s.left, s.right, t.left, t.right, columns);
-    splitAxis(source.height, target.height, s.top, s.bottom, t.top, t.bottom, rows);
+    splitAxis(source.width, whole.width, s.left, s.right, t.left, t.right, columns);
+    splitAxis(source.height, whole.height, s.top, s.bottom, t.top, t.bottom, rows);
     const PartStretch& k = parts.stretch;
     const bool stretches[3][3] = {{true, k.top, true}, {k.left, k.client, k.right}, {true, k.bottom, true}};
     for (int r = 0; r < 3; ++r) {
         for (int c = 0; c < 3; ++c) {
-            const PixelView out =
-                target.part(Rect::at({columns[c].to, rows[r].to}, {columns[c].toLength, rows[r].toLength}));
+            const Rect place = Rect::at({columns[c].to, rows[r].to}, {columns[c].toLength, rows[r].toLength});
             const ConstPixelView from =
                 source.part(Rect::at({columns[c].from, rows[r].from}, {columns[c].fromLength, rows[r].fromLength}));
             const auto tileLength = [&](int length) {
                 return morvane::scaled(length, parts.tileNumerator, parts.tileDenominator);
             };
-            const Size tile{c == 1 ? tileLength(from.width) : out.width, r == 1 ? tileLength(from.height) : out.height};
-            drawPart(out, from, stretches[r][c], tile);
+            const Size tile{c == 1 ? tileLength(from.width) : place.width(),
+                            r == 1 ? tileLength(from.height) : place.height()};
+            drawPart(pieceOf(part, at, place), from, stretches[r][c], tile);
         }
     }
 }

@@ -47,4 +47,7 @@ ThreeLengths splitLength(int length, int nearBorder, int farBorder);
 /// Draws the picture into the whole target and replaces what is there. Throws std::bad_alloc.
 void drawNineParts(PixelView target, ConstPixelView source, const NineParts& parts);
 
+/// The same for a part of a target of the size `whole`, which is too large to be made: the part that begins at `at`.
+void drawNinePartsPart(PixelView part, ConstPixelView source, const NineParts& parts, Size whole, Point at);
+
 } // namespace ambrel

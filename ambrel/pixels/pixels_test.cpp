@@ -236,6 +236,29 @@ Surface framedPicture()
     return picture;
 }
 
+TEST(NinePartTest, ThePartsOfATargetAreThoseOfTheWholeOne)
+{
+    Surface picture({9, 8});
+    for (int y = 0; y < 8; ++y)
+        for (int x = 0; x < 9; ++x)
+            picture.view().row(y)[x] = packPixel(255, x * 28, y * 31, (x * y * 7) & 0xFF);
+    for (const bool isStretched : {true, false}) {
+        NineParts parts{{2, 1, 3, 2}, {2, 2, 5, 3}, {}, 3, 2};
+        parts.stretch = {isStretched, !isStretched, isStretched, isStretched, isStretched};
+        Surface whole({61, 47});
+        drawNineParts(whole.view(), picture.view(), parts);
+        for (const Rect& window :
+             {Rect{0, 0, 61, 47}, Rect{1, 1, 3, 3}, Rect{5, 7, 40, 30}, Rect{50, 40, 61, 47}, Rect{10, 46, 11, 47}}) {
+            Surface part(window.size());
+            drawNinePartsPart(part.view(), picture.view(), parts, whole.size(), window.topLeft());
+            for (int y = 0; y < part.size().height; ++y)
+                for (int x = 0; x < part.size().width; ++x)
+                    ASSERT_EQ(part.view().at(x, y), whole.view().at(window.left + x, window.top + y))
+                        << isStretched << ' ' << window.left << ' ' << x << ' ' << y;
+        }
+    }
+}
+
 TEST(NinePartTest, BordersKeepTheirWidthAndTheMiddleFills)
 {
     const Surface picture = framedPicture();

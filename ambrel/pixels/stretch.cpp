@@ -14,18 +14,19 @@ namespace {
 /// Along one axis: for each target pixel, which source pixels count and how much.
 ///     source  |    0    |    1    |    2    |
 ///     target  |  0  |  1  |  2  |  3  |  4  |
+/// Only `count` target pixels from `begin` on are looked at; they count from 0.
 class Filter {
 public:
-    Filter(int sourceLength, int targetLength)
+    Filter(int sourceLength, int targetLength, int begin, int count)
     {
         const double ratio = static_cast<double>(sourceLength) / targetLength;
         const double radius = std::max(1.0, ratio); // of a triangle around the target pixel's centre
         m_taps = std::min(sourceLength, static_cast<int>(std::ceil(radius)) * 2 + 1);
-        m_firsts.reserve(targetLength);
-        m_weights.resize(static_cast<std::size_t>(targetLength) * m_taps);
+        m_firsts.reserve(static_cast<std::size_t>(count));
+        m_weights.resize(static_cast<std::size_t>(count) * m_taps);
         std::vector<double> shares(static_cast<std::size_t>(m_taps));
-        for (int i = 0; i < targetLength; ++i) {
-            const double centre = (i + 0.5) * ratio - 0.5;
+        for (int i = 0; i < count; ++i) {
+            const double centre = (begin + i + 0.5) * ratio - 0.5;
             const int wanted = static_cast<int>(std::floor(centre - radius)) + 1;
             const int first = std::clamp(wanted, 0, sourceLength - m_taps);
             std::ranges::fill(shares, 0.0);
@@ -73,10 +74,10 @@ void stretchRow(Pixel* out, const Pixel* source, const Filter& filter, int count
 }
 
 /// Horizontally first, row by row as they are needed; rows that several target rows use are kept.
-void stretchSmooth(PixelView target, ConstPixelView source)
+void stretchSmooth(PixelView target, ConstPixelView source, Size whole, Point at)
 {
-    const Filter across(source.width, target.width);
-    const Filter down(source.height, target.height);
+    const Filter across(source.width, whole.width, at.x, target.width);
+    const Filter down(source.height, whole.height, at.y, target.height);
     const int taps = down.taps();
     std::vector<Pixel> kept(static_cast<std::size_t>(taps) * target.width);
     std::vector<int> keptRow(static_cast<std::size_t>(taps), -1);
@@ -87,8 +88,9 @@ void stretchSmooth(PixelView target, ConstPixelView source)
             const int slot = sourceRow % taps;
             Pixel* row = kept.data() + static_cast<std::size_t>(slot) * target.width;
             if (keptRow[slot] != sourceRow) {
-                if (source.width == target.width)
-                    std::memcpy(row, source.row(sourceRow), static_cast<std::size_t>(target.width) * sizeof(Pixel));
+                if (source.width == whole.width)
+                    std::memcpy(row, source.row(sourceRow) + at.x,
+                                static_cast<std::size_t>(target.width) * sizeof(Pixel));
                 else
                     stretchRow(row, source.row(sourceRow), across, target.width);
                 keptRow[slot] = sourceRow;
@@ -133,8 +135,16 @@ void stretchImage(PixelView target, ConstPixelView source, StretchQuality qualit
     } else if (quality == StretchQuality::Nearest) {
         stretchNearest(target, source);
     } else {
-        stretchSmooth(target, source);
+        stretchSmooth(target, source, {target.width, target.height}, {});
     }
+}
+
+void stretchImagePart(PixelView part, ConstPixelView source, Size whole, Point at)
+{
+    if (source.isEmpty())
+        stretchImage(part, source);
+    else if (!part.isEmpty())
+        stretchSmooth(part, source, whole, at);
 }
 
 } // namespace ambrel

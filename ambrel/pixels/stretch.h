@@ -15,4 +15,8 @@ enum class StretchQuality {
 /// transparent. Pixels outside the source never bleed in. Throws std::bad_alloc.
 void stretchImage(PixelView target, ConstPixelView source, StretchQuality quality = StretchQuality::Smooth);
 
+/// The part of such a target that begins at `at`, for targets too large to be made whole: the source is scaled onto
+/// `whole`, of which the pixels of `part` are written. Throws std::bad_alloc.
+void stretchImagePart(PixelView part, ConstPixelView source, Size whole, Point at);
+
 } // namespace ambrel

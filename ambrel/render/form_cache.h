@@ -31,6 +31,14 @@ public:
         Coverage coverage = Coverage::Blank;
     };
 
+    /// Forms beyond this are not worth their memory, or cannot be made at all: of such targets only what shows is
+    /// drawn.
+    static constexpr bool isTooLarge(Size size)
+    {
+        constexpr std::int64_t kLargest = 16 * 1024 * 1024;
+        return !Surface::isAllowed(size) || area(size) > kLargest;
+    }
+
     /// The form of a key; `make` gives its pixels when it is not there. Valid until the next call. Throws what `make`
     /// throws, and std::bad_alloc.
     template <class Make>
@@ -73,7 +81,7 @@ private:
         });
     }
 
-    static std::int64_t area(Size size) { return std::int64_t{size.width} * size.height; }
+    static constexpr std::int64_t area(Size size) { return std::int64_t{size.width} * size.height; }
 
     std::vector<Form> m_forms; // the last used first
 };

@@ -84,25 +84,36 @@ const ColourFilters* ImageBase::forgetOldForms() noexcept
     return filters;
 }
 
+Surface ImageBase::makeWindow(Size size, const Rect& window, int index, Scale scale, const ColourFilters* filters) const
+{
+    const bool isAnimated = m_section.imageCount == 1 && m_picture->frameCount() > 1;
+    const Picture::Frame frame = m_picture->frame(scale, isAnimated ? index : 0);
+    Surface form = makeForm(m_section, frame.pixels, frame.percent, scale, size, isAnimated ? 0 : index, window);
+    if (filters)
+        filters->apply(form.view());
+    return form;
+}
+
 const FormCache::Form& ImageBase::formFor(Size size, int index, Scale scale)
 {
     const ColourFilters* const filters = forgetOldForms();
-    return m_forms.get({size, {}, index, scale.percent(), 0}, [&] {
-        const bool isAnimated = m_section.imageCount == 1 && m_picture->frameCount() > 1;
-        const Picture::Frame frame = m_picture->frame(scale, isAnimated ? index : 0);
-        Surface form = makeForm(m_section, frame.pixels, frame.percent, scale, size, isAnimated ? 0 : index);
-        if (filters)
-            filters->apply(form.view());
-        return form;
-    });
+    return m_forms.get({size, {}, index, scale.percent(), 0},
+                       [&] { return makeWindow(size, {}, index, scale, filters); });
 }
 
 bool ImageBase::draw(const Canvas& canvas, const Rect& target, int index, Scale scale)
 {
     if (!m_picture)
         return false;
-    if (canvas.visible(target).isEmpty())
+    const Rect shown = canvas.visible(target);
+    if (shown.isEmpty())
         return true;
+    if (FormCache::isTooLarge(target.size())) {
+        const Rect window = shown.shifted(-target.left, -target.top);
+        const Surface form = makeWindow(target.size(), window, index, scale, forgetOldForms());
+        blendImage(canvas, shown.topLeft(), form.view(), m_section.opacity);
+        return true;
+    }
     const FormCache::Form& form = formFor(target.size(), index, scale);
     drawImage(canvas, target.topLeft(), form.pixels.view(), form.coverage, m_section.opacity);
     return true;

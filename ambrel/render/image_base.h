@@ -161,6 +161,8 @@ private:
     /// Forgets what was made of another picture or through other filters; there is a picture. Answers the filters.
     const ColourFilters* forgetOldForms() noexcept;
     const FormCache::Form& formFor(Size size, int index, Scale scale);
+    /// The section in a target of this size, of which only the window is made.
+    Surface makeWindow(Size size, const Rect& window, int index, Scale scale, const ColourFilters* filters) const;
     morvane::ComPtr<RenderImage> renderImage(int index);
     void forgetForms() noexcept;
 

@@ -42,12 +42,24 @@ bool RenderImage::draw(const Canvas& canvas, const Rect& target, const Rect& sou
         drawImage(inside, at, m_pixels.view().part(from), m_coverage, 255);
         return true;
     }
-    const FormCache::Form& form = m_forms.get({size, from, 0, 100, transparent}, [&] {
+    const auto keyed = [&] {
         Surface part(from.size());
         copyImage({part.view(), {}, part.view().bounds()}, {}, m_pixels.view().part(from));
         if (transparent != 0)
             applyColourKey(part.view(), toPlainColour(transparent));
+        return part;
+    };
+    if (FormCache::isTooLarge(size)) {
+        const Rect shown = inside.visible(target);
+        const Surface part = keyed();
+        Surface scaled(shown.size());
+        stretchImagePart(scaled.view(), part.view(), size, shown.topLeft() - at);
+        blendImage(inside, shown.topLeft(), scaled.view());
+        return true;
+    }
+    const FormCache::Form& form = m_forms.get({size, from, 0, 100, transparent}, [&] {
         Surface scaled(size);
+        const Surface part = keyed();
         stretchImage(scaled.view(), part.view());
         return scaled;
     });

@@ -179,6 +179,25 @@ TEST(ImageBaseTest, ASectionWithoutARectangleIsTheWholePicture)
     EXPECT_EQ(image->put_rect(nullptr), E_POINTER);
 }
 
+TEST(ImageBaseTest, OfATargetBeyondAllLimitsThatWhichShowsIsDrawn)
+{
+    const auto image = Instance<ImageBase>::make();
+    const auto picture = pictureOf(threeColours());
+    image->setPicture(picture.get());
+    const Rect large{-150000, -10, 150000, 1000000}; // each third a colour
+    const auto renderImage = RenderImage::make(threeColours(), VEX_PT_PNG);
+    for (const auto& [left, colour] : {std::pair{-140000, kRed}, {0, kGreen}, {140000, kBlue}}) {
+        Surface target({4, 4});
+        const Canvas canvas{target.view(), {left, 500000}, {left, 500000, left + 4, 500004}};
+        EXPECT_TRUE(image->draw(canvas, large, 0, {}));
+        EXPECT_EQ(target.view().at(1, 1), colour) << left;
+        Surface second({4, 4});
+        const Canvas other{second.view(), {left, 500000}, {left, 500000, left + 4, 500004}};
+        EXPECT_TRUE(renderImage->draw(other, large, {0, 0, 12, 4}, true, 0));
+        EXPECT_EQ(second.view().at(1, 1), colour) << left;
+    }
+}
+
 TEST(ImageBaseTest, DrawingFollowsEveryChange)
 {
     const auto image = Instance<ImageBase>::make();

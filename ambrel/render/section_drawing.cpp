@@ -63,9 +63,9 @@ ConstPixelView recoloured(const ImageSection& section, ConstPixelView part, Surf
 } // namespace
 
 Surface makeForm(const ImageSection& section, ConstPixelView picture, int picturePercent, Scale scale, Size target,
-                 int index)
+                 int index, const Rect& window)
 {
-    Surface form(target);
+    Surface form(window.isEmpty() ? target : window.size());
     const Size logical{morvane::scaled(picture.width, 100, picturePercent),
                        morvane::scaled(picture.height, 100, picturePercent)};
     Surface copy;
@@ -80,7 +80,7 @@ Surface makeForm(const ImageSection& section, ConstPixelView picture, int pictur
                           section.stretch,
                           scale.percent(),
                           picturePercent};
-    drawNineParts(form.view(), part, parts);
+    drawNinePartsPart(form.view(), part, parts, target, window.topLeft());
     return form;
 }
 

@@ -31,9 +31,10 @@ Rect imageRect(const ImageSection& section, Size picture, int index) noexcept;
 
 /// The section as it looks in a target of the given size on a device of the given scale. `picturePercent` is the scale
 /// that the picture was made for; the section's numbers are multiplied by it. `index` is the image within the section.
-/// Empty for an empty target or picture. Throws std::bad_alloc.
+/// Only the part `window` of the target is made, all of it when that is empty. Empty for an empty target or picture.
+/// Throws std::bad_alloc.
 Surface makeForm(const ImageSection& section, ConstPixelView picture, int picturePercent, Scale scale, Size target,
-                 int index = 0);
+                 int index = 0, const Rect& window = {});
 
 /// Whether the colour asks for colourising. Besides the value for "none", black does not: it has no hue, and packages
 /// that leave the attribute out are read as black.
