@@ -36,6 +36,8 @@ void setCurrentScale(Scale scale) noexcept
 
 RenderDevice::RenderDevice(Scale scale) : m_scale(scale)
 {
+    static unsigned last = 0;
+    m_serial = ++last;
     livingDevices().insert(this);
     setCurrentScale(scale);
 }

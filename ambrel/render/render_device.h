@@ -29,6 +29,8 @@ public:
     ~RenderDevice();
 
     std::int64_t handle() const noexcept { return reinterpret_cast<std::int64_t>(this); }
+    /// Of this device and no later one, whose handle may be the same; never 0.
+    unsigned serial() const noexcept { return m_serial; }
     /// Null for 0 and for every number that is not the handle of a living device.
     static RenderDevice* fromHandle(std::int64_t handle) noexcept;
 
@@ -84,6 +86,7 @@ private:
     };
 
     Scale m_scale;
+    unsigned m_serial;
     bool m_isOpaque = true;
     std::unique_ptr<DibSurface> m_surface;
     morvane::ComPtr<RenderDC> m_renderDC;

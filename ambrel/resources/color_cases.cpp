@@ -26,15 +26,23 @@ void ColorCases::add(std::wstring_view name, const VEX_COLORCASE& record)
 
 bool ColorCases::remove(std::wstring_view name)
 {
-    return std::erase_if(m_cases, [&](const Case& each) { return each.name == name; }) != 0;
+    const Case* const found = find(name);
+    if (!found)
+        return false;
+    const auto index = static_cast<std::size_t>(found - m_cases.data());
+    if (index < m_position)
+        --m_position;
+    if (m_current == name)
+        m_current.clear();
+    m_cases.erase(m_cases.begin() + static_cast<std::ptrdiff_t>(index));
+    return true;
 }
 
 bool ColorCases::choose(std::wstring_view name)
 {
-    const Case* const chosen = find(name);
-    if (!chosen || m_current == name)
+    if (m_current == name || !(name.empty() || find(name)))
         return false;
-    m_current = chosen->name;
+    m_current = name;
     return true;
 }
 

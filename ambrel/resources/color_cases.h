@@ -22,7 +22,9 @@ public:
     };
 
     void add(std::wstring_view name, const VEX_COLORCASE& record); // replaces one of the same name
+    /// The one that was chosen: then none is. The walk of first and next goes on with the one after it.
     bool remove(std::wstring_view name);
+    /// The empty name chooses none. False when nothing changes.
     bool choose(std::wstring_view name);
     const Case* find(std::wstring_view name) const noexcept;
     const Case* current() const noexcept { return find(m_current); }

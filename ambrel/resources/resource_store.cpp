@@ -3,6 +3,7 @@
 #include "frame/com/bstr.h"
 
 #include <algorithm>
+#include <cwctype>
 
 namespace ambrel {
 
@@ -14,11 +15,30 @@ ComPtr<IVexObj> ResourceStore::find(VexObjType type, std::wstring_view name) con
     return found == m_entries.end() ? nullptr : found->second.object;
 }
 
+namespace {
+
+/// An id is written "Guid" and 32 digits, or as an identifier in braces; what is neither is compared as it stands.
+std::wstring plainId(std::wstring_view id)
+{
+    constexpr std::size_t kDigits = 32;
+    std::wstring digits;
+    for (const wchar_t c : id.starts_with(L"Guid") ? id.substr(4) : id) {
+        if (std::iswxdigit(static_cast<wint_t>(c)))
+            digits += static_cast<wchar_t>(std::towupper(static_cast<wint_t>(c)));
+        else if (c != L'{' && c != L'}' && c != L'-')
+            return std::wstring(id);
+    }
+    return digits.size() == kDigits ? digits : std::wstring(id);
+}
+
+} // namespace
+
 ComPtr<IVexObj> ResourceStore::findById(VexObjType type, std::wstring_view id) const
 {
+    const std::wstring wanted = plainId(id);
     for (const auto& [key, entry] : m_entries) {
         morvane::Bstr own;
-        if (key.type == type && SUCCEEDED(entry.object->GetObjectID(own.put())) && own.view() == id)
+        if (key.type == type && SUCCEEDED(entry.object->GetObjectID(own.put())) && plainId(own.view()) == wanted)
             return entry.object;
     }
     return nullptr;

@@ -27,6 +27,13 @@ Object& objectFor(std::map<std::string, ComPtr<Object>, std::less<>>& objects, c
     return *place.get();
 }
 
+/// A resource is known by its entry's id, where that is one.
+void takeId(ResourceIdentity& identity, const skin::Resource& entry)
+{
+    if (entry.id.starts_with("Guid"))
+        identity.objectId = widened(entry.id);
+}
+
 template <class Object>
 Object* objectIn(const std::map<std::string, ComPtr<Object>, std::less<>>& objects, const std::string& id)
 {
@@ -164,6 +171,7 @@ std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, P
         }
         picture->identity().name = nameOf(each);
         result.insert_or_assign(each.id, picture);
+        takeId(picture->identity(), each);
     }
     return std::nullopt;
 }
@@ -178,28 +186,33 @@ void SkinResourceSet::adopt(const skin::Skin& skin, Pictures pictures, IVexRes* 
         ImageBase& section = objectFor(own<ImageBase>(), each.id, resources);
         section.identity().name = nameOf(each.name, each);
         section.setPicture(objectIn(all<Picture>(), each.picture));
+        takeId(section.identity(), each);
         section.setSection(sectionOf(each));
     }
     for (const skin::Font& each : skin.resources.fonts) {
         Font& font = objectFor(own<Font>(), each.id, resources);
         font.identity().name = nameOf(each.name, each);
         font.setLogFont(fontOf(each));
+        takeId(font.identity(), each);
     }
     for (const skin::TextStyle& each : skin.resources.textStyles) {
         TextStyle& style = objectFor(own<TextStyle>(), each.id, resources);
         style.identity().name = nameOf(each.name, each);
         style.setLook(lookOf(each));
+        takeId(style.identity(), each);
         style.setFont(objectIn(all<Font>(), each.font));
     }
     for (const skin::Gradient& each : skin.resources.gradients) {
         FillColor& fill = objectFor(own<FillColor>(), each.id, resources);
         fill.identity().name = nameOf({}, each);
         fill.setColours(each.start.value, each.end.value, each.rotation);
+        takeId(fill.identity(), each);
     }
     for (const skin::Cursor& each : skin.resources.cursors) {
         Cursor& cursor = objectFor(own<Cursor>(), each.id, resources);
         cursor.identity().name = nameOf({}, each);
         cursor.setStandard(each.isStandard ? each.standardCursor : 0);
+        takeId(cursor.identity(), each);
         if (!each.isStandard)
             cursor.put_ImageObj(objectIn(all<Picture>(), each.picture));
     }

@@ -140,10 +140,11 @@ STDMETHODIMP VexRes::GetAmbrelForm(BSTR name, IDispatch** result) noexcept
     });
 }
 
-STDMETHODIMP VexRes::ShowAmbrelWnd(BSTR text, LONG style, LONG, ShowWindowFlags flag, hyper* result) noexcept
+STDMETHODIMP VexRes::ShowAmbrelWnd(BSTR text, LONG style, LONG windowStyle, ShowWindowFlags flag,
+                                   hyper* result) noexcept
 {
     return filling(result, [&](hyper& window) {
-        const HRESULT status = CreateVexWindow(text, 0, style, &window);
+        const HRESULT status = CreateVexWindow(text, 0, style | windowStyle, &window);
         if (status == S_OK)
             ShowWindow(reinterpret_cast<HWND>(window), flag);
         return status;
@@ -216,10 +217,7 @@ STDMETHODIMP VexRes::SetDesignStatus(VARIANT_BOOL design, VARIANT_BOOL* result) 
 
 STDMETHODIMP VexRes::GetEventHandle(IVexEvents** result) noexcept
 {
-    return filling(result, [&](IVexEvents*& events) {
-        m_events.copyTo(&events);
-        return events ? S_OK : S_FALSE;
-    });
+    return filling(result, [](IVexEvents*&) { return S_FALSE; }); // nothing of this runtime's goes through a sink
 }
 STDMETHODIMP VexRes::AddScriptObjects(hyper, VARIANT_BOOL* result) noexcept
 {

@@ -247,8 +247,10 @@ private:
     struct RenderFont {
         morvane::ComPtr<IVexTextStyle> style;
         hyper handle;
+        unsigned device; // its serial; 0 for a device of another maker
         long uses = 1;
     };
+    RenderFont* fontOf(hyper device, BSTR name);
 
     std::shared_ptr<ResourceOwner> m_link; // points here, and ends with this
     ResourceStore m_store;
@@ -271,7 +273,6 @@ private:
     std::optional<Colourise> m_tint; // of the chosen case
     BoundTexts m_texts;
     std::map<std::wstring, std::wstring, std::less<>> m_settings; // texts of the skin itself
-    morvane::ComPtr<IVexEvents> m_events;
     hyper m_objectPointer = 0;
     VEX_LANGUAGE m_language = VEX_ENGLISH;
     VEX_DRAGINFO m_dragInfo{};

@@ -236,14 +236,36 @@ STDMETHODIMP VexRes::DestroyImage(IVexRenderImage* image, VARIANT_BOOL* result) 
 
 // Fonts: the handle that drawing contexts take is that of a font of this runtime.
 
+namespace {
+
+unsigned serialOf(hyper device) noexcept
+{
+    const RenderDevice* const known = RenderDevice::fromHandle(device);
+    return known ? known->serial() : 0;
+}
+
+} // namespace
+
+/// Null when there is none. One that was made for a former device of the same handle is forgotten.
+VexRes::RenderFont* VexRes::fontOf(hyper device, BSTR name)
+{
+    const auto found = m_fonts.find({device, std::wstring(viewOf(name))});
+    if (found == m_fonts.end())
+        return nullptr;
+    if (found->second.device == serialOf(device))
+        return &found->second;
+    m_fonts.erase(found);
+    return nullptr;
+}
+
 STDMETHODIMP VexRes::GetFontByLogFont(hyper device, BSTR name, VEXLOGFONT* description, hyper* result) noexcept
 {
     if (!description)
         return E_POINTER;
     return filling(result, [&](hyper& font) {
-        if (const auto known = m_fonts.find({device, std::wstring(viewOf(name))}); known != m_fonts.end()) {
-            ++known->second.uses;
-            font = known->second.handle;
+        if (RenderFont* const known = fontOf(device, name)) {
+            ++known->uses;
+            font = known->handle;
             return S_OK;
         }
         const auto shared = newResource<IVexFontEx>(VEXOBJTYPE_FONTEX, viewOf(name), this);
@@ -256,28 +278,28 @@ STDMETHODIMP VexRes::GetFontByLogFont(hyper device, BSTR name, VEXLOGFONT* descr
         if (FAILED(status) || !font)
             return FAILED(status) ? status : S_FALSE;
         // Kept by name; the text style keeps what the handle stands for.
-        m_fonts.insert_or_assign({device, std::wstring(viewOf(name))}, RenderFont{style, font});
+        m_fonts.insert_or_assign({device, std::wstring(viewOf(name))}, RenderFont{style, font, serialOf(device)});
         return S_OK;
     });
 }
 STDMETHODIMP VexRes::GetFontByName(hyper device, BSTR name, hyper* result) noexcept
 {
     return filling(result, [&](hyper& font) {
-        const auto found = m_fonts.find({device, std::wstring(viewOf(name))});
-        if (found == m_fonts.end())
+        RenderFont* const known = fontOf(device, name);
+        if (!known)
             return S_FALSE;
-        ++found->second.uses;
-        font = found->second.handle;
+        ++known->uses;
+        font = known->handle;
         return S_OK;
     });
 }
 STDMETHODIMP VexRes::ReleaseFontByName(hyper device, BSTR name, VARIANT_BOOL* result) noexcept
 {
     return filling(result, [&](VARIANT_BOOL& released) {
-        const auto found = m_fonts.find({device, std::wstring(viewOf(name))});
-        released = toVariantBool(found != m_fonts.end());
-        if (released && --found->second.uses == 0)
-            m_fonts.erase(found);
+        RenderFont* const known = fontOf(device, name);
+        released = toVariantBool(known != nullptr);
+        if (known && --known->uses == 0)
+            m_fonts.erase({device, std::wstring(viewOf(name))});
         return released ? S_OK : S_FALSE;
     });
 }
@@ -285,7 +307,7 @@ STDMETHODIMP VexRes::ReleaseFontByHandle(hyper device, hyper font, VARIANT_BOOL*
 {
     return filling(result, [&](VARIANT_BOOL& released) {
         const auto found = std::find_if(m_fonts.begin(), m_fonts.end(), [&](const auto& each) {
-            return each.first.first == device && each.second.handle == font;
+            return each.first.first == device && each.second.handle == font && each.second.device == serialOf(device);
         });
         released = toVariantBool(found != m_fonts.end());
         if (released && --found->second.uses == 0)

@@ -43,6 +43,17 @@ constexpr ClassWord kClassWords[] = {
     {L"Morvane68", L"{AA5F6FA9-4983-4FC8-A8AB-2A98AB6CBB6E}"}, // scroll bar
 };
 
+/// Of a resource that was given no name: its type's with a number.
+std::wstring freeName(const ResourceStore& store, VexObjType type, IVexObj& resource)
+{
+    Bstr stem;
+    resource.GetTypeName(stem.put());
+    std::wstring name;
+    for (int number = 1; name.empty() || store.find(type, name); ++number)
+        name = stem.str() + std::to_wstring(number);
+    return name;
+}
+
 bool isControl(VexObjType type) noexcept
 {
     return type == VEXOBJTYPE_PLUGIN;
@@ -260,7 +271,7 @@ STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_
         }
         if (isControl(type))
             return E_INVALIDARG; // a control needs its class: AddPluginResObject
-        if (ComPtr<IVexObj> existing = m_store.find(type, viewOf(name))) {
+        if (ComPtr<IVexObj> existing = viewOf(name).empty() ? nullptr : m_store.find(type, viewOf(name))) {
             made = existing.detach();
             return S_FALSE;
         }
@@ -268,7 +279,10 @@ STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_
         const HRESULT status = createResource(type, viewOf(name), this, resource.put());
         if (FAILED(status))
             return status;
-        m_store.add(type, viewOf(name), resource, false);
+        const std::wstring called =
+            viewOf(name).empty() ? freeName(m_store, type, *resource.get()) : std::wstring(viewOf(name));
+        resource->SetName(Bstr(called).get());
+        m_store.add(type, called, resource, false);
         if (first != VARIANT_FALSE)
             m_store.moveToFront(resource.get());
         made = resource.detach();
