@@ -1,13 +1,15 @@
 // What the tests of properties share: a control's tree with an owner that counts what it is told.
 #pragma once
 
-#include "ambrel/properties/property_lookup.h"
+#include "ambrel/properties/property_factory.h"
+#include "ambrel/properties/property_group.h"
 #include "ambrel/properties/test_doubles.h"
 #include "host/typed_properties.h"
 
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <vector>
 
 namespace ambrel {
 
@@ -32,6 +34,33 @@ public:
     }
 };
 
+/// The groups of one control, kept as its base object keeps them.
+class TestTable {
+public:
+    TestTable() = default;
+    TestTable(const TestTable&) = delete;
+    TestTable& operator=(const TestTable&) = delete;
+    ~TestTable() { detach(); }
+
+    morvane::ComPtr<ICtrlPluginProp> group(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name)
+    {
+        auto made = createGroup(owner, parent, name, true);
+        if (!parent)
+            m_groups.push_back(made);
+        return made;
+    }
+
+    /// The control's end.
+    void detach() noexcept
+    {
+        for (const auto& group : std::exchange(m_groups, {}))
+            group->SetControlBasePtr(nullptr);
+    }
+
+private:
+    std::vector<morvane::ComPtr<ICtrlPluginProp>> m_groups;
+};
+
 class PropertiesTest : public testing::Test {
 protected:
     PropertiesTest()
@@ -42,15 +71,13 @@ protected:
 
     ~PropertiesTest() override
     {
-        tree.detach();
+        table.detach();
         EXPECT_EQ(owner.references(), 0);
     }
 
     morvane::ComPtr<ICtrlPluginProp> group(std::wstring_view name, ICtrlPluginProp* parent = nullptr)
     {
-        morvane::ComPtr<ICtrlPluginProp> result;
-        tree.createGroup(owner.get(), parent, morvane::Bstr(name).get(), true, result.put());
-        return result;
+        return table.group(owner.get(), parent, name);
     }
 
     template <class Typed>
@@ -59,9 +86,7 @@ protected:
     {
         const auto home = where ? morvane::ComPtr<ICtrlPluginProp>(where) : group(L"Group");
         morvane::ComPtr<IVexPropBase> property;
-        EXPECT_EQ(tree.createProp(owner.get(), home.get(), type, morvane::Bstr(name).get(), nullptr, true, callback,
-                                  property.put()),
-                  S_OK);
+        EXPECT_EQ(createProperty(home.get(), type, name, {}, true, callback, property.put()), S_OK);
         return morvane::ComPtr<Typed>(static_cast<Typed*>(property.get()));
     }
 
@@ -76,7 +101,7 @@ protected:
     }
 
     TestDouble<IVexControlBase> owner;
-    PropertyTree tree;
+    TestTable table;
     int notified = 0;
     IVexPropBase* lastNotified = nullptr;
     std::function<void()> onNotified;
@@ -84,7 +109,15 @@ protected:
 
 inline std::wstring textOf(IVexPropBase* property)
 {
-    return propertyText(property);
+    PropertyCore& core = *coreOf(property);
+    return core.kind().text(core);
+}
+
+inline TextResult setPropertyText(IVexPropBase* property, std::wstring_view text, const ResourceResolver& resolver,
+                                  Notify notify)
+{
+    PropertyCore& core = *coreOf(property);
+    return core.kind().setText(core, text, resolver, notify);
 }
 
 inline VARIANT variantOf(long value)

@@ -64,7 +64,7 @@ TEST_F(PropertiesTest, OnlyADifferentValueIsAnnouncedToTheCallbackAndThenToTheOw
         EXPECT_EQ(calls, 3);
         EXPECT_EQ(notified, 2);
     }
-    tree.detach();
+    table.detach();
     EXPECT_EQ(callback.references, 0);
 }
 
@@ -77,7 +77,7 @@ TEST_F(PropertiesTest, AChangeMayTakeAwayTheOwnerThePropertyAndTheWholeTree)
     callback.action = [&](IVexControlBase*) {
         property.reset();
         home->RemoveAllPropBase(); // the last reference outside the call
-        tree.detach();
+        table.detach();
     };
     EXPECT_EQ(bare->SetValue(1), S_OK);
     EXPECT_EQ(notified, 0) << "the owner is no longer the property's";
@@ -97,7 +97,7 @@ TEST_F(PropertiesTest, APropertySetAgainWhileItIsAnnouncedSettles)
 TEST_F(PropertiesTest, ADetachedOwnerHearsNothingAndValuesStayUsable)
 {
     const auto property = make<morvane::LongProperty>(_PROPTYPE_LONG);
-    tree.detach();
+    table.detach();
     EXPECT_EQ(property->SetValue(4), S_OK);
     long value = 0;
     property->GetValue(&value);

@@ -9,7 +9,7 @@
 namespace ambrel {
 
 /// A property group. `owner` is borrowed: before it goes, it detaches itself with SetControlBasePtr(null) on its
-/// top-level groups (PropertyTree does). The group becomes the last sub-group of `parent`, which keeps it; a null
+/// top-level groups. The group becomes the last sub-group of `parent`, which keeps it; a null
 /// parent makes a top-level group, which the caller keeps. Null when `parent` is not a group of this runtime. Throws
 /// std::bad_alloc.
 morvane::ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name,

@@ -31,9 +31,6 @@ TEST_F(PropertiesTest, GroupsHoldTheirPropertiesAndSubGroupsInOrder)
     ComPtr<ICtrlPluginProp> parent;
     inner->GetParent(parent.put());
     EXPECT_EQ(parent.get(), outer.get());
-    EXPECT_EQ(findProperty(tree, L"Unchecked/Normal", L"Second").get(), second.get());
-    EXPECT_EQ(findProperty(tree, L"Normal", L"Second").get(), nullptr);
-    EXPECT_EQ(findProperty(tree, L"", L"Second").get(), nullptr);
     EXPECT_EQ(inner->RemovePropBase(first.get()), S_OK);
     EXPECT_EQ(inner->RemovePropBase(first.get()), S_FALSE);
     first->SetValue(3);
@@ -47,9 +44,8 @@ TEST_F(PropertiesTest, AGroupMadeInsideAnothersBelongsToThatOnesOwner)
 {
     const auto outer = group(L"Outer");
     TestDouble<IVexControlBase> stranger; // may end before the group does
-    ComPtr<ICtrlPluginProp> inner;
-    PropertyTree other;
-    other.createGroup(stranger.get(), outer.get(), Bstr(L"Inner").get(), true, inner.put());
+    TestTable other;
+    const auto inner = other.group(stranger.get(), outer.get(), L"Inner");
     ComPtr<IVexControlBase> holder;
     EXPECT_EQ(inner->GetControlBasePtr(holder.put()), S_OK);
     EXPECT_EQ(holder.get(), owner.get());
@@ -152,57 +148,35 @@ TEST_F(PropertiesTest, StylePropertiesAreKeptInTheirStyleNodeWhenThatIsAskedFor)
     EXPECT_EQ(node->attribute(L"GroupStyle"), nullptr);
 }
 
-TEST_F(PropertiesTest, CloningATreeCopiesWhatBothHave)
+TEST_F(PropertiesTest, CloningAGroupCopiesWhatBothHave)
 {
-    const auto from = make<morvane::LongProperty>(_PROPTYPE_LONG, L"x", group(L"Graphics").get());
-    from->SetValue(12);
+    const auto source = group(L"Graphics");
+    make<morvane::LongProperty>(_PROPTYPE_LONG, L"x", source.get())->SetValue(12);
+    make<morvane::LongProperty>(_PROPTYPE_LONG, L"y", source.get())->SetValue(13);
+    make<morvane::LongProperty>(_PROPTYPE_LONG, L"Deep", group(L"Inner", source.get()).get())->SetValue(14);
     notified = 0;
-    PropertyTree other;
-    ComPtr<ICtrlPluginProp> home;
-    other.createGroup(owner.get(), nullptr, Bstr(L"Graphics").get(), true, home.put());
-    ComPtr<IVexPropBase> same;
-    ComPtr<IVexPropBase> otherType;
-    other.createProp(owner.get(), home.get(), _PROPTYPE_STRING, Bstr(L"y").get(), nullptr, true, nullptr,
-                     otherType.put());
-    other.createProp(owner.get(), home.get(), _PROPTYPE_LONG, Bstr(L"x").get(), nullptr, true, nullptr, same.put());
-    other.copyFrom(tree);
+    const auto target = group(L"Other");
+    const auto same = make<IVexPropBase>(_PROPTYPE_LONG, L"x", target.get());
+    const auto otherType = make<IVexPropBase>(_PROPTYPE_STRING, L"y", target.get());
+    const auto deep = make<IVexPropBase>(_PROPTYPE_LONG, L"Deep", group(L"Inner", target.get()).get());
+    EXPECT_EQ(target->Clone(source.get()), S_OK);
     EXPECT_EQ(textOf(same.get()), L"12");
     EXPECT_EQ(textOf(otherType.get()), L"");
+    EXPECT_EQ(textOf(deep.get()), L"14");
     EXPECT_EQ(notified, 0);
-}
-
-TEST_F(PropertiesTest, AListingNamesEveryPropertyInTheOrderOfCreation)
-{
-    const auto outer = group(L"Back");
-    make<morvane::LongProperty>(_PROPTYPE_LONG, L"Width", group(L"Inner", outer.get()).get())->SetValue(3);
-    make<morvane::StringProperty>(_PROPTYPE_STRING, L"Text", outer.get())->SetValue(L"ok");
-    const auto entries = listProperties(tree);
-    ASSERT_EQ(entries.size(), 2u);
-    EXPECT_EQ(entries[0].groupPath, L"Back");
-    EXPECT_EQ(entries[0].name, L"Text");
-    EXPECT_EQ(entries[0].value, L"ok");
-    EXPECT_EQ(entries[1].groupPath, L"Back/Inner");
-    EXPECT_EQ(entries[1].type, _PROPTYPE_LONG);
-    EXPECT_EQ(typeName(entries[1].type), L"Long");
 }
 
 TEST_F(PropertiesTest, OddCreationsAreRefused)
 {
     const auto home = group(L"Group");
     ComPtr<IVexPropBase> property;
-    const Bstr name(L"x");
-    for (const int type : {14, 15})
-        EXPECT_EQ(tree.createProp(owner.get(), home.get(), static_cast<enumPropType>(type), name.get(), nullptr, true,
-                                  nullptr, property.put()),
+    for (const int type : {14, 15, -1})
+        EXPECT_EQ(createProperty(home.get(), static_cast<enumPropType>(type), L"x", {}, true, nullptr, property.put()),
                   E_INVALIDARG);
-    EXPECT_EQ(tree.createProp(owner.get(), nullptr, _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, property.put()),
-              E_INVALIDARG);
-    EXPECT_EQ(tree.createProp(owner.get(), home.get(), _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, nullptr),
-              E_POINTER);
+    EXPECT_EQ(createProperty(nullptr, _PROPTYPE_LONG, L"x", {}, true, nullptr, property.put()), E_INVALIDARG);
+    EXPECT_EQ(createProperty(home.get(), _PROPTYPE_LONG, L"x", {}, true, nullptr, nullptr), E_POINTER);
     TestDouble<ICtrlPluginProp> foreign;
-    EXPECT_EQ(
-        tree.createProp(owner.get(), foreign.get(), _PROPTYPE_LONG, name.get(), nullptr, true, nullptr, property.put()),
-        E_INVALIDARG);
+    EXPECT_EQ(createProperty(foreign.get(), _PROPTYPE_LONG, L"x", {}, true, nullptr, property.put()), E_INVALIDARG);
     EXPECT_EQ(home->AddProp(foreign.get()), E_INVALIDARG);
 }
 
@@ -246,15 +220,15 @@ TEST(XmlNodeTest, NodesAreReadWrittenAndMovedThroughTheInterface)
 }
 
 /// The shape of the largest common table: a button's.
-void makeButtonTable(PropertyTree& tree)
+int makeButtonTable(TestTable& table)
 {
+    int made = 0;
     const auto add = [&](std::wstring_view groupName,
                          std::initializer_list<std::pair<const wchar_t*, enumPropType>> list) {
-        ComPtr<ICtrlPluginProp> home = createGroup(nullptr, nullptr, groupName, true);
-        tree.add(home.get());
+        const auto home = table.group(nullptr, nullptr, groupName);
         for (const auto& [name, type] : list) {
             ComPtr<IVexPropBase> property;
-            createProperty(home.get(), type, name, {}, true, nullptr, property.put());
+            made += createProperty(home.get(), type, name, {}, true, nullptr, property.put()) == S_OK;
         }
     };
     for (const auto* state : {L"Normal", L"Press", L"Disabled", L"Hot", L"Focus", L"Inactive"})
@@ -275,6 +249,7 @@ void makeButtonTable(PropertyTree& tree)
                     {L"Hotkey2", _PROPTYPE_HOTKEY},
                     {L"IsBackspace", _PROPTYPE_BOOL},
                     {L"IsEnter", _PROPTYPE_BOOL}});
+    return made;
 }
 
 TEST(PropertyMemoryTest, AButtonsTableFitsInTwoAndAHalfKilobytesAndLeavesNothingBehind)
@@ -282,9 +257,8 @@ TEST(PropertyMemoryTest, AButtonsTableFitsInTwoAndAHalfKilobytesAndLeavesNothing
     const long objects = morvane::ModuleLock::count();
     const std::size_t before = blockBytesInUse();
     {
-        PropertyTree tree;
-        makeButtonTable(tree);
-        EXPECT_EQ(listProperties(tree).size(), 33u);
+        TestTable table;
+        EXPECT_EQ(makeButtonTable(table), 33);
         EXPECT_LE(blockBytesInUse() - before, 2560u);
         RecordProperty("bytes", static_cast<int>(blockBytesInUse() - before));
     }

@@ -48,9 +48,8 @@ TEST_F(PropertiesTest, AGroupThatMovesToAnotherControlTellsThatOne)
             ++self->called;
             return S_OK;
         });
-    PropertyTree other;
-    ComPtr<ICtrlPluginProp> home;
-    other.createGroup(second.get(), nullptr, Bstr(L"Home").get(), true, home.put());
+    TestTable other;
+    const auto home = other.group(second.get(), nullptr, L"Home");
     const auto outer = group(L"Outer");
     const auto inner = group(L"Inner", outer.get());
     const auto property = make<morvane::LongProperty>(_PROPTYPE_LONG, L"Value", inner.get());

@@ -389,7 +389,7 @@ TEST_F(RoundTripTest, ASkinThatIsAskedForAResourceMayTakeTheTableAway)
             return;
         outer->RemoveProp(inner.get());
         inner.reset();
-        tree.detach();
+        table.detach();
     };
     VARIANT_BOOL done = VARIANT_FALSE;
     EXPECT_EQ(outer->AccessConfig(node->handle(), VARIANT_TRUE, &done), S_OK);
@@ -438,22 +438,17 @@ TEST_F(RoundTripTest, AForeignSectionMayReleaseThePropertyThatCallsIt)
     }
 }
 
-TEST_F(RoundTripTest, AGroupWithoutATableIsNobodysAfterItsPropertyWasMade)
+TEST_F(RoundTripTest, AGroupWhoseControlEndedStaysNobodysWhenPropertiesAreMadeInIt)
 {
     ComPtr<ICtrlPluginProp> stray;
     {
-        PropertyTree gone;
-        gone.createGroup(owner.get(), nullptr, Bstr(L"Stray").get(), true, stray.put());
+        TestTable gone;
+        stray = gone.group(owner.get(), nullptr, L"Stray");
     }
-    TestDouble<IVexControlBase> brief; // would end without the group hearing of it
-    ComPtr<IVexPropBase> property;
-    EXPECT_EQ(tree.createProp(brief.get(), stray.get(), _PROPTYPE_LONG, Bstr(L"x").get(), nullptr, true, nullptr,
-                              property.put()),
-              S_OK);
+    make<IVexPropBase>(_PROPTYPE_LONG, L"x", stray.get());
     ComPtr<IVexControlBase> holder;
     stray->GetControlBasePtr(holder.put());
     EXPECT_EQ(holder.get(), nullptr);
-    EXPECT_EQ(brief.references(), 0);
 }
 
 } // namespace

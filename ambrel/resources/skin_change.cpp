@@ -79,15 +79,15 @@ bool SharedValues::fits(PropertyGroup& group, std::size_t& at) const
 void SharedValues::set(PropertyGroup& group, std::size_t& at) const
 {
     ++at;
-    for (const ComPtr<IVexPropBase>& each : group.properties()) {
+    // What a property lets go may be an application's own object, whose end changes the table.
+    group.eachProperty([&](PropertyCore& property) {
+        if (at >= m_entries.size())
+            return;
         const Entry& entry = m_entries[at++];
-        if (!entry.value)
-            continue;
-        PropertyCore& property = *ambrel::coreOf(each.get());
-        property.kind().setText(property, *entry.value, FoundResource(entry.resource), Notify::No);
-    }
-    for (const ComPtr<PropertyGroup>& child : group.groups())
-        set(*child.get(), at);
+        if (entry.value)
+            property.kind().setText(property, *entry.value, FoundResource(entry.resource), Notify::No);
+    });
+    group.eachGroup([&](PropertyGroup& child) { set(child, at); });
 }
 
 bool SharedValues::setIn(SkinObjectCore& core) const

@@ -5,6 +5,7 @@
 #include "ambrel/resources/resource_export.h"
 #include "ambrel/resources/skin_import.h"
 #include "ambrel/resources/vex_res.h"
+#include "ambrel/skin/text.h"
 #include "ambrel/skin/writer.h"
 
 #include <map>
@@ -33,6 +34,18 @@ skin::ValueKind kindFor(enumPropType type) noexcept
     default:
         return skin::ValueKind::Plain;
     }
+}
+
+/// Without the characters that XML cannot hold: one of them in a text must not keep the whole skin from being saved.
+std::string storable(std::string_view text)
+{
+    std::string result;
+    while (!text.empty()) {
+        const std::size_t length = skin::characterLength(text);
+        result.append(text.substr(0, length));
+        text.remove_prefix(length == 0 ? 1 : length);
+    }
+    return result;
 }
 
 /// One property of a control.
@@ -276,24 +289,28 @@ private:
         return settings;
     }
 
+    /// What an application named as no skin can is left out.
     void addSettings(PropertyGroup& group, std::vector<Setting>& settings)
     {
+        if (!skin::isXmlName(narrowed(group.name())))
+            return;
         const std::string path = narrowed(group.path(L"/"));
-        for (const ComPtr<IVexPropBase>& each : group.properties()) {
-            PropertyCore& property = *ambrel::coreOf(each.get());
+        group.eachProperty([&](PropertyCore& property) {
+            std::string name = narrowed(property.name().text());
+            if (!skin::isXmlName(name))
+                return;
             const skin::ValueKind kind = kindFor(property.type());
             std::string value;
             if (kind == skin::ValueKind::Plain) {
-                value = narrowed(property.kind().text(property));
+                value = storable(narrowed(property.kind().text(property)));
             } else {
                 ComPtr<IDispatch> resource;
-                each->GetDispatch(resource.put());
+                property.asInterface().GetDispatch(resource.put());
                 value = m_resources.idOf(property.type(), resource.get());
             }
-            settings.push_back({path, narrowed(property.name().text()), kind, std::move(value)});
-        }
-        for (const ComPtr<PropertyGroup>& child : group.groups())
-            addSettings(*child.get(), settings);
+            settings.push_back({path, std::move(name), kind, std::move(value)});
+        });
+        group.eachGroup([&](PropertyGroup& child) { addSettings(child, settings); });
     }
 
     const ByClass& byClassOf(IVexControlBase& control, const skin::SkinObject& object)

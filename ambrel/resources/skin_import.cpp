@@ -2,7 +2,6 @@
 
 #include "ambrel/objects/skin_object_core.h"
 #include "ambrel/properties/property_group.h"
-#include "ambrel/properties/property_lookup.h"
 #include "ambrel/resources/vex_res.h"
 #include "ambrel/skin/reader.h"
 #include "ambrel/trace/trace.h"
@@ -45,19 +44,16 @@ void setProperties(const Description& now, const Description* before, PropertyGr
                    const SkinResourceSet& resources)
 {
     const std::string path = narrowed(group.path(L"/"));
-    for (const ComPtr<IVexPropBase>& property : group.properties()) {
-        Bstr wideName;
-        property->GetName(wideName.put());
-        const std::string name = narrowed(wideName.view());
+    group.eachProperty([&](PropertyCore& property) {
+        const std::string name = narrowed(property.name().text());
         const auto value = now.skin.valueOf(now.object, path, name);
         if (!value)
-            continue;
+            return;
         const auto former = before ? before->skin.valueOf(before->object, path, name) : std::nullopt;
         if (!former || former->value != value->value)
-            setPropertyText(property.get(), widened(value->value), resources, Notify::No);
-    }
-    for (const ComPtr<PropertyGroup>& child : group.groups())
-        setProperties(now, before, *child.get(), resources);
+            property.kind().setText(property, widened(value->value), resources, Notify::No);
+    });
+    group.eachGroup([&](PropertyGroup& child) { setProperties(now, before, child, resources); });
 }
 
 void setAllProperties(const Description& now, const Description* before, SkinObjectCore& core,
