@@ -1,5 +1,7 @@
 #include "ambrel/render/text_drawing.h"
 
+#include <algorithm>
+
 namespace ambrel {
 
 TextFormat formatOfFlags(long flags) noexcept
@@ -75,12 +77,13 @@ void drawLines(const Canvas& canvas, const GlyphFont& font, const TextLayout& la
     }
 }
 
-/// Everything but its text and its room that the mask of a turned text depends on.
+/// Everything but its text and its room that the mask of a text depends on.
 unsigned bitsOf(const TextFormat& format)
 {
     return static_cast<unsigned>(format.horizontal) | static_cast<unsigned>(format.vertical) << 2 |
            static_cast<unsigned>(format.trimming) << 4 | static_cast<unsigned>(format.prefix) << 7 |
-           static_cast<unsigned>(format.isSingleLine) << 9 | static_cast<unsigned>(format.isRightToLeft) << 10;
+           static_cast<unsigned>(format.isSingleLine) << 9 | static_cast<unsigned>(format.isRightToLeft) << 10 |
+           static_cast<unsigned>(format.isVertical) << 11;
 }
 
 /// Draws the text lying down and turns it clockwise into its place.
@@ -113,6 +116,27 @@ void drawText(const Canvas& canvas, const GlyphFont& font, std::wstring_view tex
     if (format.isVertical)
         return drawTurned(inside, font, text, rect, format, colour);
     drawLines(inside, font, font.layOut(text, rect.width(), format), rect, format, colour);
+}
+
+void drawHalo(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
+              const TextFormat& format, Pixel colour, TextHalo halo, int radius)
+{
+    constexpr int kMostPixels = 16;
+    const int by = std::clamp(radius, 1, kMostPixels);
+    if (text.empty() || rect.isEmpty() || canvas.visible(rect.inflated(by)).isEmpty())
+        return;
+    const auto surrounding = [&] {
+        Surface aside(rect.size());
+        const Rect whole = aside.view().bounds();
+        drawText({aside.view(), {}, whole}, font, text, whole, format, packPixel(255, 255, 255, 255));
+        const TextMask mask = maskOf(aside.view(), {});
+        return halo == TextHalo::Thick ? thickened(mask, by) : softened(mask, by);
+    };
+    const unsigned how = bitsOf(format) | static_cast<unsigned>(by) << 12 | (static_cast<unsigned>(halo) + 1) << 20;
+    if (isWorthKeeping(rect.size()))
+        font.mask({text, rect.size(), how}, surrounding).draw(canvas, rect.topLeft(), colour);
+    else
+        surrounding().draw(canvas, rect.topLeft(), colour);
 }
 
 Size measureText(const GlyphFont& font, std::wstring_view text, Size room, const TextFormat& format)

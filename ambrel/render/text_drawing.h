@@ -13,6 +13,13 @@ long flagsOfFormat(const TextFormat& format) noexcept;
 void drawText(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
               const TextFormat& format, Pixel colour);
 
+enum class TextHalo { Thick, Soft };
+
+/// Draws what lies around a text: its shape thicker, or softer, by so many pixels, which reach beyond the rectangle.
+/// Throws std::bad_alloc.
+void drawHalo(const Canvas& canvas, const GlyphFont& font, std::wstring_view text, const Rect& rect,
+              const TextFormat& format, Pixel colour, TextHalo halo, int radius);
+
 /// The extent that drawText would need within a rectangle of this size. Throws std::bad_alloc.
 Size measureText(const GlyphFont& font, std::wstring_view text, Size room, const TextFormat& format);
 

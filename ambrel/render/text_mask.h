@@ -32,4 +32,8 @@ TextMask maskOf(ConstPixelView drawn, Point origin);
 /// The same turned by 90 degrees clockwise.
 TextMask turnedMaskOf(ConstPixelView drawn);
 
+/// What lies around a text, `radius` pixels further on each side.
+TextMask thickened(const TextMask& mask, int radius);
+TextMask softened(const TextMask& mask, int radius);
+
 } // namespace ambrel

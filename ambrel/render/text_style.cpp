@@ -56,7 +56,9 @@ TextFormat TextStyle::format() const noexcept
     format.vertical = alignOf(m_look.vertical);
     format.trimming =
         m_look.trimming >= 0 && m_look.trimming <= 5 ? static_cast<TextTrimming>(m_look.trimming) : TextTrimming::None;
-    format.prefix = m_look.showsHotkeyPrefix ? HotkeyPrefix::Underlined : HotkeyPrefix::Plain;
+    format.prefix = m_look.hotkeyPrefix == 2   ? HotkeyPrefix::Hidden
+                    : m_look.hotkeyPrefix != 0 ? HotkeyPrefix::Underlined
+                                               : HotkeyPrefix::Plain;
     format.isSingleLine = m_look.isSingleLine;
     format.isRightToLeft = m_look.isRightToLeft;
     format.isVertical = m_look.isVertical;
@@ -91,16 +93,31 @@ void TextStyle::draw(const Canvas& canvas, const Rect& rect, std::wstring_view t
     TextFormat how = formatFor(userFormat);
     if (isMirrored)
         how.horizontal = mirrored(how.horizontal);
-    const Pixel shadow = toPixel(m_look.shadowColour);
-    const auto drawShifted = [&](int dx, int dy) { drawText(canvas, *font, text, inner.shifted(dx, dy), how, shadow); };
+    drawEffect(canvas, inner, text, scale, *font, how);
+    drawText(canvas, *font, text, inner, how, toPixel(m_look.colour));
+}
+
+void TextStyle::drawEffect(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale,
+                           const GlyphFont& font, const TextFormat& format) const
+{
+    const Pixel colour = toPixel(m_look.shadowColour);
+    const auto drawShifted = [&](int dx, int dy) {
+        drawText(canvas, font, text, rect.shifted(dx, dy), format, colour);
+    };
     if (m_look.effect == static_cast<short>(TextEffect::Shadow)) {
-        drawShifted(scale(m_look.shadowX), scale(m_look.shadowY));
+        const Point by{scale(m_look.shadowX), scale(m_look.shadowY)};
+        if (m_look.shadowOnPerPixel > 0)
+            drawHalo(canvas, font, text, rect.shifted(by.x, by.y), format, colour, TextHalo::Soft,
+                     scale(m_look.shadowOnPerPixel));
+        else
+            drawShifted(by.x, by.y);
     } else if (m_look.effect == static_cast<short>(TextEffect::Outline)) {
+        if (m_look.outlineSize > 1)
+            return drawHalo(canvas, font, text, rect, format, colour, TextHalo::Thick, scale(m_look.outlineSize));
         for (int dy = -1; dy <= 1; ++dy)
             for (int dx = -1; dx <= 1; ++dx)
                 drawShifted(dx * scale(1), dy * scale(1));
     }
-    drawText(canvas, *font, text, inner, how, toPixel(m_look.colour));
 }
 
 Size TextStyle::measure(std::wstring_view text, Size room, Scale scale, long userFormat)
@@ -246,23 +263,16 @@ bool TextStyle::preview(HDC dc, const Rect& rect)
 
 namespace {
 
-const ConfigField<TextLook> kFields[] = {{L"HAlign", &TextLook::horizontal},
-                                         {L"VAlign", &TextLook::vertical},
-                                         {L"clrText", &TextLook::colour},
-                                         {L"Effect", &TextLook::effect},
-                                         {L"clrShadow", &TextLook::shadowColour},
-                                         {L"ShadowH", &TextLook::shadowX},
-                                         {L"ShadowV", &TextLook::shadowY},
-                                         {L"ShadowPixel", &TextLook::shadowOnPerPixel},
-                                         {L"LeftOffset", &TextLook::left},
-                                         {L"RightOffset", &TextLook::right},
-                                         {L"TopOffset", &TextLook::top},
-                                         {L"BottOffset", &TextLook::bottom},
-                                         {L"HotkeyPrefixShow", &TextLook::showsHotkeyPrefix},
-                                         {L"StringTrimming", &TextLook::trimming},
-                                         {L"SingleLine", &TextLook::isSingleLine},
-                                         {L"VertDraw", &TextLook::isVertical},
-                                         {L"RightToLeft", &TextLook::isRightToLeft}};
+const ConfigField<TextLook> kFields[] = {
+    {L"HAlign", &TextLook::horizontal},       {L"VAlign", &TextLook::vertical},
+    {L"clrText", &TextLook::colour},          {L"Effect", &TextLook::effect},
+    {L"clrShadow", &TextLook::shadowColour},  {L"ShadowH", &TextLook::shadowX},
+    {L"ShadowV", &TextLook::shadowY},         {L"ShadowPixel", &TextLook::shadowOnPerPixel},
+    {L"OutlineSize", &TextLook::outlineSize}, {L"LeftOffset", &TextLook::left},
+    {L"RightOffset", &TextLook::right},       {L"TopOffset", &TextLook::top},
+    {L"BottOffset", &TextLook::bottom},       {L"HotkeyPrefixShow", &TextLook::hotkeyPrefix},
+    {L"StringTrimming", &TextLook::trimming}, {L"SingleLine", &TextLook::isSingleLine},
+    {L"VertDraw", &TextLook::isVertical},     {L"RightToLeft", &TextLook::isRightToLeft}};
 
 } // namespace
 

@@ -10,11 +10,11 @@ namespace ambrel {
 /// Stored in skins as numbers.
 enum class TextEffect { None = 0, Shadow = 1, Outline = 2 };
 
-/// Offsets and shadow distances are in pixels at 100 percent.
+/// Offsets, shadow distances and the like are in pixels at 100 percent.
 struct TextLook {
     OLE_COLOR colour = 0;
     OLE_COLOR shadowColour = 0x00C0C0C0;
-    bool showsHotkeyPrefix = false; // false: an ampersand is an ordinary character
+    short hotkeyPrefix = 0; // what an ampersand is: 0 an ordinary character, 1 an underline, 2 nothing to be seen
     bool isSingleLine = true;
     bool isVertical = false;
     bool isRightToLeft = false;
@@ -24,7 +24,8 @@ struct TextLook {
     short effect = 0;
     short shadowX = 1;
     short shadowY = 1;
-    short shadowOnPerPixel = 0;
+    short shadowOnPerPixel = 0; // how soft the shadow is
+    short outlineSize = 0;      // 0 is as 1
     short left = 0;
     short right = 0;
     short top = 0;
@@ -70,11 +71,11 @@ public:
     STDMETHODIMP put_clrShadow(OLE_COLOR value) noexcept override { return take(m_look.shadowColour, value); }
     STDMETHODIMP get_bHotkeyPrefixShow(VARIANT_BOOL* result) noexcept override
     {
-        return give(m_look.showsHotkeyPrefix, result);
+        return give(m_look.hotkeyPrefix != 0, result);
     }
     STDMETHODIMP put_bHotkeyPrefixShow(VARIANT_BOOL value) noexcept override
     {
-        return take(m_look.showsHotkeyPrefix, value);
+        return take(m_look.hotkeyPrefix, value != VARIANT_FALSE ? 1 : 0);
     }
     STDMETHODIMP get_bSingleLine(VARIANT_BOOL* result) noexcept override { return give(m_look.isSingleLine, result); }
     STDMETHODIMP put_bSingleLine(VARIANT_BOOL value) noexcept override { return take(m_look.isSingleLine, value); }
@@ -127,6 +128,9 @@ protected:
     void dropReferences() override { setFont(nullptr); }
 
 private:
+    /// The shadow or outline beneath the text.
+    void drawEffect(const Canvas& canvas, const Rect& rect, std::wstring_view text, Scale scale, const GlyphFont& font,
+                    const TextFormat& format) const;
     TextFormat formatFor(long userFormat) const noexcept;
     HRESULT drawOn(IVexRenderDC& dc, std::wstring_view text, const Rect& rect, long userFormat);
 

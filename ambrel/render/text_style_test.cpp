@@ -275,6 +275,67 @@ TEST_F(TextStyleTest, AShadowLiesBesideTheTextAndAnOutlineAroundIt)
     EXPECT_EQ(ink(), plain);
 }
 
+TEST_F(TextStyleTest, OutlinesHaveTheirWidthAndShadowsTheirSoftnessAtEveryScale)
+{
+    const Rect room{40, 20, 280, 70};
+    draw(L"Halo", room);
+    const Rect plain = ink();
+    TextLook look = m_style->look();
+    look.effect = static_cast<short>(TextEffect::Outline);
+    look.shadowColour = kRedColour;
+    look.outlineSize = 4;
+    m_style->setLook(look);
+    draw(L"Halo", room);
+    EXPECT_EQ(ink(), plain.inflated(4));
+    draw(L"Halo", room);
+    EXPECT_EQ(ink(), plain.inflated(4)) << "the same again, from what was kept";
+    look.effect = static_cast<short>(TextEffect::Shadow);
+    look.shadowX = 10;
+    look.shadowY = -3;
+    look.shadowOnPerPixel = 3;
+    m_style->setLook(look);
+    draw(L"Halo", room);
+    const Rect soft = ink();
+    EXPECT_EQ(soft.left, plain.left);
+    EXPECT_NEAR(soft.right, plain.right + 13, 2) << "a soft edge fades out";
+    EXPECT_GT(soft.right, plain.right + 10);
+    EXPECT_NEAR(soft.top, plain.top - 6, 2);
+    look.shadowOnPerPixel = 0;
+    m_style->setLook(look);
+    const Rect sharp = [&] {
+        draw(L"Halo", room);
+        return ink();
+    }();
+    EXPECT_EQ(sharp.right, plain.right + 10);
+    look.effect = static_cast<short>(TextEffect::Outline);
+    look.outlineSize = 32767; // cut to what can be computed
+    m_style->setLook(look);
+    draw(L"Halo", room);
+    EXPECT_EQ(ink(), plain.inflated(16));
+}
+
+TEST_F(TextStyleTest, AnAmpersandIsShownUnderlinesOrIsLeftOutAsTheSkinSays)
+{
+    const auto widthFor = [&](const wchar_t* number) {
+        const auto node = ConfigNode::create(L"style");
+        node->setAttribute(L"HotkeyPrefixShow", number);
+        VARIANT_BOOL done = VARIANT_FALSE;
+        m_style->AccessConfig2(node->handle(), nullptr, VARIANT_TRUE, VARIANT_FALSE, &done);
+        EXPECT_EQ(done, VARIANT_TRUE);
+        m_style->put_nVAlign(0);
+        draw(L"&ono", {0, 0, 100, 40});
+        return measured(L"&ono", {0, 0, 1000, 1000}).width();
+    };
+    const int whole = widthFor(L"0");
+    EXPECT_LT(widthFor(L"1"), whole);
+    const int underlined = ink().bottom;
+    EXPECT_LT(widthFor(L"2"), whole);
+    EXPECT_LT(ink().bottom, underlined);
+    VARIANT_BOOL has = VARIANT_FALSE;
+    m_style->get_bHotkeyPrefixShow(&has);
+    EXPECT_EQ(has, VARIANT_TRUE) << "access keys work, seen or not";
+}
+
 TEST_F(TextStyleTest, RightToLeftTextsAndMirroredControlsBeginAtTheOtherSide)
 {
     const Rect room{20, 20, 280, 60};

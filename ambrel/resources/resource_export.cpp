@@ -341,7 +341,7 @@ void ResourceExport::take(skin::TextStyle& entry, TextStyle& object)
     const TextLook& now = object.look();
     takeColour(entry.text, now.colour);
     takeColour(entry.shadow, now.shadowColour);
-    takeValue(entry.hotkeyPrefixShow, given.showsHotkeyPrefix, now.showsHotkeyPrefix);
+    takeValue(entry.hotkeyPrefixShow, given.hotkeyPrefix, now.hotkeyPrefix);
     takeValue(entry.singleLine, given.isSingleLine, now.isSingleLine);
     takeValue(entry.vertDraw, given.isVertical, now.isVertical);
     takeValue(entry.rightToLeft, given.isRightToLeft, now.isRightToLeft);

@@ -97,7 +97,7 @@ TextLook lookOf(const skin::TextStyle& t)
     TextLook look;
     look.colour = t.text.value;
     look.shadowColour = t.shadow.value;
-    look.showsHotkeyPrefix = t.hotkeyPrefixShow != 0;
+    look.hotkeyPrefix = static_cast<short>(t.hotkeyPrefixShow);
     look.isSingleLine = t.singleLine;
     look.isVertical = t.vertDraw;
     look.isRightToLeft = t.rightToLeft;
@@ -108,6 +108,7 @@ TextLook lookOf(const skin::TextStyle& t)
     look.shadowX = static_cast<short>(t.shadowH);
     look.shadowY = static_cast<short>(t.shadowV);
     look.shadowOnPerPixel = static_cast<short>(t.shadowPixel);
+    look.outlineSize = static_cast<short>(t.outlineSize);
     look.left = static_cast<short>(t.leftOffset);
     look.right = static_cast<short>(t.rightOffset);
     look.top = static_cast<short>(t.topOffset);
