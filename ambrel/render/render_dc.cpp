@@ -1,6 +1,7 @@
 #include "ambrel/render/render_dc.h"
 
 #include "ambrel/pixels/gradient.h"
+#include "ambrel/pixels/stretch.h"
 #include "ambrel/render/bitmaps.h"
 #include "ambrel/render/colours.h"
 #include "ambrel/render/frame_control.h"
@@ -201,8 +202,12 @@ STDMETHODIMP RenderDC::DrawImageSection(SkinImageSection* section, SkinRect* tar
             implementationOf<RenderImage>(m_device->findImage(morvane::viewOf(section->szImageName)).get());
         if (!image)
             return false;
-        Surface form = makeForm(sectionOf(*section), image->pixels(), 100, scale(), r.size());
-        drawImage(where, r.topLeft(), form.view(), Coverage::Mixed, std::clamp<int>(section->nOpacity, 0, 255));
+        const Rect shown = where.visible(r);
+        if (shown.isEmpty())
+            return true;
+        const Surface form =
+            makeForm(sectionOf(*section), image->pixels(), 100, scale(), r.size(), 0, shown.shifted(-r.left, -r.top));
+        blendImage(where, shown.topLeft(), form.view(), std::clamp<int>(section->nOpacity, 0, 255));
         return true;
     });
 }
@@ -256,9 +261,10 @@ STDMETHODIMP RenderDC::RenderPartImagePart(SkinRect* target, SkinRect* source, h
             blendImage(where.clippedTo(r), r.topLeft() + (there.topLeft() - wanted.topLeft()), part);
             return true;
         }
-        Surface scaled(r.size());
-        stretchImage(scaled.view(), part);
-        blendImage(where, r.topLeft(), scaled.view());
+        const Rect shown = where.visible(r);
+        Surface scaled(shown.size());
+        stretchImagePart(scaled.view(), part, r.size(), shown.topLeft() - r.topLeft());
+        blendImage(where, shown.topLeft(), scaled.view());
         return true;
     });
 }

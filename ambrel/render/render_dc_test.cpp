@@ -444,6 +444,28 @@ TEST_F(RenderDCTest, APartThatReachesBeyondItsImageKeepsItsPlace)
     expectShifted(3);
 }
 
+TEST_F(RenderDCTest, OfTargetsBeyondAllLimitsThatWhichShowsIsDrawn)
+{
+    const auto image = RenderImage::make(fourColours(), VEX_PT_BMP);
+    const morvane::Bstr name(L"four");
+    m_device.keepImage(name.view(), image.get());
+    SkinImageSection section{};
+    section.szImageName = name.get();
+    section.bClientAreaStretch = VARIANT_TRUE;
+    section.nOpacity = 255;
+    section.clrColorize = 0xFFFFFFFF;
+    const morvane::UniqueBitmap bitmap = bitmapOf(fourColours().view());
+    SkinRect large{-75000, 0, 125000, 100000}; // the window lies in the middle of its second quarter
+    EXPECT_EQ(dc().DrawImageSection(&section, &large, &m_drawn), S_OK);
+    EXPECT_EQ(m_drawn, VARIANT_TRUE);
+    EXPECT_EQ(at(20, 20), kGreen);
+    large = {-125000, 0, 75000, 100000}; // of its third
+    SkinRect all{0, 0, 4, 1};
+    EXPECT_EQ(dc().RenderPartImagePart(&large, &all, reinterpret_cast<hyper>(bitmap.get()), VARIANT_TRUE, &m_drawn),
+              S_OK);
+    EXPECT_EQ(at(20, 20), kBlue);
+}
+
 TEST_F(RenderDCTest, AnEmptyViewportShowsNothingAndNoneEverything)
 {
     SkinRect everything{0, 0, 40, 30};
