@@ -11,6 +11,8 @@ extern "C" {
 extern const std::size_t kSlotCount; // of the largest interface
 extern const std::size_t kSlotPropChangedNotify;
 extern const std::size_t kSlotImageGetWidth;
+extern const std::size_t kPropertySlots; // of IVexPropBase
+extern const std::size_t kSlotImageGetHeight;
 extern const std::size_t kSlotImageGetRect;
 extern const std::size_t kSlotImagePutRect;
 extern const std::size_t kSlotImageRenderDraw;
@@ -18,6 +20,8 @@ extern const std::size_t kSlotFillGetStart;
 extern const std::size_t kSlotFillPutStart;
 extern const std::size_t kSlotFillRenderDraw;
 extern const std::size_t kSlotDcDrawLine;
+extern const std::size_t kSlotDcFillSolidColor;
+extern const std::size_t kSlotStyleRenderDrawText;
 extern const std::size_t kSlotObjGetName;
 extern const std::size_t kSlotResGetObject;
 }
