@@ -156,12 +156,13 @@ STDMETHODIMP BaseObject::ShiftFocus() noexcept
 
 STDMETHODIMP BaseObject::AddMsgCallback(long message, hyper function, hyper self, VARIANT_BOOL* result) noexcept
 {
-    if (!function)
-        return E_INVALIDARG;
-    return answering(result, [&] {
+    return filling(result, [&](VARIANT_BOOL& added) {
+        if (!function)
+            return E_INVALIDARG;
         if (!m_callbacks)
             m_callbacks = std::make_unique<MessageCallbacks>();
-        return m_callbacks->add(message, function, self);
+        added = morvane::toVariantBool(m_callbacks->add(message, function, self));
+        return added ? S_OK : S_FALSE;
     });
 }
 

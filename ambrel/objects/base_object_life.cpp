@@ -32,12 +32,12 @@ STDMETHODIMP BaseObject::CreateObj(hyper resources, hyper parent, long type, VAR
         if (parent && !parentCore)
             return E_INVALIDARG;
         const ComPtr<IVexControlBase> hold(control());
+        if (parentCore && !parentCore->addChild(*this, first != VARIANT_FALSE ? 0 : parentCore->node().childCount()))
+            return E_INVALIDARG;
         if (resources)
             setResources(fromNumber<IVexRes>(resources));
         if (type)
             m_type = static_cast<VexObjType>(type);
-        if (parentCore && !parentCore->addChild(*this, first != VARIANT_FALSE ? 0 : parentCore->node().childCount()))
-            return E_INVALIDARG;
         RootServices* const window = services();
         if (window && m_resources.get() == window->resources())
             m_resources.reset(); // found through the window; no need to keep it alive
@@ -132,7 +132,9 @@ STDMETHODIMP BaseObject::ExportConfig(hyper node, VARIANT_BOOL* result) noexcept
 {
     return answering(result, [&] {
         bool done = false;
-        for (std::size_t i = 0; node && i < groups().size(); ++i) {
+        if (!node)
+            return false; // nothing is written, and nothing can be added to it
+        for (std::size_t i = 0; i < groups().size(); ++i) {
             const ComPtr<ICtrlPluginProp> group = groups()[i];
             VARIANT_BOOL worked = VARIANT_FALSE;
             group->ExportConfig(nullptr, node, &worked);
@@ -146,6 +148,9 @@ STDMETHODIMP BaseObject::ExportConfig(hyper node, VARIANT_BOOL* result) noexcept
 STDMETHODIMP BaseObject::Clone(IVexObj* parent, IVexObj** result) noexcept
 {
     return filling(result, [&](IVexObj*& made) -> HRESULT {
+        SkinObjectCore* const parentCore = coreOf(parent);
+        if (parent && !parentCore)
+            return E_INVALIDARG;
         const ComPtr<IVexControlBase> source(control());
         const ComPtr<IVexControlBase> copy = createControl(m_belongings ? m_belongings->classId : std::wstring());
         SkinObjectCore* const core = coreOf(copy.get());
@@ -156,13 +161,17 @@ STDMETHODIMP BaseObject::Clone(IVexObj* parent, IVexObj** result) noexcept
         core->node().setOpacity(m_node.opacity());
         hyper object = 0;
         const ComPtr<IVexRes> skin = SkinObjectCore::resources();
-        SkinObjectCore* const parentCore = coreOf(parent);
         const HRESULT status = copy->CreateObj(reinterpret_cast<hyper>(skin.get()),
                                                reinterpret_cast<hyper>(parentCore ? parentCore->face() : nullptr),
                                                m_type, VARIANT_FALSE, &object);
         if (FAILED(status))
             return status;
         copy->SetClassId(Bstr(m_belongings->classId).get());
+        copy->VexSetToolTip(Bstr(m_belongings->toolTip).get());
+        copy->SetCursorPtr(m_belongings->cursor.get());
+        for (const NodeFlag each : {NodeFlag::TakesMouse, NodeFlag::TabStop, NodeFlag::DrawsFocus, NodeFlag::Dragable,
+                                    NodeFlag::BlendsWithParent})
+            core->node().set(each, m_node.has(each));
         copy->CloneProp(source.get());
         copy->SetVisible(morvane::toVariantBool(m_node.has(NodeFlag::Visible)), VARIANT_TRUE, VARIANT_FALSE);
         VARIANT_BOOL done = VARIANT_FALSE;

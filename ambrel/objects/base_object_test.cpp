@@ -326,6 +326,47 @@ TEST_F(BaseObjectTest, PropertyGroupsAreListedInOrderAndChangesReachTheControl)
     EXPECT_EQ(control->count(VEXSM_PROPCHANGEDNOTIFY), 1);
 }
 
+TEST_F(BaseObjectTest, WhatIsRefusedChangesNothingAndLeavesNothingInTheResult)
+{
+    auto control = make(L"control");
+    auto parent = TestControl::make();
+    VARIANT_BOOL added = VARIANT_TRUE;
+    EXPECT_EQ(control->AddMsgCallback(5, 0, 0, &added), E_INVALIDARG);
+    EXPECT_EQ(added, VARIANT_FALSE);
+    EXPECT_EQ(control->AddMsgCallback(5, 0, 0, nullptr), E_POINTER);
+
+    // An object cannot be created beneath itself; it stays what it was.
+    hyper created = 1;
+    VexObjType type{};
+    EXPECT_EQ(
+        parent->CreateObj(0, reinterpret_cast<hyper>(parent->asControl()), VEXOBJTYPE_IMAGE, VARIANT_FALSE, &created),
+        E_INVALIDARG);
+    EXPECT_EQ(created, 0);
+    parent->GetType(&type);
+    EXPECT_EQ(type, VEXOBJTYPE_PLUGIN);
+
+    // Nothing is written anywhere: nobody is asked to add to it.
+    control->log.clear();
+    VARIANT_BOOL done = VARIANT_TRUE;
+    EXPECT_EQ(control->ExportConfig(0, &done), S_FALSE);
+    EXPECT_EQ(done, VARIANT_FALSE);
+    EXPECT_EQ(control->count(VEXSM_EXPORTCONFIGED), 0);
+    done = VARIANT_TRUE;
+    EXPECT_EQ(control->DestroyRgnInfo(&done), S_FALSE);
+    EXPECT_EQ(done, VARIANT_FALSE);
+}
+
+TEST_F(BaseObjectTest, ARectanglesLengthStaysInItsRange)
+{
+    auto control = make(L"control");
+    ComPtr<IVexRect> rect;
+    control->GetRect(rect.put());
+    rect->SetRectStruct({-2147483647, 0, 2147483647, 10});
+    long width = 0;
+    rect->GetWidth(&width);
+    EXPECT_EQ(width, 2147483647);
+}
+
 TEST_F(BaseObjectTest, WhatThisRuntimeDoesNotHaveIsNotCalledSuccess)
 {
     auto control = make(L"control");

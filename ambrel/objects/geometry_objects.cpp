@@ -3,6 +3,7 @@
 #include "frame/com/dispatch.h"
 #include "frame/com/instance.h"
 #include "frame/com/result.h"
+#include "host/geometry.h"
 
 namespace ambrel {
 
@@ -40,8 +41,8 @@ public:
     STDMETHODIMP put_top(long value) noexcept override { return write(m_rect.top, value); }
     STDMETHODIMP get_bottom(long* result) noexcept override { return read(m_rect.bottom, result); }
     STDMETHODIMP put_bottom(long value) noexcept override { return write(m_rect.bottom, value); }
-    STDMETHODIMP GetWidth(long* result) noexcept override { return read(m_rect.right - m_rect.left, result); }
-    STDMETHODIMP GetHeight(long* result) noexcept override { return read(m_rect.bottom - m_rect.top, result); }
+    STDMETHODIMP GetWidth(long* result) noexcept override { return read(morvane::toRect(m_rect).width(), result); }
+    STDMETHODIMP GetHeight(long* result) noexcept override { return read(morvane::toRect(m_rect).height(), result); }
     STDMETHODIMP SetRectStruct(SkinRect rect) noexcept override { return write(m_rect, rect); }
     STDMETHODIMP GetRectStruct(SkinRect* result) noexcept override { return read(m_rect, result); }
 

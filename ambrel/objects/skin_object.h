@@ -211,7 +211,7 @@ public:
                 return status;
             if (!this->addChild(*child, index < 0 ? m_node.childCount() : static_cast<std::size_t>(index)))
                 return S_FALSE;
-            inserted = static_cast<short>(m_node.indexOf(child->node()));
+            inserted = this->indexForCaller(child->node());
             return S_OK;
         });
     }
@@ -258,7 +258,7 @@ public:
     {
         return filling(result, [&](short& index) {
             SkinObjectCore* child = coreOf(object);
-            index = static_cast<short>(child ? m_node.indexOf(child->node()) : -1);
+            index = child ? this->indexForCaller(child->node()) : static_cast<short>(-1);
             return index < 0 ? S_FALSE : S_OK;
         });
     }
@@ -375,6 +375,8 @@ public:
     }
     STDMETHODIMP SetOwnerHwnd(hyper window) noexcept override
     {
+        if (window && !IsWindow(reinterpret_cast<HWND>(window)))
+            return E_INVALIDARG;
         return guarded([&] { this->extras().ownerWindow = window; });
     }
     STDMETHODIMP SetAmbrelHwnd(hyper) noexcept override
@@ -419,6 +421,7 @@ public:
                             morvane::toRect(update), memoryContext != VARIANT_FALSE);
         });
     }
+    // What a sprite or a blind object is, and how a sprite's function would be called, is agreed nowhere.
     STDMETHODIMP DrawSprite(hyper, SkinRect, SkinRect, hyper, hyper, VARIANT_BOOL,
                             VARIANT_BOOL* result) noexcept override
     {
@@ -428,7 +431,11 @@ public:
     {
         return notImplemented(result);
     }
-    STDMETHODIMP DestroyRgnInfo(VARIANT_BOOL* result) noexcept override { return notImplemented(result); }
+    /// Only a root has regions.
+    STDMETHODIMP DestroyRgnInfo(VARIANT_BOOL* result) noexcept override
+    {
+        return answering(result, [] { return false; });
+    }
 
 protected:
     explicit SkinObject(VexObjType type) noexcept : SkinObjectCore(type) {}

@@ -178,11 +178,16 @@ short SkinObjectCore::childCountForCaller() const noexcept
     return static_cast<short>(std::min<std::size_t>(m_node.childCount(), std::numeric_limits<short>::max()));
 }
 
+short SkinObjectCore::indexForCaller(const ObjectNode& child) const noexcept
+{
+    return static_cast<short>(std::min<int>(m_node.indexOf(child), std::numeric_limits<short>::max()));
+}
+
 ComPtr<ISkinObjResBase> SkinObjectCore::childByCaption(std::wstring_view caption, short* index) noexcept
 {
     ObjectNode* const found = ambrel::findByName(m_node, {caption, VEXOBJTYPE_PLUGIN, false});
     if (found && index)
-        *index = static_cast<short>(m_node.indexOf(*found));
+        *index = indexForCaller(*found);
     return faceOf(found);
 }
 
@@ -192,7 +197,7 @@ ComPtr<ISkinObjResBase> SkinObjectCore::childHolding(ISkinObjResBase* object, sh
     for (std::size_t i = 0; core && i < m_node.childCount(); ++i) {
         if (m_node.childAt(i)->holds(core->m_node)) {
             if (index)
-                *index = static_cast<short>(i);
+                *index = indexForCaller(*m_node.childAt(i));
             return faceOf(m_node.childAt(i));
         }
     }

@@ -143,6 +143,8 @@ protected:
     HRESULT setControlState(VEX_CTRLSTATE state);
     VEX_CTRLSTATE controlState() const noexcept;
     short childCountForCaller() const noexcept;
+    /// -1 for what is no direct child; the last number that a caller can be told for those beyond it.
+    short indexForCaller(const ObjectNode& child) const noexcept;
     ComPtr<ISkinObjResBase> childByCaption(std::wstring_view caption, short* index) noexcept;
     ComPtr<ISkinObjResBase> childHolding(ISkinObjResBase* object, short* index) noexcept;
     VexDockObjType dockType() const noexcept;

@@ -30,6 +30,18 @@ RootWindow* RootWindow::from(IUnknown* root) noexcept
     return dynamic_cast<RootWindow*>(coreOf(root));
 }
 
+RootWindow* RootWindow::of(HWND window) noexcept
+{
+    for (; window; window = GetAncestor(window, GA_PARENT)) {
+        // Others may have a property of the name, and in theirs the value is no address of ours.
+        if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
+            return nullptr;
+        if (auto* const root = static_cast<IAmbrel*>(GetPropW(window, kRootProperty)))
+            return from(root);
+    }
+    return nullptr;
+}
+
 void RootWindow::finalRelease()
 {
     m_core.destroy();
@@ -87,6 +99,19 @@ STDMETHODIMP RootWindow::SetVisible(VARIANT_BOOL visible, VARIANT_BOOL refresh, 
             m_core.fade(visible != VARIANT_FALSE, VEX_FADE_IN);
         else if (m_core.window())
             ::ShowWindow(m_core.window(), visible != VARIANT_FALSE ? SW_SHOW : SW_HIDE);
+    });
+}
+
+STDMETHODIMP RootWindow::SetVisibleEx(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept
+{
+    return held([&] {
+        ChildIteration children(node());
+        while (ObjectNode* child = children.next()) {
+            const ComPtr<ISkinObjResBase> object = faceOf(child);
+            if (object)
+                object->SetVisibleEx(visible, VARIANT_FALSE, VARIANT_FALSE);
+        }
+        return SetVisible(visible, refresh, animate);
     });
 }
 
@@ -215,6 +240,8 @@ STDMETHODIMP RootWindow::RegSyncMoveWindow(hyper window, IVexControlBase* contro
         if (!IsWindow(reinterpret_cast<HWND>(window)))
             return S_FALSE;
         SkinObjectCore* const core = coreOf(control);
+        if ((control && !core) || reinterpret_cast<HWND>(window) == m_core.window())
+            return E_INVALIDARG;
         m_core.followMoves(reinterpret_cast<HWND>(window), core ? &core->node() : nullptr);
         return S_OK;
     });

@@ -28,6 +28,8 @@ public:
     static ComPtr<RootWindow> make(IVexRes* resources, std::wstring_view name);
     /// The window of a root of this runtime; null for any other.
     static RootWindow* from(IUnknown* root) noexcept;
+    /// The root of the window of this runtime that `window` is, or stands in; null when it is foreign.
+    static RootWindow* of(HWND window) noexcept;
 
     WindowCore& window() noexcept { return m_core; }
 
@@ -39,6 +41,7 @@ public:
 
     // ISkinObjResBase, where the root differs
     STDMETHODIMP SetVisible(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept override;
+    STDMETHODIMP SetVisibleEx(VARIANT_BOOL visible, VARIANT_BOOL refresh, VARIANT_BOOL animate) noexcept override;
     STDMETHODIMP SetName(BSTR name) noexcept override;
     STDMETHODIMP IsVisible(VARIANT_BOOL* result) noexcept override;
     STDMETHODIMP SetOpacity(short opacity) noexcept override;

@@ -5,12 +5,10 @@ namespace ambrel {
 
 STDMETHODIMP RootWindow::Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept
 {
-    if (!dc)
-        return E_INVALIDARG;
-    return answering(result, [&] {
+    return onDeviceContext(dc, result, [&](HDC target) {
         const ComPtr<IAmbrel> hold(this);
         m_core.renderAll(node().rect().size());
-        m_core.surface().copyTo(reinterpret_cast<HDC>(dc), morvane::toRect(rect));
+        m_core.surface().copyTo(target, morvane::toRect(rect));
         return true;
     });
 }

@@ -198,6 +198,7 @@ private:
     bool onCalculateClient(WPARAM, LPARAM, LRESULT&);
     bool onMinMaxInfo(WPARAM, LPARAM, LRESULT&);
     bool onDpiChanged(WPARAM, LPARAM, LRESULT&);
+    void moveFollower(HWND follower, Point by) const;
     void rescalePositions(int from, int to);
     bool isTransparentAt(Point onScreen) const;
 
@@ -278,6 +279,7 @@ private:
     WeakNode m_dragOver;
     ComPtr<IVexRes> m_dragResources; // of the other window that the running object drag is over, when they are others
     bool m_dragRecorded = false;     // the record of the running object drag holds objects
+    bool m_movesFollowers = false;
     bool m_dragArmed = false;
     Point m_dragPress;
     bool m_keyHandledByFocus = false; // the raw key message, by the object that has the focus

@@ -378,6 +378,59 @@ TEST_F(HostTest, TheRectangleOfARootIsItsWindowsClientArea)
     EXPECT_EQ(place.left, (monitor.rcWork.left + monitor.rcWork.right - 260) / 2);
 }
 
+TEST_F(HostTest, WindowsThatFollowEachOtherMoveOnce)
+{
+    const ComPtr<IAmbrel> second = open(L"Second", {500, 100, 600, 200});
+    const HWND other = windowOf(second.get());
+    EXPECT_EQ(root->RegSyncMoveWindow(reinterpret_cast<hyper>(window), nullptr), E_INVALIDARG);
+    EXPECT_EQ(root->RegSyncMoveWindow(reinterpret_cast<hyper>(other), nullptr), S_OK);
+    EXPECT_EQ(second->RegSyncMoveWindow(reinterpret_cast<hyper>(window), nullptr), S_OK);
+    const HWND child = CreateWindowExW(0, L"STATIC", L"", WS_CHILD, 20, 30, 10, 10, window, nullptr, nullptr, nullptr);
+    root->RegSyncMoveWindow(reinterpret_cast<hyper>(child), nullptr);
+    const auto cornerOf = [](HWND of) {
+        RECT place{};
+        GetWindowRect(of, &place);
+        return morvane::Point{static_cast<int>(place.left), static_cast<int>(place.top)};
+    };
+    SetWindowPos(window, nullptr, 130, 140, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_EQ(cornerOf(window), (morvane::Point{130, 140}));
+    EXPECT_EQ(cornerOf(other), (morvane::Point{530, 140}));
+    EXPECT_EQ(cornerOf(child), (morvane::Point{150, 170})) << "a child is where its parent is";
+    SetWindowPos(other, nullptr, 500, 100, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+    EXPECT_EQ(cornerOf(window), (morvane::Point{100, 100}));
+    DestroyWindow(other);
+}
+
+TEST_F(HostTest, ARootShownWithItsObjectsIsAWindowThatIsShown)
+{
+    TestControl* const a = add("a", {0, 0, 50, 50});
+    VARIANT_BOOL shown = VARIANT_TRUE;
+    root->SetVisibleEx(VARIANT_FALSE, VARIANT_FALSE, VARIANT_FALSE);
+    a->IsVisible(&shown);
+    EXPECT_EQ(shown, VARIANT_FALSE);
+    root->SetVisibleEx(VARIANT_TRUE, VARIANT_TRUE, VARIANT_FALSE);
+    a->IsVisible(&shown);
+    EXPECT_EQ(shown, VARIANT_TRUE);
+    EXPECT_TRUE(IsWindowVisible(window));
+    root->SetVisibleEx(VARIANT_FALSE, VARIANT_TRUE, VARIANT_FALSE);
+    EXPECT_FALSE(IsWindowVisible(window));
+}
+
+TEST_F(HostTest, WhatIsNoDeviceContextOrWindowIsRefused)
+{
+    VARIANT_BOOL drawn = VARIANT_TRUE;
+    EXPECT_EQ(root->Draw(0, {0, 0, 10, 10}, &drawn), E_INVALIDARG);
+    EXPECT_EQ(drawn, VARIANT_FALSE);
+    drawn = VARIANT_TRUE;
+    EXPECT_EQ(root->Draw(reinterpret_cast<hyper>(window), {0, 0, 10, 10}, &drawn), E_INVALIDARG);
+    EXPECT_EQ(drawn, VARIANT_FALSE);
+    TestControl* const a = add("a", {0, 0, 50, 50});
+    EXPECT_EQ(a->SetOwnerHwnd(0x123456), E_INVALIDARG);
+    hyper stands = 0;
+    a->GetWindow(&stands);
+    EXPECT_EQ(stands, reinterpret_cast<hyper>(window));
+}
+
 TEST_F(HostTest, CompanionsMoveAlongUntilTheirControlEnds)
 {
     TestControl* field = add("field", {0, 0, 100, 100});

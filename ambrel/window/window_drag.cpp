@@ -94,19 +94,6 @@ HWND windowAt(POINT at, HWND picture)
     return child ? child : beneath;
 }
 
-/// The root of the window of this runtime that `window` is, or stands in; null when it is foreign.
-RootWindow* rootOf(HWND window)
-{
-    for (; window; window = GetAncestor(window, GA_PARENT)) {
-        // Others may have a property of the name, and in theirs the value is no address of ours.
-        if (GetWindowThreadProcessId(window, nullptr) != GetCurrentThreadId())
-            return nullptr;
-        if (auto* const root = static_cast<IAmbrel*>(GetPropW(window, kRootProperty)))
-            return RootWindow::from(root);
-    }
-    return nullptr;
-}
-
 } // namespace
 
 bool WindowCore::dragsObjects()
@@ -123,7 +110,7 @@ WindowCore::DragTarget WindowCore::dragTargetAt(Point point)
     POINT at{point.x, point.y};
     if (window() && ClientToScreen(window(), &at)) {
         RootWindow* const met =
-            rootOf(windowAt(at, reinterpret_cast<HWND>(DragRecord(m_root.resources()).record.hWnd)));
+            RootWindow::of(windowAt(at, reinterpret_cast<HWND>(DragRecord(m_root.resources()).record.hWnd)));
         if (met && &met->window() != this && !met->window().m_destroying) {
             over = &met->window();
             ScreenToClient(over->window(), &at);

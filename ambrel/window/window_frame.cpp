@@ -1,5 +1,6 @@
 // The window's place on the desktop: size, borders, resolution, companions.
 #include "ambrel/window/desktop_place.h"
+#include "ambrel/window/root_window.h"
 #include "ambrel/window/tree_walk.h"
 #include "ambrel/window/window_core.h"
 
@@ -87,12 +88,26 @@ void WindowCore::moveFollowers()
                   [](const Follower& each) { return !IsWindow(each.window) || (each.hasControl && !each.control); });
     if (by == Point{})
         return;
-    for (const Follower& each : std::vector<Follower>(m_followers)) {
-        RECT old{};
-        if (GetWindowRect(each.window, &old))
-            SetWindowPos(each.window, nullptr, old.left + by.x, old.top + by.y, 0, 0,
-                         SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
-    }
+    const std::vector<Follower> followers = m_followers; // who moves may change the list
+    m_movesFollowers = true;
+    for (const Follower& each : followers)
+        moveFollower(each.window, by);
+    m_movesFollowers = false;
+}
+
+void WindowCore::moveFollower(HWND follower, Point by) const
+{
+    // Windows that follow each other move once: one that moves others is not moved by them.
+    RootWindow* const root = RootWindow::of(follower);
+    if (IsChild(window(), follower) || (root && root->window().m_movesFollowers))
+        return;
+    RECT place{};
+    if (!GetWindowRect(follower, &place))
+        return;
+    POINT corner{place.left + by.x, place.top + by.y};
+    if (GetWindowLongPtrW(follower, GWL_STYLE) & WS_CHILD)
+        ScreenToClient(GetParent(follower), &corner);
+    SetWindowPos(follower, nullptr, corner.x, corner.y, 0, 0, SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void WindowCore::followMoves(HWND follower, ObjectNode* control)
