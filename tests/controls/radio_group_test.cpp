@@ -1,6 +1,8 @@
 // Radio groups: who belongs to which, what a selection does and tells, and boxes that come and go meanwhile.
 #include "tests/controls/controls_fixture.h"
 
+#include <map>
+
 namespace morvane {
 namespace {
 
@@ -382,6 +384,131 @@ TEST_F(RadioGroupTest, ARedrawOfTheFormerBoxMayDestroyTheNewOne)
     EXPECT_EQ(group->SetRadio(held.get()), S_OK);
     EXPECT_EQ(host.entriesOf("message"), Log());
     EXPECT_EQ(current(group), nullptr);
+}
+
+/// Three boxes of group 3, the first of them checked; what happens to the second while the host does things with any of
+/// them, inside every call that the controls make.
+class BusyGroupTest : public RadioGroupTest {
+protected:
+    struct Three {
+        Box& first;
+        Box& second;
+        Box& third;
+    };
+    using Act = std::function<void(Three&)>;
+
+    static void setGroup(Box& box, long id)
+    {
+        VARIANT_BOOL done = VARIANT_FALSE;
+        if (box.control)
+            box->SetGroupID(id, &done);
+    }
+    static void check(Box& box)
+    {
+        if (box.control)
+            box->SetValue(VEXRADIOBOX_CHECKED, VARIANT_TRUE);
+    }
+    Act destroying(Box& (*which)(Three&))
+    {
+        return [this, which](Three& three) {
+            Box& box = which(three);
+            if (box.control)
+                destroy(box);
+        };
+    }
+    static Box& firstOf(Three& three) { return three.first; }
+    static Box& secondOf(Three& three) { return three.second; }
+
+    /// The boxes that a box's group knows as its members are those whose group it is, and one of them is checked at
+    /// most.
+    void expectOrder()
+    {
+        std::map<IVexRadioGroup*, int> checkedOf;
+        for (const auto& box : boxes) {
+            if (!box->control)
+                continue;
+            const auto group = groupOf(*box);
+            ASSERT_NE(group, nullptr);
+            checkedOf[group.get()] += value(*box);
+            EXPECT_EQ(value(*box) != 0, current(group).get() == box->control.get());
+            for (const auto& other : boxes) {
+                if (!other->control || groupOf(*other) == group)
+                    continue;
+                EXPECT_EQ(groupOf(*other)->RemoveObject(Bstr(box->base->objectName).get()), S_FALSE)
+                    << "a member of two groups";
+            }
+        }
+        for (const auto& [group, checked] : checkedOf)
+            EXPECT_LE(checked, 1);
+    }
+
+    /// Gives how many calls were interrupted.
+    int runInsideEveryCall(const Act& act, const Act& inside)
+    {
+        for (int call = 1;; ++call) {
+            SCOPED_TRACE("call out " + std::to_string(call));
+            Three three{makeBox(L"first", 3), makeBox(L"second", 3), makeBox(L"third", 3)};
+            check(three.first);
+            int calls = 0;
+            host.ledger.onCallOut = [&] {
+                if (++calls == call)
+                    inside(three);
+            };
+            const ComPtr<IRadioBox> held = three.second.control;
+            act(three);
+            host.ledger.onCallOut = nullptr;
+            expectOrder();
+            for (const auto& box : boxes)
+                destroy(*box);
+            boxes.clear();
+            if (calls < call || HasFailure())
+                return call - 1;
+        }
+    }
+};
+
+TEST_F(BusyGroupTest, WhateverHappensInsideACallBoxesHaveOneGroupAndOneOfThemIsCheckedAtMost)
+{
+    const std::pair<const char*, Act> acts[] = {
+        {"checked", [](Three& three) { check(three.second); }},
+        {"moved", [](Three& three) { setGroup(three.second, 4); }},
+        {"moved while checked",
+         [](Three& three) {
+             check(three.second);
+             setGroup(three.second, 4);
+             setGroup(three.second, 3);
+         }},
+        {"created anew",
+         [](Three& three) {
+             IRadioBox& box = *three.second.control.get();
+             VARIANT_BOOL handled = VARIANT_FALSE;
+             for (const VexMsgID id : {VEXSM_DESTROYING, VEXSM_FINALCREATE}) {
+                 VexNotify record{id, 0, 0, 0, 0, 0, 0, VARIANT_FALSE};
+                 box.EventNotify(&record, &handled);
+             }
+         }},
+    };
+    const std::pair<const char*, Act> insides[] = {
+        {"the first is destroyed", destroying(&firstOf)},
+        {"it is destroyed", destroying(&secondOf)},
+        {"the third is checked", [](Three& three) { check(three.third); }},
+        {"it is moved", [](Three& three) { setGroup(three.second, 8); }},
+        {"the first is moved", [](Three& three) { setGroup(three.first, 8); }},
+        {"it is created",
+         [](Three& three) {
+             if (three.second.control)
+                 notify(three.second, VEXSM_FINALCREATE);
+         }},
+    };
+    int calls = 0;
+    for (const auto& [actName, act] : acts)
+        for (const auto& [insideName, inside] : insides) {
+            SCOPED_TRACE(std::string(actName) + ", " + insideName);
+            calls += runInsideEveryCall(act, inside);
+            if (HasFailure())
+                return;
+        }
+    EXPECT_GT(calls, 100);
 }
 
 TEST_F(RadioGroupTest, ABoxWhoseWindowComesLaterLetsTheGroupTellIt)

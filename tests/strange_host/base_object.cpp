@@ -39,7 +39,8 @@ STDMETHODIMP BaseObject::GetChildCount(short* result)
 
 STDMETHODIMP BaseObject::GetSubObject(short index, ISkinObjResBase** result)
 {
-    return give(result, ComPtr<ISkinObjResBase>(children.at(static_cast<std::size_t>(index))));
+    const auto place = static_cast<std::size_t>(index);
+    return give(result, ComPtr<ISkinObjResBase>(place < children.size() ? children[place] : nullptr));
 }
 
 STDMETHODIMP BaseObject::SetDragabledProp(VARIANT_BOOL drag)

@@ -60,7 +60,7 @@ public:
     // RadioMember
     IRadioBox& box() override { return *this; }
     void changeValue(bool isChecked) override;
-    void enteredGroup(CVexRadioGroup& group) override;
+    bool enterGroup(CVexRadioGroup& group) override;
     void leftGroup(CVexRadioGroup& group) override;
     bool isChecked() const override { return m_isChecked; }
     HWND hostWindow() const override { return host().window; }
@@ -135,6 +135,7 @@ private:
     RadioState m_state = RadioState::Normal;
     bool m_isChecked = false;
     ComPtr<IVexRadioGroup> m_group;             // the group the box joined
+    IVexRadioGroup* m_joining = nullptr;        // while that group takes it in
     std::vector<CVexRadioGroup*> m_memberships; // every group that has it as a member
     bool m_isBlinkOn = false;
     WindowTimer m_blinkTimer;

@@ -7,10 +7,14 @@
 
 namespace morvane {
 
-void CRadioBox::enteredGroup(CVexRadioGroup& group)
+bool CRadioBox::enterGroup(CVexRadioGroup& group)
 {
+    if (m_joining == &group && m_group.get() != &group)
+        return false;
     m_memberships.push_back(&group);
+    return true;
 }
+
 void CRadioBox::leftGroup(CVexRadioGroup& group)
 {
     std::erase(m_memberships, &group);
@@ -50,7 +54,9 @@ void CRadioBox::joinGroup()
     if (!group)
         group = CVexRadioGroup::make(root.get(), id, host().window);
     m_group = group;
-    group->AddObject(this); // asks for names: the box may leave meanwhile
+    IVexRadioGroup* const before = std::exchange(m_joining, group.get());
+    group->AddObject(this); // asks for names: the box may leave or move on meanwhile
+    m_joining = before;
 }
 
 /// The group of another radio box of the parent that has the number as its own.

@@ -92,14 +92,14 @@ STDMETHODIMP CVexRadioGroup::AddObject(IRadioBox* box) noexcept
         if (!member)
             return E_NOINTERFACE; // nobody would tell when it goes
         const Bstr name = nameOf(*box);
-        if (m_members.has(member.get()) || (!name.empty() && memberNamed(name.view())))
+        if ((!name.empty() && memberNamed(name.view())) || m_members.has(member.get()))
             return S_FALSE;
         m_members.add(member.get());
-        const HRESULT status = guarded([&] { member->enteredGroup(*this); });
-        if (FAILED(status))
-            m_members.remove(member.get()); // it would not say when it goes
-        else
+        const HRESULT status = guarded([&] { return member->enterGroup(*this) ? S_OK : S_FALSE; });
+        if (status == S_OK)
             takeIn(*member);
+        else
+            m_members.remove(member.get()); // it would not say when it goes
         return status;
     });
 }

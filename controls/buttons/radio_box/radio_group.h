@@ -21,7 +21,8 @@ public:
     virtual void changeValue(bool isChecked) = 0;
     virtual bool isChecked() const = 0;
     virtual HWND hostWindow() const = 0; // null while it has none
-    virtual void enteredGroup(CVexRadioGroup& group) = 0;
+    /// Takes note of the group; false from a box that chose another one while this one asked for names.
+    virtual bool enterGroup(CVexRadioGroup& group) = 0;
     virtual void leftGroup(CVexRadioGroup& group) = 0;
 };
 
