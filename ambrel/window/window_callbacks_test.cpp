@@ -325,5 +325,34 @@ TEST_F(EndTest, FinalCreation)
     expectEnded();
 }
 
+TEST_F(HostTest, ACopyIsWhatTheFirstOneIsToItsUser)
+{
+    TestControl* const a = add("a", {10, 20, 60, 70});
+    a->SetClassId(Bstr(L"{2D97AF66-11FB-4DF7-8D15-960247FF4F60}").get());
+    a->VexSetToolTip(Bstr(L"Tip").get());
+    a->SetDisposeMouse(VARIANT_FALSE);
+    a->SetTabStop(VARIANT_FALSE);
+    ComPtr<IVexObj> made;
+    ASSERT_EQ(a->Clone(root.get(), made.put()), S_OK);
+    const ComPtr<IVexControlBase> copy = made.as<IVexControlBase>();
+    Bstr tip;
+    copy->VexGetToolTip(tip.put());
+    EXPECT_EQ(tip.view(), L"Tip");
+    VARIANT_BOOL on = VARIANT_TRUE;
+    copy->GetDisposeMouse(&on);
+    EXPECT_EQ(on, VARIANT_FALSE);
+    on = VARIANT_TRUE;
+    copy->IsTabStop(&on);
+    EXPECT_EQ(on, VARIANT_FALSE);
+    EXPECT_EQ(rectOf(copy.get()).left, 10);
+    // A place in another framework's tree cannot be had.
+    ComPtr<IVexObj> picture;
+    resources->AddResObject(VEXOBJTYPE_IMAGE, nullptr, Bstr(L"Picture").get(), VARIANT_FALSE, picture.put());
+    ASSERT_TRUE(picture);
+    made.reset();
+    EXPECT_EQ(a->Clone(picture.get(), made.put()), E_INVALIDARG);
+    EXPECT_FALSE(made);
+}
+
 } // namespace
 } // namespace ambrel::testing
