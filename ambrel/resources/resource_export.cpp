@@ -1,6 +1,7 @@
 #include "ambrel/resources/resource_export.h"
 
 #include "ambrel/render/implementation_of.h"
+#include "ambrel/render/picture_decoder.h"
 
 #include <algorithm>
 #include <set>
@@ -90,6 +91,14 @@ constexpr const char* endingOf(skin::PictureKind kind) noexcept
     default:
         return ".png";
     }
+}
+
+/// As the file has it, or, of a kind that packages do not hold, the same picture as a PNG.
+skin::Bytes bytesForPackage(const Picture& picture, const Picture::Form& form)
+{
+    if (skin::probePicture(form.bytes, {}))
+        return {form.bytes.begin(), form.bytes.end()};
+    return encodePng(picture.frame(Scale(form.percent)).pixels);
 }
 
 /// What the file of a picture is called that had none: as the picture, where its name ends like a file's.
@@ -293,7 +302,7 @@ void ResourceExport::takeFiles(skin::Picture& entry, Picture& object)
     }
     std::vector<skin::PictureForm> forms;
     for (const Picture::Form& each : now)
-        forms.push_back({each.percent, {each.bytes.begin(), each.bytes.end()}});
+        forms.push_back({each.percent, bytesForPackage(object, each)});
     // The entry that stands in the skin, which knows what else uses its files.
     skin::Picture& place = *std::ranges::find(m_skin.resources.pictures, entry.id, &skin::Picture::id);
     place = entry;

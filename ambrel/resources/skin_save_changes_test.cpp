@@ -38,6 +38,17 @@ protected:
         return imported != VARIANT_FALSE;
     }
 
+    static void pumpFor(DWORD milliseconds)
+    {
+        const DWORD start = GetTickCount();
+        while (GetTickCount() - start < milliseconds) {
+            MSG message;
+            MsgWaitForMultipleObjects(0, nullptr, FALSE, 50, QS_ALLINPUT);
+            while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE))
+                DispatchMessageW(&message);
+        }
+    }
+
     bool remove(IVexObj* object)
     {
         VARIANT_BOOL removed = VARIANT_FALSE;
@@ -90,6 +101,60 @@ TEST_F(SkinSaveChangesTest, AnImportedPictureIsSavedWithItsLargerFormsAndItsName
     EXPECT_EQ(
         reader.resources->GetResObject(VEXOBJTYPE_IMAGE, Bstr(L"A mark").get(), nullptr, VARIANT_FALSE, found.put()),
         S_OK);
+}
+
+TEST_F(SkinSaveChangesTest, APictureOfAKindThatPackagesDoNotHoldIsSavedAsTheSamePicture)
+{
+    std::string file(18, '\0'); // a Truevision picture: its header, then blue, green, red, alpha
+    file[2] = 2;
+    file[12] = 2;
+    file[14] = 1;
+    file[16] = 32;
+    file[17] = 8;
+    file += "\xFF\x01\x02\xFF"
+            "\x03\x04\xFE\xFF";
+    std::ofstream(folder / "two.tga", std::ios::binary) << file;
+    ASSERT_EQ(open(packaged), S_OK);
+    const auto added = add<IVexPicture>(VEXOBJTYPE_IMAGE, L"two.tga");
+    ASSERT_TRUE(importFile(*added.get(), folder / "two.tga"));
+    const skin::Skin skin = saved();
+    const skin::Picture& picture = skin.resources.pictures.back();
+    const auto decoded = decodePicture(skin.bytesOf(picture.files.at(0)));
+    ASSERT_TRUE(decoded);
+    const ConstPixelView pixels = decoded->frames.front().view();
+    ASSERT_EQ(pixels.width, 2);
+    EXPECT_EQ(pixels.at(0, 0), 0xFF0201FFu);
+    EXPECT_EQ(pixels.at(1, 0), 0xFFFE0403u);
+}
+
+TEST_F(SkinSaveChangesTest, NamesThatAreOneFileInAFolderAreRefusedThere)
+{
+    skin::Skin skin = skin::loadSkin(packaged).value();
+    skin.files.add("\xC3\x84.txt", {1});
+    skin.files.add("\xC3\xA4.txt", {2});
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "both.zip"));
+    ASSERT_EQ(open(folder / "both.zip"), S_OK) << errorText();
+    EXPECT_TRUE(FAILED(save(folder / "both" / "")));
+    EXPECT_NE(errorText().find("(error 106)"), std::string::npos) << errorText();
+    EXPECT_FALSE(fs::exists(folder / "both" / "objects.xml"));
+}
+
+TEST_F(SkinSaveChangesTest, AFolderThatIsReplacedByAnotherOneIsTakenUp)
+{
+    const fs::path home = folder / "home";
+    skin::Skin skin = skin::loadSkin(packaged).value();
+    ASSERT_TRUE(skin::saveSkin(skin, home / ""));
+    ASSERT_EQ(open(home), S_OK);
+    const auto button = addButton(L"Button1");
+    setPlain(skin, "Text", "Text", "from the next folder");
+    ASSERT_TRUE(skin::saveSkin(skin, folder / "next" / ""));
+    fs::rename(home, folder / "former");
+    pumpFor(700);
+    EXPECT_TRUE(resource<IVexObj>(VEXOBJTYPE_IMAGEBASE, L"ImageSection1")) << "the skin stays while there is none";
+    fs::rename(folder / "next", home);
+    for (int i = 0; i < 40 && text(*button.get(), L"Text", L"Text") != L"from the next folder"; ++i)
+        pumpFor(100);
+    EXPECT_EQ(text(*button.get(), L"Text", L"Text"), L"from the next folder");
 }
 
 TEST_F(SkinSaveChangesTest, ARemovedResourceLeavesTheSavedSkinUnlessSomethingShowsIt)

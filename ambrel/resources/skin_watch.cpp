@@ -3,6 +3,7 @@
 #include <filesystem>
 #include <map>
 #include <system_error>
+#include <utility>
 
 namespace ambrel {
 
@@ -11,6 +12,15 @@ namespace {
 constexpr UINT kLookEveryMs = 300;
 constexpr std::size_t kMostFolders = 64;
 constexpr DWORD kChanges = FILE_NOTIFY_CHANGE_LAST_WRITE | FILE_NOTIFY_CHANGE_FILE_NAME | FILE_NOTIFY_CHANGE_DIR_NAME;
+
+/// Tells a folder from another one that comes to its place; 0 when there is none.
+std::uint64_t whenMade(const std::wstring& folder) noexcept
+{
+    WIN32_FILE_ATTRIBUTE_DATA data{};
+    if (!GetFileAttributesExW(folder.c_str(), GetFileExInfoStandard, &data))
+        return 0;
+    return std::uint64_t(data.ftCreationTime.dwHighDateTime) << 32 | data.ftCreationTime.dwLowDateTime;
+}
 
 /// Timers without a window know only their number.
 std::map<UINT_PTR, SkinWatch*>& watches()
@@ -22,7 +32,7 @@ std::map<UINT_PTR, SkinWatch*>& watches()
 } // namespace
 
 SkinWatch::SkinWatch(const std::wstring& folder, std::function<void()> changed)
-    : m_folder(folder), m_changed(std::move(changed))
+    : m_folder(folder), m_changed(std::move(changed)), m_made(whenMade(folder))
 {
     listen();
     if (!m_notifications.empty())
@@ -74,7 +84,9 @@ void CALLBACK SkinWatch::look(HWND, UINT, UINT_PTR timer, DWORD) noexcept
 
 void SkinWatch::look()
 {
-    bool changed = false;
+    // A folder that was moved away takes its notifications along; another one may come to its place.
+    const std::uint64_t made = whenMade(m_folder);
+    bool changed = std::exchange(m_made, made) != made;
     for (const HANDLE notification : m_notifications)
         changed = changed || WaitForSingleObject(notification, 0) == WAIT_OBJECT_0;
     if (changed)

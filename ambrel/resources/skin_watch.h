@@ -3,6 +3,7 @@
 
 #include "host/windows_headers.h"
 
+#include <cstdint>
 #include <functional>
 #include <string>
 #include <vector>
@@ -26,6 +27,7 @@ private:
 
     std::wstring m_folder;
     std::function<void()> m_changed;
+    std::uint64_t m_made;                // see whenMade
     std::vector<HANDLE> m_notifications; // of the folder and those in it
     UINT_PTR m_timer = 0;
     bool m_pending = false;

@@ -146,10 +146,37 @@ TEST(SkinZipTest, SurvivesBeingCutAnywhere)
 
 TEST(SkinFileNameTest, RefusesNamesThatLeaveThePackageOrThatWindowsCannotHold)
 {
-    for (const char* name : {"",        "/a",    "a/",   "a//b",     "../a",     "a/../b",     "a/..",
-                             "./a",     "C:/a",  "C:a",  "\\a",      "a\\..\\b", "//server/a", "con",
-                             "CON.txt", "a/NUL", "com1", "LPT9.png", "aux .txt", "a.",         "a ",
-                             "a\nb",    "a*b",   "a?b",  "x:y",      "\xFF",     "\xC0\xAF",   "a/b/c/d/e/f/g/h/i"}) {
+    for (const char* name : {"",
+                             "/a",
+                             "a/",
+                             "a//b",
+                             "../a",
+                             "a/../b",
+                             "a/..",
+                             "./a",
+                             "C:/a",
+                             "C:a",
+                             "\\a",
+                             "a\\..\\b",
+                             "//server/a",
+                             "con",
+                             "CON.txt",
+                             "a/NUL",
+                             "com1",
+                             "LPT9.png",
+                             "aux .txt",
+                             "a.",
+                             "a ",
+                             "COM\xC2\xB9",
+                             "lpt\xC2\xB3.png",
+                             "CONIN$",
+                             "a\nb",
+                             "a*b",
+                             "a?b",
+                             "x:y",
+                             "\xFF",
+                             "\xC0\xAF",
+                             "a/b/c/d/e/f/g/h/i"}) {
         const auto added = outcomeOf([&] {
             PackageFiles files;
             files.add(name, {});
@@ -160,6 +187,7 @@ TEST(SkinFileNameTest, RefusesNamesThatLeaveThePackageOrThatWindowsCannotHold)
     EXPECT_NO_THROW(checkFileName("ScrollThumb.Ver.Normal"));
     EXPECT_NO_THROW(checkFileName("sub/\xC3\xA4 b@150.png"));
     EXPECT_NO_THROW(checkFileName("console.txt"));
+    EXPECT_NO_THROW(checkFileName("com12"));
 }
 
 TEST(SkinFileNameTest, LetterCaseDoesNotTellFilesApart)

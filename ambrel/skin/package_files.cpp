@@ -12,9 +12,14 @@ namespace {
 
 constexpr std::array kDevices = {"con", "prn", "aux", "nul", "conin$", "conout$", "clock$"};
 
+// The raised digits 1 to 3 count as digits here.
 bool isNumberedDevice(std::string_view stem)
 {
-    return stem.size() == 4 && (stem.starts_with("com") || stem.starts_with("lpt")) && stem[3] >= '0' && stem[3] <= '9';
+    if (!stem.starts_with("com") && !stem.starts_with("lpt"))
+        return false;
+    const std::string_view number = stem.substr(3);
+    return (number.size() == 1 && number[0] >= '0' && number[0] <= '9') || number == "\xC2\xB9" ||
+           number == "\xC2\xB2" || number == "\xC2\xB3";
 }
 
 // Windows reads "nul" and "NUL.png" alike as the device, whatever folder they are in.

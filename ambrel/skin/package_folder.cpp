@@ -85,13 +85,19 @@ void readFolderInto(PackageFiles& files, const fs::path& folder, const std::stri
         failFile(Code::NotFound, prefix, "the folder cannot be read to its end");
 }
 
+fs::path freshName(const fs::path& path, int number = 0)
+{
+    fs::path fresh = path;
+    fresh += number == 0 ? ".new" : ".new" + std::to_string(number);
+    return fresh;
+}
+
 // A name beside the file that nothing has, so that no file of anybody else is overwritten.
 fs::path freeNameBeside(const fs::path& path)
 {
     std::error_code fault;
     for (int number = 0;; ++number) {
-        fs::path fresh = path;
-        fresh += number == 0 ? ".new" : ".new" + std::to_string(number);
+        const fs::path fresh = freshName(path, number);
         if (!fs::exists(fs::symlink_status(fresh, fault)))
             return fresh;
     }
@@ -128,6 +134,7 @@ public:
     }
 
     const fs::path& path() const { return m_path; }
+    const fs::path& fresh() const { return m_fresh; }
 
 private:
     void discard() noexcept
@@ -157,6 +164,7 @@ public:
         std::error_code fault;
         std::optional<Bytes> former;
         const fs::file_status status = fs::status(path, fault);
+        refuseTwins(path, name);
         if (fs::exists(status) && !fs::is_regular_file(status))
             failFile(Code::CannotWrite, name, "something that is no file stands in its place");
         if (fs::exists(status))
@@ -200,6 +208,19 @@ private:
         StagedFile staged;
         std::optional<Bytes> former;
     };
+
+    /// Systems that ignore letter case do so beyond a to z, too: two names would be one file.
+    void refuseTwins(const fs::path& path, const std::string& name) const
+    {
+        std::error_code fault;
+        const fs::path fresh = freshName(path);
+        if (!fs::exists(fresh, fault))
+            return;
+        for (const File& each : m_files) {
+            if (fs::equivalent(each.staged.fresh(), fresh, fault))
+                failFile(Code::DuplicateFile, name, "here it is the same file as " + utf8(each.staged.path()));
+        }
+    }
 
     struct GoneFile {
         fs::path path;

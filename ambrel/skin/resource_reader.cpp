@@ -220,6 +220,10 @@ private:
         if (section.right > info.width || section.bottom > info.height)
             m_document.fail(Code::OutsidePicture, element, section.right > info.width ? "right" : "bottom",
                             "the source rectangle reaches beyond its picture of " + size);
+        const bool isWhole = width == 0 || height == 0;
+        const std::int32_t longer = isWhole ? std::max(info.width, info.height) : std::max(width, height);
+        if (section.imageCount.value_or(1) > longer)
+            m_document.fail(Code::OutOfRange, element, "ImageCount", "the section has fewer pixels than images");
         if (section.leftWidth + section.rightWidth > width)
             m_document.fail(Code::OutsidePicture, element, "LeftWidth", "the fixed borders are wider than the section");
         if (section.topHeight + section.bottomHeight > height)
