@@ -86,13 +86,18 @@ void traceChange(PropertyCore& property, IVexControlBase* owner) noexcept
 
 void PropertyCore::announceChange() noexcept
 {
+    constexpr std::uint8_t kDeepest = 16;
+    if (m_announcing == kDeepest)
+        return;
     const ComPtr<IVexPropBase> self(&asInterface());
     const ComPtr<IVexControlBase> told(owner());
     traceChange(*this, told.get());
+    ++m_announcing;
     runCallback();
     // The callback may have taken the property from its owner, or ended the owner.
     if (told && owner() == told.get())
         told->PropChangedNotify(self.get());
+    --m_announcing;
 }
 
 bool PropertyCore::readAttribute(const ConfigNode& node, std::wstring_view key)

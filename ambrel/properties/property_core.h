@@ -98,8 +98,9 @@ public:
 
     /// Tells the callback, if there is one. It may release the owner and this property.
     void runCallback() noexcept;
-    /// A value changed: tells the callback and then the owner. Both may do anything; nothing of this object is touched
-    /// afterwards.
+    /// A value changed: tells the callback and then the owner. Both may do anything, also set the property again, which
+    /// is announced again; but who answers every value with another one is not told for ever. Nothing of this object is
+    /// touched afterwards.
     void announceChange() noexcept;
 
     /// Reads or writes the value as the attribute `key` of a node. False when there was nothing to read.
@@ -118,6 +119,7 @@ private:
     PropertyGroup* m_group = nullptr;
     std::unique_ptr<PropertyExtras> m_extras;
     std::uint8_t m_type;
+    std::uint8_t m_announcing : 5 = 0; // how deep in answers to its own announcements
     bool m_isStyle : 1;
     bool m_isHidden : 1 = false;
 };

@@ -99,6 +99,21 @@ TEST_F(PropertiesTest, AnyIndexOutsideFindsNothing)
     EXPECT_EQ(home->GetSkinPropTypeFromIndex(0, nullptr), E_POINTER);
 }
 
+TEST_F(PropertiesTest, WhoAnswersEveryValueWithAnotherOneIsNotToldForEver)
+{
+    const auto property = make<morvane::LongProperty>(_PROPTYPE_LONG);
+    onNotified = [&] { property->SetValue(notified); };
+    property->SetValue(-1);
+    EXPECT_LE(notified, 16);
+    const int first = notified;
+    long value = 0;
+    property->GetValue(&value);
+    EXPECT_EQ(value, first) << "the last value stands";
+    onNotified = nullptr;
+    property->SetValue(-1);
+    EXPECT_EQ(notified, first + 1) << "later changes are told as ever";
+}
+
 TEST_F(PropertiesTest, ACallbackMayTakeItsPropertyAndItsGroupAway)
 {
     Callback callback;

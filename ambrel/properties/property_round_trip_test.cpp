@@ -9,6 +9,7 @@
 #include <bit>
 #include <limits>
 #include <random>
+#include <vector>
 
 namespace ambrel {
 namespace {
@@ -320,6 +321,52 @@ TEST_F(RoundTripTest, ValuesByReferenceAreTakenLikeOthers)
         EXPECT_TRUE(FAILED(image->SetVariant(outer))) << type;
     }
     EXPECT_EQ(textOf(image.get()), L"Section1");
+}
+
+TEST_F(RoundTripTest, AnyVariantIsTakenOrRefusedAndWhatIsRefusedChangesNothing)
+{
+    TestDouble<IDispatch> stranger;
+    const Bstr word(L"no number");
+    std::vector<VARIANT> odd;
+    const auto add = [&](VARTYPE type, LONGLONG bits) {
+        VARIANT value;
+        VariantInit(&value);
+        value.llVal = bits;
+        value.vt = type;
+        odd.push_back(value);
+    };
+    for (const VARTYPE type :
+         std::initializer_list<VARTYPE>{VT_EMPTY, VT_NULL, VT_BSTR, VT_DISPATCH, VT_UNKNOWN, VT_ARRAY | VT_I4})
+        add(type, 0);
+    for (const VARTYPE type :
+         std::initializer_list<VARTYPE>{VT_I1, VT_UI1, VT_I2, VT_UI2, VT_I4, VT_UI4, VT_I8, VT_UI8, VT_R4, VT_R8, VT_CY,
+                                        VT_DATE, VT_ERROR, VT_BOOL, 0x3F, 0xFFF})
+        for (const LONGLONG bits : {0LL, -1LL, std::numeric_limits<LONGLONG>::max(),
+                                    std::numeric_limits<LONGLONG>::min(), 0x7FF8000000000000LL})
+            add(type, bits);
+    odd.push_back(variantOf(word.get()));
+    add(VT_DISPATCH, reinterpret_cast<LONGLONG>(stranger.get()));
+    add(VT_UNKNOWN, reinterpret_cast<LONGLONG>(stranger.get()));
+    for (int type = 0; type < 14; ++type) {
+        const auto property = make<IVexPropBase>(static_cast<enumPropType>(type));
+        for (const VARIANT& value : odd) {
+            const std::wstring before = textOf(property.get());
+            notified = 0;
+            if (FAILED(property->SetVariant(value))) {
+                EXPECT_EQ(textOf(property.get()), before) << type << " takes " << value.vt;
+                EXPECT_EQ(notified, 0) << type << " takes " << value.vt;
+            }
+            EXPECT_LE(notified, 1);
+            property->SetPrivateValue(value);
+        }
+        EXPECT_EQ(property->SetDispatch(nullptr), property->SetDispatch(nullptr));
+        VARIANT result;
+        EXPECT_EQ(property->GetVariant(&result), S_OK);
+        VariantClear(&result);
+        EXPECT_EQ(property->GetVariant(nullptr), E_POINTER);
+        EXPECT_EQ(property->GetDispatch(nullptr), E_POINTER);
+    }
+    EXPECT_EQ(stranger.references(), 0);
 }
 
 TEST_F(RoundTripTest, WhatADesignerWritesIntoTheChoicesPlaceChoosesAnItemOrNone)
