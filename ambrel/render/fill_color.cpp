@@ -24,11 +24,17 @@ void FillColor::setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexce
     changed();
 }
 
-void FillColor::draw(const Canvas& canvas, const Rect& rect) const
+bool FillColor::draw(const Canvas& canvas, const Rect& rect) const
 {
+    constexpr OLE_COLOR kNone = 0xFFFFFFFF;
+    const OLE_COLOR start = m_start != kNone ? m_start : m_end;
+    const OLE_COLOR end = m_end != kNone ? m_end : m_start;
+    if (start == kNone)
+        return false;
     const ColourFilters* const filters = colourFiltersOf(identity().resources);
     const auto shown = [&](OLE_COLOR colour) { return filters ? filters->apply(toPixel(colour)) : toPixel(colour); };
-    fillGradient(canvas, rect, shown(m_start), shown(m_end), static_cast<int>(m_rotation % 360));
+    fillGradient(canvas, rect, shown(start), shown(end), static_cast<int>(m_rotation % 360));
+    return true;
 }
 
 bool FillColor::preview(HDC dc, const Rect& rect)
@@ -36,8 +42,7 @@ bool FillColor::preview(HDC dc, const Rect& rect)
     const BorrowedPixels target(dc, rect);
     if (target.isEmpty())
         return false;
-    draw(target.canvas(), rect);
-    return true;
+    return draw(target.canvas(), rect);
 }
 
 STDMETHODIMP FillColor::Draw(hyper dc, SkinRect rect, VARIANT_BOOL* result) noexcept
@@ -65,8 +70,7 @@ STDMETHODIMP FillColor::RenderDraw(IVexRenderDC* dc, SkinRect rect, VARIANT_BOOL
         const auto ours = fromInterface(dc);
         if (!ours || !ours->hasTarget())
             return S_FALSE;
-        draw(ours->canvas(), toRect(rect));
-        drawn = VARIANT_TRUE;
+        drawn = morvane::toVariantBool(draw(ours->canvas(), toRect(rect)));
         return S_OK;
     });
 }

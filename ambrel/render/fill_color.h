@@ -6,8 +6,8 @@
 
 namespace ambrel {
 
-/// IFillColor: a linear gradient, or one colour when both ends are equal. The rotation is in degrees, 0 from left to
-/// right, 90 from top to bottom.
+/// IFillColor: a linear gradient, or one colour when both ends are equal or one of them is none (0xFFFFFFFF). The
+/// rotation is in degrees, 0 from left to right, 90 from top to bottom.
 class FillColor : public SharedResource<IFillColor> {
 public:
     static constexpr IID kImplementationIid = {
@@ -17,7 +17,8 @@ public:
     void* findInterface(REFIID iid) noexcept;
 
     void setColours(OLE_COLOR start, OLE_COLOR end, long rotation) noexcept;
-    void draw(const Canvas& canvas, const Rect& rect) const;
+    /// False when there is no colour.
+    bool draw(const Canvas& canvas, const Rect& rect) const;
 
     STDMETHODIMP get_clrStart(OLE_COLOR* result) noexcept override { return give(m_start, result); }
     STDMETHODIMP put_clrStart(OLE_COLOR value) noexcept override { return take(m_start, value); }

@@ -9,6 +9,8 @@
 
 namespace ambrel {
 
+using morvane::UniqueFont;
+
 namespace {
 
 constexpr int kOversampling = 4;
@@ -41,17 +43,32 @@ std::uint8_t strengthened(int coverage, int most)
     return table[static_cast<std::size_t>(coverage * 256 / most)];
 }
 
-LOGFONTW withHeight(LOGFONTW font, LONG height)
+/// Lines of text are level, so their characters stand upright in them.
+LOGFONTW upright(LOGFONTW font)
 {
-    font.lfHeight = height;
-    font.lfWidth = 0;
+    font.lfEscapement = 0;
+    font.lfOrientation = 0;
     return font;
+}
+
+/// The font with another character height and its characters as wide in proportion.
+LOGFONTW resized(const LOGFONTW& font, LONG emHeight, LONG wanted)
+{
+    LOGFONTW other = upright(font);
+    other.lfHeight = -wanted;
+    other.lfWidth = MulDiv(font.lfWidth, wanted, emHeight);
+    return other;
+}
+
+UniqueFont fontOf(const LOGFONTW& description)
+{
+    return UniqueFont(CreateFontIndirectW(&description));
 }
 
 } // namespace
 
 GlyphFont::GlyphFont(const LOGFONTW& font)
-    : m_description(font), m_font(CreateFontIndirectW(&font)), m_dc(CreateCompatibleDC(nullptr)),
+    : m_description(font), m_font(fontOf(upright(font))), m_dc(CreateCompatibleDC(nullptr)),
       m_designDc(CreateCompatibleDC(nullptr)), m_isUnderlined(font.lfUnderline != 0),
       m_isStruckOut(font.lfStrikeOut != 0)
 {
@@ -67,8 +84,9 @@ GlyphFont::GlyphFont(const LOGFONTW& font)
     m_thickness = std::max(1, (m_emHeight + 7) / 14);
     m_underlineOffset = std::max(1, m_emHeight / 9);
     constexpr LONG kDesignHeight = 2048;
-    const LOGFONTW design = withHeight(font, -kDesignHeight);
-    m_designFont.reset(CreateFontIndirectW(&design));
+    m_designFont = fontOf(resized(font, m_emHeight, kDesignHeight));
+    if (font.lfEscapement != 0 || font.lfOrientation != 0)
+        m_turnedFont = fontOf(font);
     m_formerDesignFont = SelectObject(m_designDc.get(), m_designFont.get());
 }
 
@@ -299,6 +317,7 @@ LOGFONTW normalised(const LOGFONTW& font)
     const std::size_t length = wcsnlen(clean.lfFaceName, LF_FACESIZE - 1);
     std::fill(clean.lfFaceName + length, clean.lfFaceName + LF_FACESIZE, L'\0');
     clean.lfHeight = std::clamp(clean.lfHeight, -2000L, 2000L);
+    clean.lfWidth = std::clamp(clean.lfWidth, -2000L, 2000L);
     return clean;
 }
 

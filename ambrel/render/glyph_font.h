@@ -36,7 +36,8 @@ public:
     int descent() const noexcept { return m_descent; }
     int underlineOffset() const noexcept { return m_underlineOffset; } // from the baseline down
     int lineThickness() const noexcept { return m_thickness; }
-    HFONT handle() const noexcept { return m_font.get(); }
+    /// For those who draw by the system; there, it may be turned.
+    HFONT handle() const noexcept { return m_turnedFont ? m_turnedFont.get() : m_font.get(); }
 
     /// The layout of a text with this font; of those used last without doing it again. Valid until the next call.
     /// Throws std::bad_alloc.
@@ -96,6 +97,7 @@ private:
 
     LOGFONTW m_description;
     morvane::UniqueFont m_font;
+    morvane::UniqueFont m_turnedFont; // null for one that is not
     morvane::UniqueFont m_designFont; // the same as large as its design grid, for unhinted widths
     morvane::UniqueMemoryDc m_dc;     // with the font selected
     morvane::UniqueMemoryDc m_designDc;

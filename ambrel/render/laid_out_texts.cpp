@@ -16,8 +16,8 @@ const TextLayout& LaidOutTexts::layOut(std::wstring_view text, int width, const 
     };
     // Most texts fit: then every width and trimming has the same layout, and measuring has it, too.
     const TextLayout& whole = kept(0, TextTrimming::None);
-    const bool isCutAtTheEdge = format.isSingleLine && format.trimming == TextTrimming::None;
-    if (width <= 0 || whole.size.width <= width || isCutAtTheEdge)
+    const bool isNeverBroken = format.isSingleLine ? format.trimming == TextTrimming::None : !format.wraps;
+    if (width <= 0 || whole.size.width <= width || isNeverBroken)
         return whole;
     return kept(width, format.isSingleLine ? format.trimming : TextTrimming::None);
 }

@@ -50,15 +50,16 @@ TEST_F(LaidOutTextsTest, GiveWhatLayingOutAnewGives)
             for (const int width : {-5, 0, 5, 25, 30, 60, 75, 150, 1000})
                 for (int trimming = 0; trimming <= 5; ++trimming)
                     for (int prefix = 0; prefix <= 2; ++prefix)
-                        for (const bool isSingleLine : {false, true}) {
+                        for (const int lines : {0, 1, 2}) {
                             TextFormat format;
                             format.trimming = static_cast<TextTrimming>(trimming);
                             format.prefix = static_cast<HotkeyPrefix>(prefix);
-                            format.isSingleLine = isSingleLine;
+                            format.isSingleLine = lines == 0;
+                            format.wraps = lines == 1;
                             ASSERT_EQ(m_texts.layOut(text, width, format, m_font),
                                       layOutText(text, width, format, m_font))
                                 << "text of " << text.size() << ", width " << width << ", trimming " << trimming
-                                << ", prefix " << prefix << ", single line " << isSingleLine;
+                                << ", prefix " << prefix << ", lines " << lines;
                         }
 }
 

@@ -154,6 +154,23 @@ TEST(FillColorTest, AGradientRunsFromStartToEndTurnedByItsRotation)
     }
 }
 
+TEST(FillColorTest, AColourThatIsNoneIsNotDrawn)
+{
+    constexpr OLE_COLOR kNone = 0xFFFFFFFF;
+    const auto fill = Instance<FillColor>::make();
+    Surface target({8, 8});
+    const Canvas canvas{target.view(), {}, target.view().bounds()};
+    fill->setColours(kNone, kNone, 0);
+    EXPECT_FALSE(fill->draw(canvas, {0, 0, 8, 8}));
+    EXPECT_EQ(target.view().at(4, 4), 0u);
+    for (const bool startIsGiven : {false, true}) {
+        fill->setColours(startIsGiven ? 0x000000FF : kNone, startIsGiven ? kNone : 0x000000FF, 90);
+        EXPECT_TRUE(fill->draw(canvas, {0, 0, 8, 8}));
+        EXPECT_EQ(target.view().at(4, 0), kRed);
+        EXPECT_EQ(target.view().at(4, 7), kRed);
+    }
+}
+
 TEST(FillColorTest, BitmapAndDeviceContextShowTheSameAsTheRenderPath)
 {
     const auto fill = Instance<FillColor>::make();

@@ -13,7 +13,8 @@ TextFormat formatOfFlags(long flags) noexcept
     format.vertical = (flags & DT_VCENTER) != 0  ? TextAlign::Centre
                       : (flags & DT_BOTTOM) != 0 ? TextAlign::Far
                                                  : TextAlign::Near;
-    format.isSingleLine = (flags & DT_SINGLELINE) != 0 || (flags & DT_WORDBREAK) == 0;
+    format.isSingleLine = (flags & DT_SINGLELINE) != 0;
+    format.wraps = (flags & DT_WORDBREAK) != 0;
     format.isRightToLeft = (flags & DT_RTLREADING) != 0;
     if ((flags & DT_NOPREFIX) == 0)
         format.prefix = (flags & DT_HIDEPREFIX) != 0 ? HotkeyPrefix::Hidden : HotkeyPrefix::Underlined;
@@ -34,7 +35,10 @@ long flagsOfFormat(const TextFormat& format) noexcept
     constexpr long kPrefix[] = {DT_NOPREFIX, 0, DT_HIDEPREFIX};
     return kHorizontal[static_cast<int>(format.horizontal)] | kVertical[static_cast<int>(format.vertical)] |
            kTrimming[static_cast<int>(format.trimming)] | kPrefix[static_cast<int>(format.prefix)] |
-           (format.isSingleLine ? DT_SINGLELINE : DT_WORDBREAK) | (format.isRightToLeft ? DT_RTLREADING : 0);
+           (format.isSingleLine ? DT_SINGLELINE
+            : format.wraps      ? DT_WORDBREAK
+                                : 0) |
+           (format.isRightToLeft ? DT_RTLREADING : 0);
 }
 
 namespace {
@@ -83,7 +87,7 @@ unsigned bitsOf(const TextFormat& format)
     return static_cast<unsigned>(format.horizontal) | static_cast<unsigned>(format.vertical) << 2 |
            static_cast<unsigned>(format.trimming) << 4 | static_cast<unsigned>(format.prefix) << 7 |
            static_cast<unsigned>(format.isSingleLine) << 9 | static_cast<unsigned>(format.isRightToLeft) << 10 |
-           static_cast<unsigned>(format.isVertical) << 11;
+           static_cast<unsigned>(format.isVertical) << 11 | static_cast<unsigned>(format.wraps) << 29;
 }
 
 /// Draws the text lying down and turns it clockwise into its place.

@@ -150,7 +150,7 @@ private:
 
     void addWrapped(std::wstring_view text, std::size_t offset)
     {
-        while (isTooWide(m_font.width(withoutTrailingSpaces(text)))) {
+        while (m_format.wraps && isTooWide(m_font.width(withoutTrailingSpaces(text)))) {
             const std::size_t fitting = fittingCount(text, m_width, m_font);
             std::size_t count = breakBefore(text, fitting);
             if (count == 0)

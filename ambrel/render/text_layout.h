@@ -27,6 +27,7 @@ struct TextFormat {
     TextTrimming trimming = TextTrimming::None;
     HotkeyPrefix prefix = HotkeyPrefix::Plain;
     bool isSingleLine = true;
+    bool wraps = true; // where there may be several lines; else they end where the text says so
     bool isRightToLeft = false;
     bool isVertical = false; // turned by 90 degrees clockwise, reading downwards
 

@@ -31,6 +31,7 @@ TEST(TextLayoutTest, WrapsAtSpacesAndBreaksWordsOnlyWhenTheyAloneAreTooWide)
     EXPECT_EQ(linesOf(L"a\r\n\nb", 30, wrapped), (Lines{L"a", L"", L"b"}));
     EXPECT_EQ(linesOf(L"\x4E2D\x6587\x6D4B\x8BD5", 25, wrapped), (Lines{L"\x4E2D\x6587", L"\x6D4B\x8BD5"}));
     EXPECT_EQ(linesOf(L"long text", 0, wrapped), (Lines{L"long text"}));
+    EXPECT_EQ(linesOf(L"one two\nthree", 40, {.isSingleLine = false, .wraps = false}), (Lines{L"one two", L"three"}));
     EXPECT_EQ(linesOf(L"ab", 5, wrapped), (Lines{L"a", L"b"})); // narrower than one character: still ends
 }
 

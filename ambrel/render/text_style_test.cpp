@@ -190,6 +190,58 @@ TEST_F(TextStyleTest, ANewFontDescriptionShowsAtOnce)
     EXPECT_GT(measured(L"Font", {0, 0, 1000, 1000}).width(), 2 * before);
 }
 
+TEST_F(TextStyleTest, AFontsWidthIsThatOfItsCharactersAndTheirRoom)
+{
+    const auto font = Instance<Font>::make();
+    m_style->put_fontExPtr(font.get());
+    LOGFONTW description = font->logFont();
+    wcscpy(description.lfFaceName, L"Liberation Sans");
+    description.lfHeight = -20;
+    font->setLogFont(description);
+    const int normal = measured(L"Width of it", {0, 0, 1000, 1000}).width();
+    description.lfWidth = 20;
+    font->setLogFont(description);
+    const Rect wide = measured(L"Width of it", {0, 0, 1000, 1000});
+    EXPECT_GT(wide.width(), normal * 3 / 2);
+    draw(L"Width of it", {0, 0, 300, 100});
+    EXPECT_NEAR(ink().width(), wide.width(), 8);
+    description.lfWidth = 1000000000;
+    font->setLogFont(description);
+    EXPECT_GT(measured(L"Width of it", {0, 0, 1000, 1000}).width(), 0) << "cut to what can be drawn";
+}
+
+TEST_F(TextStyleTest, CharactersStandUprightInTheirLineWhateverAFontsAngle)
+{
+    const auto font = Instance<Font>::make();
+    m_style->put_fontExPtr(font.get());
+    draw(L"Upright", {0, 0, 200, 60});
+    const Surface before = shown();
+    LOGFONTW description = font->logFont();
+    description.lfEscapement = description.lfOrientation = 900;
+    font->setLogFont(description);
+    draw(L"Upright", {0, 0, 200, 60});
+    EXPECT_EQ(differingPixels(before), 0);
+    hyper handle = 0;
+    font->GetHFont(&handle);
+    LOGFONTW system{};
+    GetObjectW(reinterpret_cast<HFONT>(handle), sizeof system, &system);
+    EXPECT_EQ(system.lfEscapement, 900) << "who draws by the system gets what was described";
+}
+
+TEST_F(TextStyleTest, AUsersFormatBreaksLinesAsTheSystemDoes)
+{
+    const auto height = [&](long format) {
+        SkinRect extent{};
+        VARIANT_BOOL done = VARIANT_FALSE;
+        m_style->RenderDrawText(&m_device.renderDC(), Bstr(L"one two\nthree").get(), {0, 0, 30, 100}, VARIANT_FALSE,
+                                format, &extent, &done);
+        return extent.bottom;
+    };
+    const long one = height(DT_SINGLELINE);
+    EXPECT_EQ(height(DT_CENTER), 2 * one) << "where the text says so";
+    EXPECT_EQ(height(DT_WORDBREAK), 3 * one);
+}
+
 TEST_F(TextStyleTest, PrefixesUnderlineOnlyWhenShown)
 {
     m_style->put_nVAlign(0);
