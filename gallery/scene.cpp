@@ -263,11 +263,12 @@ Bstr Scene::drawing(const std::wstring& name) const
     return Bstr(drawingsFolder(m_skins.isDark) + name + form + L".png");
 }
 
-ComPtr<IVexImageBase> Scene::drawingSection(const std::wstring& name) const
+ComPtr<IVexImageBase> Scene::drawingSection(const std::wstring& name, long border) const
 {
     ComPtr<IVexImageBase> section;
     m_res->GetImageBaseFromFile(Bstr(drawingsFolder(m_skins.isDark) + name + L".png").get(), section.put());
-    return require(section, "a drawing is not beside the program");
+    require(section, "a drawing is not beside the program")->put_rcBorder({border, border, border, border});
+    return section;
 }
 
 ComPtr<IVexFontEx> Scene::font(int points, bool isBold)

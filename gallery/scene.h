@@ -102,8 +102,8 @@ public:
 
     /// The path of a picture that is drawn in both palettes, for the scene's palette and scale: device pixels.
     Bstr drawing(const std::wstring& name) const;
-    /// The whole of such a picture as a section, which follows the window's scale itself.
-    ComPtr<IVexImageBase> drawingSection(const std::wstring& name) const;
+    /// The whole of such a picture as a section, which follows the window's scale itself. `border` keeps its width.
+    ComPtr<IVexImageBase> drawingSection(const std::wstring& name, long border = 0) const;
 
     ComPtr<IVexTextStyle> textStyle(const TextLook& look);
     /// A style of the same colour and font, also after a change of the skin, whose text stands elsewhere.

@@ -36,6 +36,12 @@ bool changesTree(const AmbrelTraceEntry& entry)
     return entry.kind == AMBREL_TRACE_NOTIFICATION && (entry.id == VEXSM_FINALCREATE || entry.id == VEXSM_DESTROYING);
 }
 
+/// Every object hears of every timer of the window: one line says that as well as fifty.
+bool isTimer(AmbrelTraceKind kind, long id)
+{
+    return kind == AMBREL_TRACE_NOTIFICATION && id == VEXSM_TIMER;
+}
+
 std::wstring nameOf(long id)
 {
     const wchar_t* const known = eventName(id);
@@ -93,10 +99,16 @@ void EventLog::record(const AmbrelTraceEntry& entry)
     m_hasTreeChange |= changesTree(entry);
     if (m_isPaused)
         return;
+    Waiting& last = m_waiting[(m_next + kCapacity - 1) % kCapacity];
+    if (m_waitingCount > 0 && isTimer(entry.kind, entry.id) && isTimer(last.kind, last.id)) {
+        ++last.count;
+        last.timeMs = AmbrelClockNow() - m_startMs;
+        return;
+    }
     Waiting& place = m_waiting[m_next];
     m_next = (m_next + 1) % kCapacity;
     m_waitingCount = std::min(m_waitingCount + 1, kCapacity);
-    place = {entry.kind, identity, entry.id, AmbrelClockNow() - m_startMs, entry.rect, L""};
+    place = {entry.kind, identity, entry.id, AmbrelClockNow() - m_startMs, entry.rect, 1, L""};
     if (entry.text)
         std::wcsncpy(place.text, entry.text, kTextLength - 1);
 }
@@ -107,6 +119,7 @@ LogLine EventLog::lineOf(const Waiting& entry)
     line.kind = *kindOf(entry.kind);
     line.identity = entry.identity;
     line.timeMs = entry.timeMs;
+    line.count = entry.count;
     switch (line.kind) {
     case LogKind::Notification:
         line.what = nameOf(entry.id);
@@ -134,12 +147,14 @@ void EventLog::collect(const std::vector<ObjectRow>& objects)
         if (object == objects.end())
             continue;
         LogLine line = lineOf(entry);
-        if (!m_lines.empty() && m_lines.front().identity == line.identity && m_lines.front().what == line.what) {
-            ++m_lines.front().count;
+        const bool concernsAll = isTimer(entry.kind, entry.id);
+        if (!m_lines.empty() && m_lines.front().what == line.what &&
+            (concernsAll || m_lines.front().identity == line.identity)) {
+            m_lines.front().count += line.count;
             m_lines.front().timeMs = line.timeMs;
             continue;
         }
-        line.object = shortLabel(*object);
+        line.object = concernsAll ? std::wstring(L"each object") : shortLabel(*object);
         m_lines.push_front(std::move(line));
         if (m_lines.size() > kCapacity)
             m_lines.pop_back();

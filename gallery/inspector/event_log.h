@@ -69,6 +69,7 @@ private:
         long id;
         std::int64_t timeMs;
         SkinRect rect;
+        int count;                 // of timers: how many objects were told, one after the other
         wchar_t text[kTextLength]; // cut
     };
     static void STDMETHODCALLTYPE traced(void* context, const AmbrelTraceEntry* entry);

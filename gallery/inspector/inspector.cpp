@@ -161,8 +161,10 @@ void Inspector::setShown(bool isShown)
     if (isShown) {
         m_log.open();
         startTimer();
-        if (m_page)
+        if (m_page) {
+            const EventLog::Quiet quiet(m_log);
             readTree();
+        }
         refresh();
     } else {
         stopTimer();

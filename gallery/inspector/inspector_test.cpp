@@ -127,6 +127,23 @@ TEST_F(InspectorTest, TheLogJoinsRepetitionsKeepsTheNewestAndSkipsWhatItIsToldTo
     EXPECT_EQ(log.lines().front().what, L"redraw 10,50 " + std::to_wstring(10 + 999 % 80) + L"\u00D710");
 }
 
+TEST_F(InspectorTest, TimersOfAllObjectsAreOneLineAndPushNothingOut)
+{
+    const auto rows = listObjects(*page);
+    std::int64_t handle = 0;
+    scene->root().GetWindowHandle(&handle);
+    EventLog log;
+    log.open();
+    button->DirectRedraw(nullptr);
+    for (std::size_t i = 0; i < EventLog::kCapacity; ++i)
+        SendMessageW(reinterpret_cast<HWND>(handle), WM_TIMER, 4711, 0);
+    log.collect(rows);
+    ASSERT_EQ(log.lines().size(), 2u);
+    EXPECT_EQ(log.lines().front().what, L"TIMER");
+    EXPECT_EQ(log.lines().front().count, static_cast<int>(EventLog::kCapacity * rows.size()));
+    EXPECT_EQ(log.lines().back().what, L"redraw 10,50 100\u00D728");
+}
+
 TEST_F(InspectorTest, EntriesOfObjectsThatAreGoneAreDropped)
 {
     EventLog log;

@@ -66,28 +66,17 @@ void makeStill(IVexControlBase& control)
     control.SetTabStop(VARIANT_FALSE);
 }
 
-namespace {
-
-ComPtr<IVexImageBase> framedSection(const Scene& scene, const wchar_t* drawing, long border)
-{
-    auto section = scene.drawingSection(drawing);
-    section->put_rcBorder({border, border, border, border});
-    return section;
-}
-
-} // namespace
-
 void focusSample(Scene& scene, IVexControlBase& page, const Rect& sample)
 {
     const auto ring = scene.form(&page, sample.inflated(3), scene.theme().window);
     ring->SetDrawColor(VARIANT_FALSE);
-    ring->SetBackImageSec(framedSection(scene, L"ring", 8).get());
+    ring->SetBackImageSec(scene.drawingSection(L"ring", 8).get());
     makeStill(*ring);
 }
 
 ComPtr<IVexImageBase> chosenButtonSection(const Scene& scene)
 {
-    return framedSection(scene, L"chosen-button", 8);
+    return scene.drawingSection(L"chosen-button", 8);
 }
 
 void sectionHeading(Scene& scene, IVexControlBase& page, Point at, const wchar_t* text)
