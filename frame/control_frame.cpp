@@ -27,12 +27,14 @@ void ControlFrame::constructInnerObjects()
 
 void ControlFrame::releaseHostObjects()
 {
-    unregisterWindowMessages(ComPtr<IAmbrel>(m_host.root).get());
-    m_host.clear();
+    // Out of the control's reach first: what comes back in while it lets go finds no host to attach it to again.
+    const ComPtr<IVexControlBase> inner = std::move(m_inner);
+    const HostCache host = std::exchange(m_host, {});
+    unregisterWindowMessages(host.root.get());
+    letGo(host);
     m_objectDraw.reset();
-    if (m_inner)
-        m_inner->SetRealCtrlPtr(nullptr); // the inner base object may live on in the hands of others
-    m_inner.reset();
+    if (inner)
+        inner->SetRealCtrlPtr(nullptr); // the inner base object may live on in the hands of others
 }
 
 // State of the inner base object -------------------------------------------------------------------------------------

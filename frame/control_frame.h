@@ -84,6 +84,10 @@ protected:
     /// A notification without a handler of its own: drag and drop, hooks, language and skin changes.
     virtual Handled onOther(const VexNotify&) { return Handled::No; }
 
+    /// The last reference has gone: gives back what the control made with its former host. The control has no inner
+    /// base object any more and knows no host.
+    virtual void letGo(const HostCache&) {}
+
     // The control's tool-tip text; empty for controls without one, which hides the tip.
     virtual Bstr toolTipText() const { return Bstr(); }
 
@@ -145,7 +149,7 @@ protected:
 
     void constructInnerObjects();
     Handled dispatch(const VexNotify& notify);
-    virtual void releaseHostObjects();
+    void releaseHostObjects();
 
 private:
     friend struct NotificationTable;

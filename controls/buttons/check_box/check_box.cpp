@@ -42,10 +42,9 @@ const ControlInfo& CVexCheckBox::info() const noexcept
     return kInfo;
 }
 
-void CVexCheckBox::releaseHostObjects()
+void CVexCheckBox::letGo(const HostCache& former)
 {
-    m_graphic.destroy(host());
-    Control::releaseHostObjects();
+    m_graphic.destroy(former);
 }
 
 // Notifications -------------------------------------------------------------------------------------------------------

@@ -35,7 +35,7 @@ protected:
     const ControlInfo& info() const noexcept override;
     void render(IVexRenderDC& dc) override;
     HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
-    void releaseHostObjects() override;
+    void letGo(const HostCache& former) override;
 
     const TextStyleProp& measuringStyle() override { return lookOf(CheckValue::Unchecked).textStyle; }
     int widthBesideText() override;

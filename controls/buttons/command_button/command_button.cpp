@@ -39,13 +39,12 @@ const ControlInfo& CCmdButton::info() const noexcept
     return kInfo;
 }
 
-void CCmdButton::releaseHostObjects()
+void CCmdButton::letGo(const HostCache& former)
 {
-    m_graphic.destroy(host());
+    m_graphic.destroy(former);
     if (m_back)
         for (Back& back : *m_back)
-            back.image.destroy(host());
-    Control::releaseHostObjects();
+            back.image.destroy(former);
 }
 
 // Notifications -------------------------------------------------------------------------------------------------------

@@ -53,7 +53,7 @@ public:
 protected:
     const ControlInfo& info() const noexcept override;
     void render(IVexRenderDC& dc) override;
-    void releaseHostObjects() override;
+    void letGo(const HostCache& former) override;
 
     FittedTo fittedTo(Size control, int textLength) override;
     const TextStyleProp& measuringStyle() override { return lookOf(m_state).textStyle; }

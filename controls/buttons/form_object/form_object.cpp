@@ -21,10 +21,9 @@ const ControlInfo& CUIFormObj::info() const noexcept
     return kInfo;
 }
 
-void CUIFormObj::releaseHostObjects()
+void CUIFormObj::letGo(const HostCache& former)
 {
-    m_backImage.destroy(host());
-    Control::releaseHostObjects();
+    m_backImage.destroy(former);
 }
 
 // Notifications -------------------------------------------------------------------------------------------------------

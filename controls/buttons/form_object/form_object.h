@@ -41,7 +41,7 @@ protected:
     void declareProperties(PropertyTable& table) override { m_properties.declare(table); }
     void render(IVexRenderDC& dc) override;
     HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
-    void releaseHostObjects() override;
+    void letGo(const HostCache& former) override;
 
     Handled onFinalCreate() override;
     Handled onMouseEnter(const PointerNotice& notice) override;

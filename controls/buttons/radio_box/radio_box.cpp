@@ -55,13 +55,12 @@ void* CRadioBox::findInterface(REFIID iid) noexcept
     return iid == kRadioMemberIid ? static_cast<RadioMember*>(this) : BoxControl::findInterface(iid);
 }
 
-void CRadioBox::releaseHostObjects()
+void CRadioBox::letGo(const HostCache& former)
 {
     m_blinkTimer.stop();
     leaveGroups();
     for (GraphicBitmap& bitmap : m_bitmaps)
-        bitmap.image.destroy(host());
-    Control::releaseHostObjects();
+        bitmap.image.destroy(former);
 }
 
 // Value ---------------------------------------------------------------------------------------------------------------

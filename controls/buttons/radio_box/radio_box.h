@@ -71,7 +71,7 @@ protected:
     const ControlInfo& info() const noexcept override;
     void render(IVexRenderDC& dc) override;
     HRESULT drawOnDc(IVexObjectDraw* objectDraw, VARIANT_BOOL* result) override;
-    void releaseHostObjects() override;
+    void letGo(const HostCache& former) override;
 
     const TextStyleProp& measuringStyle() override { return currentLook().textStyle; }
     int widthBesideText() override { return boxSize().width; }
