@@ -151,6 +151,29 @@ TEST_F(VexResTest, AnEntryIsFoundByTheIdThatTheSkinGivesIt)
               S_FALSE);
 }
 
+TEST_F(VexResTest, WhatIsNoPackageIsRefusedAndTheOpenSkinStays)
+{
+    const fs::path packaged = fs::path(L"" MORVANE_SKINS_DIR) / "2080.zip";
+    ASSERT_EQ(open(packaged), S_OK) << errorText();
+    const std::wstring stream = packaged.wstring() + L":stream";
+    const std::wstring endless(40000, L'a');
+    for (const wchar_t* path : {L"", L"NUL", L"CON", L"\\\\.\\NUL", L"\\\\.\\pipe\\none", L"C:\\no such file", L"a?b*c",
+                                L"..\\..\\..", stream.c_str(), endless.c_str()}) {
+        VARIANT_BOOL opened = VARIANT_TRUE;
+        EXPECT_TRUE(FAILED(resources->ChangeSkn(Bstr(path).get(), &opened))) << std::wstring(path).substr(0, 40);
+        EXPECT_EQ(opened, VARIANT_FALSE);
+        ComPtr<IVexObj> made;
+        resources->AddResObject(VEXOBJTYPE_IMAGE, nullptr, nullptr, VARIANT_FALSE, made.put());
+        EXPECT_EQ(made.as<IVexPicture>()->ImportFile(Bstr(path).get(), &opened), S_OK);
+        EXPECT_EQ(opened, VARIANT_FALSE);
+    }
+    Bstr now;
+    EXPECT_EQ(resources->GetSkinFilePath(now.put()), S_OK);
+    EXPECT_EQ(now.view(), packaged.wstring());
+    for (const wchar_t* path : {L"NUL", L"\\\\.\\NUL", L"C:\\no such folder\\skin.zip", L"a?b*c", endless.c_str()})
+        EXPECT_TRUE(FAILED(save(path))) << std::wstring(path).substr(0, 40);
+}
+
 TEST_F(VexResTest, AShownWindowHasBothStyles)
 {
     hyper made = 0;
