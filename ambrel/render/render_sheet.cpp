@@ -202,6 +202,17 @@ private:
         large->put_clrText(0x00FFFFFF);
         large->put_clrShadow(0x00D96325);
         write(*large.get(), {320, 445, 570, 475}, L"Outline effect");
+        TextLook look = large->look();
+        look.outlineSize = 4;
+        large->setLook(look);
+        write(*large.get(), {630, 560, 880, 595}, L"Wide outline");
+        look.effect = 1;
+        look.colour = kText;
+        look.shadowColour = 0x00808080;
+        look.shadowX = look.shadowY = 2;
+        look.shadowOnPerPixel = 4;
+        large->setLook(look);
+        write(*large.get(), {400, 650, 590, 690}, L"Soft shadow");
     }
 
     void drawOthers()
