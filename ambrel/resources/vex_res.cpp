@@ -309,8 +309,12 @@ STDMETHODIMP VexRes::AddColorCase(BSTR name, VEX_COLORCASE* record) noexcept
     if (!record)
         return E_POINTER;
     return guarded([&] {
-        m_colorCases.add(viewOf(name), *record);
+        const std::wstring_view called = viewOf(name).empty() ? viewOf(record->strName) : viewOf(name);
+        if (called.empty())
+            return E_INVALIDARG; // no name stands for no case
+        m_colorCases.add(called, *record);
         showColorCase();
+        return S_OK;
     });
 }
 STDMETHODIMP VexRes::RemoveColorCase(BSTR name, VARIANT_BOOL* result) noexcept

@@ -74,6 +74,18 @@ TEST_F(VexResTest, AColourCaseThatIsRemovedIsNotTheChosenOneAnyMore)
     EXPECT_EQ(chosen(), L"");
 }
 
+TEST_F(VexResTest, AColourCaseHasAName)
+{
+    const Bstr name(L"Named by its record");
+    VEX_COLORCASE record{};
+    EXPECT_EQ(resources->AddColorCase(nullptr, &record), E_INVALIDARG);
+    record.strName = name.get();
+    EXPECT_EQ(resources->AddColorCase(nullptr, &record), S_OK);
+    EXPECT_EQ(resources->AddColorCase(name.get(), nullptr), E_POINTER);
+    EXPECT_EQ(next(true), L"Named by its record");
+    EXPECT_EQ(next(), L"");
+}
+
 TEST_F(VexResTest, AWalkOverColourCasesMissesNoneWhenOneThatWasSeenIsRemoved)
 {
     addCases({L"A", L"B", L"C", L"D"});
