@@ -500,6 +500,14 @@ void InputRouter::sceneChanged()
     findHotAgain();
 }
 
+void InputRouter::restart(InputScene& scene) noexcept
+{
+    shutDown();
+    m_scene = &scene;
+    m_pointerInside = false;
+    m_windowFocused = true;
+}
+
 void InputRouter::shutDown() noexcept
 {
     m_scene = &emptyScene();

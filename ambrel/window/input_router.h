@@ -165,6 +165,8 @@ public:
     void sceneChanged();
     /// Nothing is delivered from here on.
     void shutDown() noexcept;
+    /// Begins anew after that, with nothing held or focused.
+    void restart(InputScene& scene) noexcept;
 
     InputTarget hot() const noexcept { return m_hot; }
     InputTarget pressed() const noexcept { return m_pressed; }

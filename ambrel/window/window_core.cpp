@@ -38,6 +38,8 @@ bool WindowCore::create(HWND parent, const Rect& rect)
 {
     if (m_window.handle())
         return false;
+    if (m_destroying)
+        startAfresh();
     HostWindow::Shape shape;
     shape.parent = m_parent = parent;
     shape.rect = {rect.left, rect.top, rect.right, rect.bottom};
@@ -66,6 +68,15 @@ bool WindowCore::create(HWND parent, const Rect& rect)
     GetClientRect(window(), &client);
     m_root.moveTo(morvane::fromWin32(client));
     return m_window.handle() != nullptr;
+}
+
+void WindowCore::startAfresh() noexcept
+{
+    // A root whose window has ended gets another one: what was under way ended with the first.
+    m_router.restart(m_scene);
+    m_requests = 0;
+    m_destroying = m_recheckPosted = m_trackingLeave = m_capturesForApplication = false;
+    m_dragArmed = m_keyUsed = m_altUsed = m_keyboardCues = m_wasShown = m_isGround = false;
 }
 
 void WindowCore::windowGone() noexcept

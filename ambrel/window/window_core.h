@@ -137,6 +137,8 @@ private:
     };
     class Painting;
 
+    void startAfresh() noexcept;
+
     // HostWindow::Client
     LRESULT windowMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
     void windowGone() noexcept override;
