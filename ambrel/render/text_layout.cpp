@@ -122,16 +122,37 @@ private:
 
     void addSingleLine()
     {
-        std::wstring text = m_plain.text;
-        std::ranges::replace(text, L'\n', L' ');
-        std::erase(text, L'\r');
-        const int width = m_font.width(text);
+        const PlainText line = onOneLine();
+        const int width = m_font.width(line.text);
         if (isTooWide(width) && m_format.trimming != TextTrimming::None) {
-            text = cutLine(text, m_width, m_format.trimming, m_font);
-            add(text, 0, m_font.width(text));
+            const std::wstring cut = cutLine(line.text, m_width, m_format.trimming, m_font);
+            add(cut, placeInCut(line, cut), m_font.width(cut));
         } else {
-            add(text, 0, width);
+            add(line.text, line.underlined, width);
         }
+    }
+
+    PlainText onOneLine() const
+    {
+        PlainText line;
+        for (std::size_t i = 0; i < m_plain.text.size(); ++i) {
+            if (static_cast<int>(i) == m_plain.underlined)
+                line.underlined = static_cast<int>(line.text.size());
+            if (const wchar_t c = m_plain.text[i]; c != L'\r')
+                line.text += c == L'\n' ? L' ' : c;
+        }
+        return line;
+    }
+
+    /// Where the underlined character is after something was cut out of the middle or the end; -1 when it is gone.
+    static int placeInCut(const PlainText& line, const std::wstring& cut)
+    {
+        const auto end = std::mismatch(cut.begin(), cut.end(), line.text.begin(), line.text.end()).first;
+        if (line.underlined < 0 || line.underlined < end - cut.begin())
+            return line.underlined;
+        const auto kept = std::mismatch(cut.rbegin(), cut.rend(), line.text.rbegin(), line.text.rend()).first;
+        const int fromEnd = static_cast<int>(line.text.size()) - line.underlined;
+        return fromEnd <= kept - cut.rbegin() ? static_cast<int>(cut.size()) - fromEnd : -1;
     }
 
     void addParagraphs()
@@ -156,7 +177,7 @@ private:
             if (count == 0)
                 count = std::max<std::size_t>(fitting, 1); // one word wider than the line
             const std::wstring_view line = withoutTrailingSpaces(text.substr(0, count));
-            add(line, offset, m_font.width(line));
+            add(line, underlinedFrom(offset), m_font.width(line));
             while (count < text.size() && isSpace(text[count]))
                 ++count;
             text.remove_prefix(count);
@@ -164,14 +185,19 @@ private:
             if (text.empty())
                 return;
         }
-        add(text, offset, m_font.width(text));
+        add(text, underlinedFrom(offset), m_font.width(text));
     }
 
-    void add(std::wstring_view text, std::size_t offset, int width)
+    int underlinedFrom(std::size_t offset) const
+    {
+        return m_plain.underlined >= static_cast<int>(offset) ? m_plain.underlined - static_cast<int>(offset) : -1;
+    }
+
+    /// `underlined` may lie beyond the line: then it is on a later one.
+    void add(std::wstring_view text, int underlined, int width)
     {
         TextLine line{std::wstring(text), width};
-        const int underlined = m_plain.underlined - static_cast<int>(offset);
-        if (m_plain.underlined >= 0 && underlined >= 0 && underlined < static_cast<int>(text.size())) {
+        if (underlined >= 0 && underlined < static_cast<int>(text.size())) {
             const auto index = static_cast<std::size_t>(underlined);
             line.underlined = underlined;
             line.underlineLeft = m_font.width(text.substr(0, index));

@@ -80,6 +80,22 @@ TEST(TextLayoutTest, TheUnderlinedCharacterIsFoundOnALaterLine)
     EXPECT_EQ(layout.lines[1].underlined, 1);
 }
 
+TEST(TextLayoutTest, WhatIsLeftOutOfALineMovesOrTakesAwayTheUnderline)
+{
+    const auto underlined = [](std::wstring_view text, int width, TextTrimming trimming) {
+        const TextFormat format{.trimming = trimming, .prefix = HotkeyPrefix::Underlined};
+        const TextLayout layout = layOutText(text, width, format, TenPixelFont());
+        const TextLine& line = layout.lines.at(0);
+        return line.underlined < 0 ? L'-' : line.text.at(static_cast<std::size_t>(line.underlined));
+    };
+    EXPECT_EQ(underlined(L"one\r\n&two", 0, TextTrimming::None), L't');
+    EXPECT_EQ(underlined(L"long &name", 70, TextTrimming::EllipsisCharacter), L'n');
+    EXPECT_EQ(underlined(L"long &name", 60, TextTrimming::EllipsisCharacter), L'-') << "not the ellipsis";
+    EXPECT_EQ(underlined(L"C:\\&folder\\name", 100, TextTrimming::EllipsisPath), L'f');
+    EXPECT_EQ(underlined(L"C:\\folder\\&name", 90, TextTrimming::EllipsisPath), L'n') << "it moved with the name";
+    EXPECT_EQ(underlined(L"C:\\fold&er\\name", 90, TextTrimming::EllipsisPath), L'-');
+}
+
 TEST(TextLayoutTest, SurrogatePairsStayTogether)
 {
     const std::wstring pairs = L"\xD83D\xDE00\xD83D\xDE01"; // two characters beyond the first plane, in UTF-16
