@@ -279,9 +279,11 @@ STDMETHODIMP VexRes::AddResObject(VexObjType type, IVexObj*, BSTR name, VARIANT_
         const HRESULT status = createResource(type, viewOf(name), this, resource.put());
         if (FAILED(status))
             return status;
-        const std::wstring called =
-            viewOf(name).empty() ? freeName(m_store, type, *resource.get()) : std::wstring(viewOf(name));
-        resource->SetName(Bstr(called).get());
+        std::wstring called(viewOf(name));
+        if (called.empty()) {
+            called = freeName(m_store, type, *resource.get());
+            resource->SetName(Bstr(called).get());
+        }
         m_store.add(type, called, resource, false);
         if (first != VARIANT_FALSE)
             m_store.moveToFront(resource.get());

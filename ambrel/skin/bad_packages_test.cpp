@@ -62,6 +62,28 @@ TEST(BadSkinPackagesTest, OnlyUtf8IsUnderstood)
     EXPECT_TRUE(readSkin(withFile(whole, "shareres.xml", marked))) << "a byte order mark is no fault";
 }
 
+TEST(BadSkinPackagesTest, OnePictureNamedManyTimesIsAsManyPictures)
+{
+    Bytes padded = png(4, 4);
+    padded.resize(9u << 20); // what follows the picture is no fault
+    for (const auto& [bytes, most] : {std::pair(png(4000, 4000), 4), std::pair(padded, 7)}) {
+        for (const int count : {most, most + 1}) {
+            std::string entries;
+            for (int i = 0; i < count; ++i)
+                entries += "<Pic" + std::to_string(i) + " Caption='large.png'/>";
+            PackageFiles files;
+            files.add("large.png", bytes);
+            files.add("objects.xml", bytesOf("<Ambrel><Objects/></Ambrel>"));
+            files.add("shareres.xml", bytesOf("<Ambrel><share><Images>" + entries + "</Images></share></Ambrel>"));
+            const auto read = readSkin(files);
+            EXPECT_EQ(read.ok(), count == most) << count;
+            if (!read) {
+                EXPECT_EQ(read.error().code, Code::PictureTooLarge) << read.error().text();
+            }
+        }
+    }
+}
+
 TEST(BadSkinPackagesTest, EntitiesOfTheTextItselfAreRefusedInEveryFile)
 {
     const std::string bomb = "<!DOCTYPE a [<!ENTITY x \"ha\"><!ENTITY y \"&x;&x;&x;&x;\">]><Ambrel b=\"&y;\"/>";

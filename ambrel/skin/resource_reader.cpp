@@ -185,12 +185,13 @@ private:
             const auto info = probePicture(*m_files.find(spelling), spelling);
             if (!info)
                 m_document.fail(info.error().code, element, "Caption", spelling + ": " + info.error().message);
-            m_pixels += std::int64_t(info->width) * info->height * info->frames;
-            if (m_pixels > kPixelsOfPackage)
-                m_document.fail(Code::PictureTooLarge, element, "Caption",
-                                "the package's pictures are too large together");
             known = m_probed.emplace(spelling, info.value()).first;
         }
+        // Each entry becomes a picture of its own, also where several name one file.
+        m_pixels += std::int64_t(known->second.width) * known->second.height * known->second.frames;
+        m_pictureBytes += m_files.find(spelling)->size();
+        if (m_pixels > kPixelsOfPackage || m_pictureBytes > kPackageBytes)
+            m_document.fail(Code::PictureTooLarge, element, "Caption", "the package's pictures are too large together");
         picture.files.push_back({scale, spelling, known->second});
         return true;
     }
@@ -241,6 +242,7 @@ private:
     std::unordered_map<std::string, std::uint32_t> m_colours;
     std::map<std::string, PictureInfo> m_probed;
     std::int64_t m_pixels = 0;
+    std::size_t m_pictureBytes = 0;
 };
 
 } // namespace
