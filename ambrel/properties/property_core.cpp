@@ -1,7 +1,6 @@
 #include "ambrel/properties/property_config.h"
 
 #include "ambrel/properties/config_node.h"
-#include "ambrel/properties/hotkey.h"
 #include "ambrel/properties/property_descriptor.h"
 #include "ambrel/properties/property_group.h"
 #include "ambrel/trace/trace.h"
@@ -17,13 +16,6 @@ using morvane::guarded;
 PropertyCore::~PropertyCore()
 {
     morvane::ModuleLock::remove();
-}
-
-void PropertyCore::setName(std::wstring_view name)
-{
-    m_name = Atom(name);
-    if (type() == _PROPTYPE_HOTKEY)
-        hotkeyGained(); // hot keys are known by their properties' names
 }
 
 void PropertyCore::setHelp(std::wstring_view help)

@@ -72,7 +72,7 @@ public:
     IVexPropBase& asInterface() noexcept { return kind().interfaceOf(*this); }
 
     Atom name() const noexcept { return m_name; }
-    void setName(std::wstring_view name);
+    void setName(std::wstring_view name) { m_name = Atom(name); }
     Atom help() const noexcept { return m_extras ? m_extras->help : Atom(); }
     void setHelp(std::wstring_view help);
 

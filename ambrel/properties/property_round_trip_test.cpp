@@ -404,7 +404,6 @@ TEST_F(RoundTripTest, AHotKeyOfAPropertyIsNoticedHoweverItComes)
     };
     grows("as an object", [&] { property->SetObject(key.get()); });
     grows("as a dispatch", [&] { property->SetDispatch(key.get()); });
-    grows("renamed", [&] { property->SetName(Bstr(L"Hotkey2").get()); });
     grows("with its group", [&] { group(L"Outer")->AddProp(home.get()); });
     grows("made when asked for", [&] {
         ComPtr<IVexHotkey> made;

@@ -476,7 +476,7 @@ TextResult HotkeyPropertyObject::fromText(std::wstring_view text, const Resource
     const auto changed = Hotkey::create();
     if (!setHotkeyText(*changed.get(), text))
         return TextResult::NotThisType;
-    if (toText() == hotkeyText(*changed.get()) || (!m_object && text.empty()))
+    if (toText() == hotkeyText(*changed.get()))
         return TextResult::Taken;
     hotkeyGained();
     assign(m_object, changed, notify);

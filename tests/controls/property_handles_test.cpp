@@ -1,10 +1,10 @@
 // The frame's typed handles on property objects of the runtime, declared into the table of a living control.
-#include "frame/properties.h"
-
 #include "ambrel/window/window_fixture.h"
+#include "controls/buttons/form_object/form_object.h"
 #include "module/loaded_module.h"
 
 #include <limits>
+#include <utility>
 
 namespace morvane {
 namespace {
@@ -32,6 +32,28 @@ struct EveryHandle {
         group.style(cursor, L"Cursor");
         group.style(hotkey, L"Hotkey1");
         group.style(font, L"Font");
+    }
+};
+
+/// A control with more properties than it draws, which keeps one of them in range.
+class Listening : public CUIFormObj {
+public:
+    EveryHandle p;
+    std::vector<std::string> heard;
+
+protected:
+    void declareProperties(PropertyTable& table) override
+    {
+        CUIFormObj::declareProperties(table);
+        p.declare(table);
+        heard.clear(); // defaults are told like any change
+    }
+    Handled onPropertyChanged(IVexPropBase* changed) override
+    {
+        heard.push_back(p.ratio.is(changed) ? "ratio" : p.mode.is(changed) ? "mode" : "another");
+        if (p.ratio.value() > 1)
+            p.ratio.set(1);
+        return Handled::No;
     }
 };
 
@@ -113,6 +135,29 @@ TEST_F(PropertyHandlesTest, AHandleKnowsItsPropertyByItsAddressAlone)
     EXPECT_FALSE(p.ratio.is(p.mode.get()));
     EXPECT_FALSE(p.ratio.is(reinterpret_cast<IVexPropBase*>(-1)));
     EXPECT_FALSE(FloatProp().is(nullptr)) << "an empty handle is nobody's";
+}
+
+TEST_F(PropertyHandlesTest, OneHandlerHearsOfEveryPropertyOfTheTable)
+{
+    using Heard = std::vector<std::string>;
+    const auto listening = Instance<Listening>::make();
+    ASSERT_EQ(listening->CreateProps(), S_OK);
+    EveryHandle& own = listening->p;
+    own.ratio.set(0.25f);
+    own.ratio.set(0.25f);
+    EXPECT_EQ(std::exchange(listening->heard, {}), Heard{"ratio"}) << "the same value is no change";
+    own.ratio.set(7);
+    EXPECT_EQ(std::exchange(listening->heard, {}), (Heard{"ratio", "ratio"})) << "the control's own answer, too";
+    EXPECT_EQ(own.ratio.value(), 1);
+    own.mode.select(2);
+    own.offset.set(8);
+    EXPECT_EQ(std::exchange(listening->heard, {}), (Heard{"mode", "another"}));
+    VARIANT quiet;
+    VariantInit(&quiet);
+    quiet.vt = VT_I4;
+    own.mode.get()->SetPrivateValue(quiet);
+    EXPECT_EQ(own.mode.selection(), 0);
+    EXPECT_EQ(listening->heard, Heard()) << "a skin's values come unsaid";
 }
 
 TEST_F(PropertyHandlesTest, EmptyHandlesReadAsNothingAndTakeNothing)
