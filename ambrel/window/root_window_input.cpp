@@ -21,6 +21,9 @@ STDMETHODIMP RootWindow::SetCaptureCtrl(IVexControlBase* control) noexcept
         SkinObjectCore* const core = coreOf(control);
         if (!core || &core->node().root() != &node())
             return E_INVALIDARG;
+        // It would hear of the pointer, which objects that are hidden or disabled never do.
+        if (!core->node().isShown() || !core->node().isUsable())
+            return S_FALSE;
         m_core.router().captureFor(targetOf(&core->node()));
         return S_OK;
     });

@@ -164,11 +164,13 @@ STDMETHODIMP VexWindow::SetWindowText(hyper hWnd, BSTR text, VARIANT_BOOL* resul
 }
 STDMETHODIMP VexWindow::GetWindowText(hyper hWnd, BSTR* result) noexcept
 {
-    return returning(result, [&] {
+    return filling(result, [&](BSTR& place) {
         const HWND window = asWindow(hWnd);
-        std::wstring text(static_cast<std::size_t>(IsWindow(window) ? GetWindowTextLengthW(window) : 0) + 1, L'\0');
-        const int length = IsWindow(window) ? GetWindowTextW(window, text.data(), static_cast<int>(text.size())) : 0;
-        return Bstr(std::wstring_view(text.data(), static_cast<std::size_t>(length)));
+        const bool exists = IsWindow(window) != FALSE;
+        std::wstring text(static_cast<std::size_t>(exists ? GetWindowTextLengthW(window) : 0) + 1, L'\0');
+        const int length = exists ? GetWindowTextW(window, text.data(), static_cast<int>(text.size())) : 0;
+        place = Bstr(std::wstring_view(text.data(), static_cast<std::size_t>(length))).detach();
+        return exists ? S_OK : S_FALSE;
     });
 }
 

@@ -571,6 +571,9 @@ TEST_F(HostTest, WindowsAreMadeAndEndedByNumber)
     EXPECT_EQ(done, VARIANT_TRUE);
     EXPECT_FALSE(IsWindow(reinterpret_cast<HWND>(made)));
     EXPECT_EQ(windows->Destroy(made, &done), S_FALSE);
+    EXPECT_EQ(windows->GetWindowText(made, text.put()), S_FALSE) << "a window that is gone has no text";
+    EXPECT_EQ(text.view(), L"");
+    EXPECT_EQ(windows->GetWindowText(made, nullptr), E_POINTER);
     ComPtr<IVexRect> rect;
     EXPECT_EQ(windows->GetWindowRect(made, rect.put()), S_FALSE);
     EXPECT_EQ(windows->Create(0, Bstr(L"No such class").get(), nullptr, 0, 0, 0, 0, 0, 0, &made), S_FALSE);

@@ -264,6 +264,22 @@ TEST_F(HostTest, CapturedForTheApplicationThePressedObjectGetsEveryMove)
     EXPECT_EQ(down, VARIANT_FALSE);
 }
 
+TEST_F(HostTest, AnObjectThatCannotBeUsedCannotHaveThePointer)
+{
+    TestControl* a = add("a", {0, 0, 50, 50});
+    VARIANT_BOOL changed = VARIANT_FALSE;
+    a->EnableObject(VARIANT_FALSE, VARIANT_FALSE, &changed);
+    EXPECT_EQ(root->SetCaptureCtrl(a), S_FALSE);
+    moveTo(200, 100);
+    EXPECT_EQ(taken(), Log());
+    EXPECT_NE(GetCapture(), window);
+    a->EnableObject(VARIANT_TRUE, VARIANT_FALSE, &changed);
+    EXPECT_EQ(root->SetCaptureCtrl(a), S_OK);
+    moveTo(200, 100);
+    EXPECT_EQ(taken(), Log({"a move"}));
+    EXPECT_EQ(root->ReleaseCaptureCtrl(), S_OK);
+}
+
 TEST_F(HostTest, AnotherWindowThatTakesThePointerEndsThePress)
 {
     TestControl* a = add("a", {0, 0, 100, 50});
