@@ -110,7 +110,7 @@ STDMETHODIMP VexRes::GetResObject(VexObjType type, BSTR name, ISkinObjResBase* p
         }
         for (const ComPtr<RootWindow>& each : windows()) {
             if (!control)
-                each->GetObjectByCaption(type, name, VARIANT_TRUE, control.put());
+                each->GetObjectByCaption(type, name, deep, control.put());
         }
         found = control.detach();
         return found ? S_OK : S_FALSE;

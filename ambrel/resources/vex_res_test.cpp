@@ -186,6 +186,23 @@ TEST_F(VexResTest, WhatIsNoPackageIsRefusedAndTheOpenSkinStays)
         EXPECT_TRUE(FAILED(save(path))) << std::wstring(path).substr(0, 40);
 }
 
+TEST_F(VexResTest, WithoutAParentObjectsOfAllWindowsAreSearchedAsDeepAsIsAsked)
+{
+    const auto outer = addButton(L"outer");
+    const auto inner = SkinSaveTest::addButton(*resources.get(), *root.get(), L"inner");
+    inner->SetParent(outer.get());
+    const auto found = [&](const wchar_t* name, VARIANT_BOOL deep) {
+        ComPtr<IVexObj> object;
+        resources->GetResObject(VEXOBJTYPE_PLUGIN, Bstr(name).get(), nullptr, deep, object.put());
+        return object != nullptr;
+    };
+    EXPECT_TRUE(found(L"outer", VARIANT_FALSE));
+    EXPECT_FALSE(found(L"inner", VARIANT_FALSE));
+    EXPECT_TRUE(found(L"inner", VARIANT_TRUE));
+    ComPtr<IVexObj> anywhere;
+    EXPECT_EQ(resources->GetGlobalResObj(VEXOBJTYPE_PLUGIN, Bstr(L"inner").get(), anywhere.put()), S_OK);
+}
+
 TEST_F(VexResTest, AShownWindowHasBothStyles)
 {
     hyper made = 0;
