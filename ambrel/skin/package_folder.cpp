@@ -97,7 +97,7 @@ fs::path freeNameBeside(const fs::path& path)
 {
     std::error_code fault;
     for (int number = 0;; ++number) {
-        const fs::path fresh = freshName(path, number);
+        fs::path fresh = freshName(path, number);
         if (!fs::exists(fs::symlink_status(fresh, fault)))
             return fresh;
     }
