@@ -64,7 +64,7 @@ import sys
 from pathlib import Path
 
 tree = Path(sys.argv[1])
-pages = [tree / "README.md", tree / "CHANGELOG.md", *tree.glob("docs/**/*.md")]
+pages = [tree / "README.md", tree / "CHANGELOG.md", *tree.glob("docs/**/*.md"), *tree.glob("samples/**/*.md")]
 broken = 0
 for page in pages:
     if page.parent.name == "_parts":

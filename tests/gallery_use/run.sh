@@ -20,6 +20,21 @@ changes()
     done
     return 1
 }
+# settled PART: the same, once it no longer changes: a busy machine shows windows half drawn
+settled()
+{
+    local last now _
+    last=$(part "$1")
+    for _ in $(seq 20); do
+        sleep 0.2
+        now=$(part "$1")
+        [ "$now" = "$last" ] && break
+        last=$now
+    done
+    echo "$last"
+}
+# looks PART WANTED: whether it looks so now
+looks() { [ "$(part "$1")" = "$2" ]; }
 # stays PART BEFORE: whether it still looks so a while later
 stays() { sleep 0.7 && [ "$(part "$1")" = "$2" ]; }
 at() { xdotool mousemove $((X + $1)) $((Y + bar + $2)); }
@@ -69,11 +84,11 @@ eval "$(xdotool getwindowgeometry --shell "$window" | grep -E '^[XY]=')"
 # Places on the page of buttons, and what tells of a press beside them.
 readonly press=(288 462) pressed=180x24+370+450 saved=180x24+730+450 fitting=100x28+280+368 title=300x30+220+16
 
-before=$(part $pressed)
+before=$(settled $pressed)
 click "${press[@]}"
 changes $pressed "$before"
 report $? "a click counts"
-before=$(part $pressed)
+before=$(settled $pressed)
 at "${press[@]}"
 xdotool mousedown 1
 at 600 530
@@ -89,18 +104,18 @@ xdotool key space
 changes $pressed "$before"
 report $? "a press by the keyboard does"
 
-before=$(part $saved)
+before=$(settled $saved)
 xdotool key ctrl+s
 changes $saved "$before"
 report $? "Ctrl+S presses its button from anywhere"
 
-before=$(part $fitting)
+before=$(settled $fitting)
 click 870 382
 changes $fitting "$before"
 report $? "a button grows with its text"
 
 # Below the entry of the page that is shown lies its text: a click there builds nothing anew.
-before=$(part $pressed)
+before=$(settled $pressed)
 click 60 82
 stays $pressed "$before"
 report $? "the entry of the page that is shown does not build it anew"
@@ -111,49 +126,50 @@ xdotool key Return
 stays $pressed "$before"
 report $? "nor Enter"
 
-before=$(part $title)
+before=$(settled $title)
 xdotool key Down
 changes $title "$before"
 report $? "Down goes to the next page"
 xdotool key Down
 sleep 0.7
 readonly answer=200x24+460+412
-before=$(part $answer)
+before=$(settled $answer)
 click 649 396
 changes $answer "$before"
 report $? "the picture in a radio box is clicked by itself"
 click 60 146 # the list again
-before=$(part $title)
+before=$(settled $title)
 xdotool key Up
 changes $title "$before"
 report $? "Up goes back"
 
 # The list's other keys; what the title looks like tells the page.
-check_box=$(part $title)
+check_box=$(settled $title)
 xdotool key Home
 changes $title "$check_box"
 report $? "Home goes to the first page"
-first=$(part $title)
+first=$(settled $title)
 xdotool key c
-changes $title "$first" && [ "$(part $title)" = "$check_box" ]
+within 5 looks $title "$check_box"
 report $? "a letter goes to the next page that begins with it"
 xdotool key c
-changes $title "$check_box" && [ "$(part $title)" = "$first" ]
+within 5 looks $title "$first"
 report $? "and again to the one after, from the last to the first"
 mark=196x1+0+98 # through the lower edge of the mark around the first entry
-with=$(part $mark)
+with=$(settled $mark)
 xdotool key End
 changes $title "$first" && changes $mark "$with"
 report $? "End goes to the last page, and the mark of the focus with it"
 
-# Each page is made anew; nothing of the former may stay. The first round fills what is kept on purpose.
+# Each page is made anew; nothing of the former may stay. The first round fills what is kept on purpose. A page that
+# stayed would be 150 KiB; the process breathes by some of them.
 memory() { awk '/^VmRSS/ {print $2}' "/proc/$app/status"; }
 round() { for _ in $(seq "$1"); do xdotool key --delay 30 Down; done; sleep 1; }
 round 48
 before=$(memory)
 round 96
 grown=$(($(memory) - before))
-[ "$grown" -lt 3000 ]
+[ "$grown" -lt 8000 ]
 report $? "96 changes of the page keep the memory (grown by $grown KiB)"
 
 # The switches below the list: everything is made anew while the window stands.
