@@ -43,10 +43,7 @@ private:
         const std::wstring key = groupKey + property.keyName();
         const auto styleNode = styleNodeOf(property);
         ConfigNode& node = styleNode ? *styleNode : m_node;
-        if (m_read)
-            return property.readAttribute(node, key);
-        property.writeAttribute(node, key);
-        return true;
+        return m_read ? property.readAttribute(node, key) : property.writeAttribute(node, key);
     }
 
     std::shared_ptr<ConfigNode> styleNodeOf(const PropertyCore& property) const

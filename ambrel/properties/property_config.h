@@ -13,7 +13,8 @@ HRESULT getDispatch(PropertyCore& property, IDispatch** result) noexcept;
 HRESULT setDispatch(PropertyCore& property, IDispatch* value) noexcept;
 
 /// Reads or writes the value under `key`, completed by the property's own name unless it is the whole key. The result
-/// is false when nothing fitting was there to read. E_INVALIDARG for a handle that is no node.
+/// is false when nothing fitting was there to read, and when an object without a name was to be written. E_INVALIDARG
+/// for a handle that is no node.
 HRESULT access(PropertyCore& property, hyper node, BSTR key, bool read, bool isWholeKey, VARIANT_BOOL* result) noexcept;
 
 HRESULT clone(PropertyCore& property, IVexPropBase* source) noexcept;

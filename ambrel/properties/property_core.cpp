@@ -100,9 +100,19 @@ bool PropertyCore::readAttribute(const ConfigNode& node, std::wstring_view key)
            kind().setText(*this, std::wstring(*text), SkinResources(resources()), Notify::No) == TextResult::Taken;
 }
 
-void PropertyCore::writeAttribute(ConfigNode& node, std::wstring_view key)
+bool PropertyCore::writeAttribute(ConfigNode& node, std::wstring_view key)
 {
-    node.setAttribute(key, kind().text(*this));
+    const std::wstring text = kind().text(*this);
+    if (text.empty() && isResource()) {
+        ComPtr<IDispatch> object;
+        asInterface().GetDispatch(object.put());
+        if (object) {
+            node.removeAttribute(key);
+            return false;
+        }
+    }
+    node.setAttribute(key, text);
+    return true;
 }
 
 std::wstring PropertyCore::keyName() const
@@ -196,9 +206,8 @@ HRESULT access(PropertyCore& property, hyper node, BSTR key, bool read, bool isW
         std::wstring name(morvane::viewOf(key));
         if (!isWholeKey)
             name += property.keyName();
-        if (!read)
-            property.writeAttribute(*element, name);
-        done = morvane::toVariantBool(!read || property.readAttribute(*element, name));
+        done = morvane::toVariantBool(read ? property.readAttribute(*element, name)
+                                           : property.writeAttribute(*element, name));
         return S_OK;
     });
 }

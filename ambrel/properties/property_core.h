@@ -76,6 +76,9 @@ public:
     Atom help() const noexcept { return m_extras ? m_extras->help : Atom(); }
     void setHelp(std::wstring_view help);
 
+    /// Whether the value is a shared object of the skin, known by its name.
+    bool isResource() const noexcept { return !kind().keySuffix.empty(); }
+
     bool isStyle() const noexcept { return m_isStyle; }
     void setStyle(bool isStyle) noexcept { m_isStyle = isStyle; }
     /// Left out of the designer's list of descriptors.
@@ -103,9 +106,10 @@ public:
     /// touched afterwards.
     void announceChange() noexcept;
 
-    /// Reads or writes the value as the attribute `key` of a node. False when there was nothing to read.
+    /// Reads or writes the value as the attribute `key` of a node. False when there was nothing to read, and for an
+    /// object without a name, which nobody could find again: the attribute goes, and reading leaves the object alone.
     bool readAttribute(const class ConfigNode& node, std::wstring_view key);
-    void writeAttribute(class ConfigNode& node, std::wstring_view key);
+    bool writeAttribute(class ConfigNode& node, std::wstring_view key);
     /// The property's part of its key: name and the suffix of its type.
     std::wstring keyName() const;
 

@@ -154,6 +154,28 @@ TEST_F(RoundTripTest, WhatIsWrittenIsReadAndClonedForEveryType)
     EXPECT_EQ(std::size(values), 14u);
 }
 
+TEST_F(RoundTripTest, AnObjectWithoutANameIsNotLostByWritingAndReading)
+{
+    const auto home = group(L"Home");
+    const auto property = make<morvane::ImageSectionProperty>(_PROPTYPE_IMAGESECTION, L"Image", home.get());
+    TestDouble<IVexImageBase> unnamed;
+    property->SetImageSection(unnamed.get());
+    const auto node = ConfigNode::create(L"Node");
+    const std::wstring key = L"HomeImage.ImageSecId";
+    node->setAttribute(key, L"Former");
+    VARIANT_BOOL done = VARIANT_TRUE;
+    EXPECT_EQ(property->AccessConfig(node->handle(), Bstr(key).get(), VARIANT_FALSE, VARIANT_TRUE, &done), S_OK);
+    EXPECT_EQ(done, VARIANT_FALSE);
+    EXPECT_EQ(node->attribute(key), nullptr) << "it is not the former one";
+    home->AccessConfig(node->handle(), VARIANT_FALSE, &done);
+    home->AccessConfig(node->handle(), VARIANT_TRUE, &done);
+    ComPtr<IVexImageBase> section;
+    property->GetImageSection(section.put());
+    EXPECT_EQ(section.get(), unnamed.get());
+    section.reset();
+    property->SetImageSection(nullptr);
+}
+
 TEST_F(RoundTripTest, AnyNumberIsReadBackAsItWasWritten)
 {
     std::mt19937 random(20261121);
