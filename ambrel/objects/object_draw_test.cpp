@@ -2,6 +2,8 @@
 #include "ambrel/objects/memory_bitmap.h"
 #include "ambrel/objects/test_control.h"
 #include "ambrel/objects/test_window.h"
+#include "ambrel/render/render_dc.h"
+#include "frame/com/instance.h"
 
 #include <gtest/gtest.h>
 
@@ -142,6 +144,24 @@ TEST_F(ObjectDrawTest, ARenderContextIsKeptAndGivesItsDeviceContextOutsideOfADra
     EXPECT_EQ(draw->GetRenderDC(nullptr), E_POINTER);
     EXPECT_EQ(draw->SaveBitmap(nullptr, &done), S_OK);
     EXPECT_EQ(done, VARIANT_FALSE) << "outside of a drawing";
+}
+
+TEST_F(ObjectDrawTest, AContextHoldsTheControlThatItDrawsUntilItIsToldOfAnother)
+{
+    const auto references = [&] {
+        control->AddRef();
+        return control->Release();
+    };
+    const auto context = morvane::Instance<RenderDC>::make();
+    const ULONG before = references();
+    context->SetCurrentControl(control->asControl());
+    EXPECT_EQ(references(), before + 1);
+    ComPtr<IVexControlBase> current;
+    EXPECT_EQ(context->GetCurrentControl(current.put()), S_OK);
+    EXPECT_EQ(current.get(), control->asControl());
+    current.reset();
+    context->SetCurrentControl(nullptr);
+    EXPECT_EQ(references(), before);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "host/geometry.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace ambrel {
 
@@ -384,14 +385,14 @@ STDMETHODIMP RenderDC::SetCurrentControl(IVexControlBase* control) noexcept
     VARIANT_BOOL mirrored = VARIANT_FALSE;
     if (control)
         control->IsMirrorObject(&mirrored);
-    m_currentControl = control;
     m_isMirrored = mirrored != VARIANT_FALSE;
+    const auto former = std::exchange(m_currentControl, morvane::ComPtr(control)); // may end with this call
     return S_OK;
 }
 
 STDMETHODIMP RenderDC::GetCurrentControl(IVexControlBase** result) noexcept
 {
-    return returning(result, [&] { return morvane::ComPtr(m_currentControl); });
+    return returning(result, [&] { return m_currentControl; });
 }
 
 } // namespace ambrel

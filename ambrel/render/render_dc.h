@@ -120,8 +120,8 @@ private:
     Rect m_updateRect;
     Rect m_viewport; // all zero: everything; empty in any other way: nothing
     bool m_hasGdiDrawing = false;
-    IVexControlBase* m_currentControl = nullptr; // borrowed: set for the length of its drawing
-    bool m_isMirrored = false;                   // whether that control is laid out from right to left
+    morvane::ComPtr<IVexControlBase> m_currentControl; // whose drawing this is; null between drawings
+    bool m_isMirrored = false;                         // whether that control is laid out from right to left
 };
 
 /// The object behind a context handed out by us; null for any other.
