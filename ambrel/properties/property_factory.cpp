@@ -67,8 +67,8 @@ ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* par
         return nullptr;
     // A group inside another belongs to whom that one belongs, also after it was taken elsewhere.
     auto group = PropertyGroup::create(above ? nullptr : owner, name, expanded);
-    if (above)
-        above->add(group);
+    if (above && !above->add(group))
+        return nullptr;
     return group.as<ICtrlPluginProp>();
 }
 

@@ -10,8 +10,8 @@ namespace ambrel {
 
 /// A property group. `owner` is borrowed: before it goes, it detaches itself with SetControlBasePtr(null) on its
 /// top-level groups. The group becomes the last sub-group of `parent`, which keeps it; a null
-/// parent makes a top-level group, which the caller keeps. Null when `parent` is not a group of this runtime. Throws
-/// std::bad_alloc.
+/// parent makes a top-level group, which the caller keeps. Null when `parent` is not a group of this runtime or lies
+/// too deep. Throws std::bad_alloc.
 morvane::ComPtr<ICtrlPluginProp> createGroup(IVexControlBase* owner, ICtrlPluginProp* parent, std::wstring_view name,
                                              bool expanded);
 

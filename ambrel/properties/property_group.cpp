@@ -106,6 +106,22 @@ bool PropertyGroup::isWithin(const PropertyGroup& ancestor) const noexcept
     return false;
 }
 
+int PropertyGroup::depth() const noexcept
+{
+    int depth = 0;
+    for (const PropertyGroup* group = this; group; group = group->m_parent)
+        ++depth;
+    return depth;
+}
+
+int PropertyGroup::height() const noexcept
+{
+    int below = 0;
+    for (const auto& group : groups())
+        below = std::max(below, group->height());
+    return below + 1;
+}
+
 void PropertyGroup::leaveProperty(IVexPropBase& property) noexcept
 {
     if (PropertyCore* core = coreOf(&property); core->group() == this)
@@ -122,7 +138,7 @@ void PropertyGroup::add(ComPtr<IVexPropBase> property, PropertyCore& core)
 
 bool PropertyGroup::add(ComPtr<PropertyGroup> group)
 {
-    if (isWithin(*group))
+    if (isWithin(*group) || depth() + group->height() > kDeepest)
         return false;
     PropertyGroup& added = *group.get();
     PropertyGroup* former = added.m_parent;

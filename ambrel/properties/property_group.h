@@ -57,7 +57,9 @@ public:
     PropertyCore* findProperty(std::wstring_view name) const noexcept; // the first of the name; borrowed
 
     void add(morvane::ComPtr<IVexPropBase> property, PropertyCore& core);
-    /// False when the group contains this one.
+    /// How many groups may lie inside each other: what walks them needs the stack.
+    static constexpr int kDeepest = 200;
+    /// False when the group contains this one, and when it would lie too deep.
     bool add(morvane::ComPtr<PropertyGroup> group);
 
     /// Borrowed: the owner of this group or of the nearest group above that has one.
@@ -123,6 +125,8 @@ private:
 
     Extras& extras();
     bool isWithin(const PropertyGroup& ancestor) const noexcept;
+    int depth() const noexcept;  // 1 for a top-level group
+    int height() const noexcept; // 1 for a group without groups
     morvane::ComPtr<PropertyGroup> takeGroup(PropertyGroup& group) noexcept;
     void leaveProperty(IVexPropBase& property) noexcept;
     PropertyCore* propertyOf(IVexPropType& descriptor) const noexcept;

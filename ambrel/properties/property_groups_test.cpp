@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <vector>
+
 namespace ambrel {
 namespace {
 
@@ -164,6 +166,24 @@ TEST_F(PropertiesTest, CloningAGroupCopiesWhatBothHave)
     EXPECT_EQ(textOf(otherType.get()), L"");
     EXPECT_EQ(textOf(deep.get()), L"14");
     EXPECT_EQ(notified, 0);
+}
+
+TEST_F(PropertiesTest, GroupsLieInsideEachOtherOnlySoDeep)
+{
+    std::vector<ComPtr<ICtrlPluginProp>> line = {group(L"g")};
+    for (int i = 0; i < 100'000 && line.back(); ++i)
+        line.push_back(group(L"g", line.back().get()));
+    ASSERT_FALSE(line.back());
+    line.pop_back();
+    EXPECT_LE(line.size(), 1000u);
+    make<morvane::LongProperty>(_PROPTYPE_LONG, L"Value", line.back().get());
+    const auto node = ConfigNode::create(L"Node");
+    VARIANT_BOOL done = VARIANT_FALSE;
+    EXPECT_EQ(line.front()->AccessConfig(node->handle(), VARIANT_FALSE, &done), S_OK);
+    const auto tall = group(L"tall");
+    group(L"top", tall.get());
+    EXPECT_EQ(line.back()->AddProp(tall.get()), E_INVALIDARG);
+    EXPECT_EQ(line[line.size() - 3]->AddProp(tall.get()), S_OK) << "where there is room for both";
 }
 
 TEST_F(PropertiesTest, OddCreationsAreRefused)
