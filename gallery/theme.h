@@ -13,7 +13,6 @@ struct Theme {
     OLE_COLOR textSoft;
     OLE_COLOR accent;
     OLE_COLOR selectSoft;
-    OLE_COLOR hotSoft;
     OLE_COLOR danger;
 
     static const Theme& light();

@@ -48,7 +48,7 @@ int run(HMODULE controls)
     resources->CreateAmbrel(Bstr(L"Minimal").get(), 0, window.put());
     const auto root = window.as<IAmbrel>();
     root->Create(0, {100, 100, 340, 200}, &done);
-    root->SetDragabled(VARIANT_TRUE); // all of the window is the application's: it is moved by its ground, closed by Alt+F4
+    root->SetDragabled(VARIANT_TRUE); // the window has no title bar: it is moved by its ground, closed by Alt+F4
     root->GetWindowHandle(&handle);
 
     ComPtr<IVexControlBase> control;
