@@ -56,6 +56,12 @@ TEST(BadSkinPackagesTest, OnlyUtf8IsUnderstood)
         EXPECT_EQ(error.file, "objects.xml");
     }
 
+    for (const char* reference : {"&#0;", "&#x000;", "a&#00;b", "&#xD800;", "&#xFFFE;", "&#x110000;"}) {
+        const std::string content = "<Ambrel a='" + std::string(reference) + "'/>";
+        const SkinError error = errorOf(withFile(compactPackage(), "objects.xml", content));
+        EXPECT_EQ(error.code, Code::BadEncoding) << reference << ' ' << error.text();
+    }
+
     const PackageFiles whole = compactPackage();
     const Bytes& plain = *whole.find("shareres.xml");
     const std::string marked = "\xEF\xBB\xBF" + std::string(plain.begin(), plain.end());

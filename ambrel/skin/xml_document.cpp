@@ -19,6 +19,20 @@ XmlDocument::XmlDocument(std::string file, const Bytes& bytes) : m_file(std::mov
     checkTree();
 }
 
+namespace {
+
+// "&#0;" in any of its spellings: the parser would end the text there.
+bool isReferenceToNothing(std::string_view text)
+{
+    if (!text.starts_with("&#"))
+        return false;
+    const std::size_t digits = text.starts_with("&#x") ? 3 : 2;
+    const std::size_t end = text.find_first_not_of('0', digits);
+    return end != std::string_view::npos && end > digits && text[end] == ';';
+}
+
+} // namespace
+
 // Bounds what the parser will allocate before it runs: it makes at most one node for each '<' and one for the text
 // before it, and one attribute for each '='.
 void XmlDocument::checkSource() const
@@ -28,6 +42,8 @@ void XmlDocument::checkSource() const
         const std::size_t length = characterLength(std::string_view(m_source).substr(at, 4));
         if (length == 0)
             failAt(Code::BadEncoding, at, "this is not UTF-8, or a character that XML does not allow");
+        if (isReferenceToNothing(std::string_view(m_source).substr(at)))
+            failAt(Code::BadEncoding, at, "there is no character 0");
         nodes += m_source[at] == '<' ? 2 : m_source[at] == '=' ? 1 : 0;
         if (nodes > kXmlNodes)
             failAt(Code::TooManyNodes, at,
