@@ -171,8 +171,8 @@ std::optional<skin::SkinError> SkinResourceSet::decode(const skin::Skin& skin, P
             }
         }
         picture->identity().name = nameOf(each);
-        result.insert_or_assign(each.id, picture);
         takeId(picture->identity(), each);
+        result.insert_or_assign(each.id, picture);
     }
     return std::nullopt;
 }
@@ -186,34 +186,34 @@ void SkinResourceSet::adopt(const skin::Skin& skin, Pictures pictures, IVexRes* 
     for (const skin::ImageSection& each : skin.resources.imageSections) {
         ImageBase& section = objectFor(own<ImageBase>(), each.id, resources);
         section.identity().name = nameOf(each.name, each);
-        section.setPicture(objectIn(all<Picture>(), each.picture));
         takeId(section.identity(), each);
+        section.setPicture(objectIn(all<Picture>(), each.picture));
         section.setSection(sectionOf(each));
     }
     for (const skin::Font& each : skin.resources.fonts) {
         Font& font = objectFor(own<Font>(), each.id, resources);
         font.identity().name = nameOf(each.name, each);
-        font.setLogFont(fontOf(each));
         takeId(font.identity(), each);
+        font.setLogFont(fontOf(each));
     }
     for (const skin::TextStyle& each : skin.resources.textStyles) {
         TextStyle& style = objectFor(own<TextStyle>(), each.id, resources);
         style.identity().name = nameOf(each.name, each);
-        style.setLook(lookOf(each));
         takeId(style.identity(), each);
+        style.setLook(lookOf(each));
         style.setFont(objectIn(all<Font>(), each.font));
     }
     for (const skin::Gradient& each : skin.resources.gradients) {
         FillColor& fill = objectFor(own<FillColor>(), each.id, resources);
         fill.identity().name = nameOf({}, each);
-        fill.setColours(each.start.value, each.end.value, each.rotation);
         takeId(fill.identity(), each);
+        fill.setColours(each.start.value, each.end.value, each.rotation);
     }
     for (const skin::Cursor& each : skin.resources.cursors) {
         Cursor& cursor = objectFor(own<Cursor>(), each.id, resources);
         cursor.identity().name = nameOf({}, each);
-        cursor.setStandard(each.isStandard ? each.standardCursor : 0);
         takeId(cursor.identity(), each);
+        cursor.setStandard(each.isStandard ? each.standardCursor : 0);
         if (!each.isStandard)
             cursor.put_ImageObj(objectIn(all<Picture>(), each.picture));
     }
