@@ -237,12 +237,28 @@ STDMETHODIMP TextStylePropertyObject::SetTextColor(OLE_COLOR color) noexcept
     return status;
 }
 
+namespace {
+
+/// Draws by a style of ours with `ours`, without a copy of the text; by any other style with `other` and a string.
+template <class Ours, class Other>
+HRESULT drawText(IVexTextStyle& style, const wchar_t* text, Ours&& ours, Other&& other)
+{
+    const std::wstring_view words = text ? std::wstring_view(text) : std::wstring_view();
+    ComPtr<DrawsText> face;
+    style.QueryInterface(kIidDrawsText, face.putVoid());
+    return face ? ours(*face.get(), words) : other(Bstr(words).get());
+}
+
+} // namespace
+
 STDMETHODIMP TextStylePropertyObject::Draw(hyper dc, const SkinRect* rect, const wchar_t* text,
                                            VARIANT_BOOL* drawn) noexcept
 {
     return drawing(m_object, rect, drawn, [&](IVexTextStyle& style, VARIANT_BOOL& done) {
-        const Bstr content(text ? std::wstring_view(text) : std::wstring_view());
-        return style.DrawText(dc, content.get(), *rect, VARIANT_FALSE, -1, nullptr, &done);
+        return drawText(
+            style, text,
+            [&](DrawsText& ours, std::wstring_view words) { return ours.drawTextOn(dc, *rect, words, done); },
+            [&](BSTR words) { return style.DrawText(dc, words, *rect, VARIANT_FALSE, -1, nullptr, &done); });
     });
 }
 
@@ -252,13 +268,10 @@ STDMETHODIMP TextStylePropertyObject::RenderDraw(IVexRenderDC* dc, const SkinRec
     return drawing(m_object, rect, drawn, [&](IVexTextStyle& style, VARIANT_BOOL& done) -> HRESULT {
         if (!dc)
             return E_POINTER;
-        const std::wstring_view words = text ? std::wstring_view(text) : std::wstring_view();
-        ComPtr<DrawsText> ours;
-        style.QueryInterface(kIidDrawsText, ours.putVoid());
-        if (ours)
-            return ours->renderText(*dc, *rect, words, done);
-        const Bstr content(words);
-        return style.RenderDrawText(dc, content.get(), *rect, VARIANT_FALSE, -1, nullptr, &done);
+        return drawText(
+            style, text,
+            [&](DrawsText& ours, std::wstring_view words) { return ours.renderText(*dc, *rect, words, done); },
+            [&](BSTR words) { return style.RenderDrawText(dc, words, *rect, VARIANT_FALSE, -1, nullptr, &done); });
     });
 }
 

@@ -160,12 +160,22 @@ STDMETHODIMP TextStyle::DrawText(hyper dc, BSTR text, SkinRect rect, VARIANT_BOO
         const Scale scale = currentScale();
         if (!calculate(*this, words, where, scale, calculateAndDraw != VARIANT_FALSE, userFormat, calculated))
             return true;
-        const BorrowedPixels target(reinterpret_cast<HDC>(dc), where);
-        if (target.isEmpty())
-            return false;
-        draw(target.canvas(), where, words, scale, userFormat);
-        return true;
+        return drawOn(reinterpret_cast<HDC>(dc), words, where, userFormat);
     });
+}
+
+bool TextStyle::drawOn(HDC dc, std::wstring_view text, const Rect& rect, long userFormat)
+{
+    const BorrowedPixels target(dc, rect);
+    if (target.isEmpty())
+        return false;
+    draw(target.canvas(), rect, text, currentScale(), userFormat);
+    return true;
+}
+
+HRESULT TextStyle::drawTextOn(hyper dc, const SkinRect& rect, std::wstring_view text, VARIANT_BOOL& drawn) noexcept
+{
+    return returning(&drawn, [&] { return drawOn(reinterpret_cast<HDC>(dc), text, toRect(rect), -1); });
 }
 
 /// S_FALSE on a context of somebody else and on one without a target.
@@ -254,11 +264,7 @@ STDMETHODIMP TextStyle::CalcTextSize(hyper, BSTR text, VARIANT_BOOL width, long*
 
 bool TextStyle::preview(HDC dc, const Rect& rect)
 {
-    const BorrowedPixels target(dc, rect);
-    if (target.isEmpty())
-        return false;
-    draw(target.canvas(), rect, L"AaBbYyZz", currentScale());
-    return true;
+    return drawOn(dc, L"AaBbYyZz", rect, -1);
 }
 
 namespace {

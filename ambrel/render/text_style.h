@@ -64,6 +64,7 @@ public:
 
     HRESULT renderText(IVexRenderDC& dc, const SkinRect& rect, std::wstring_view text,
                        VARIANT_BOOL& drawn) noexcept override;
+    HRESULT drawTextOn(hyper dc, const SkinRect& rect, std::wstring_view text, VARIANT_BOOL& drawn) noexcept override;
 
     STDMETHODIMP get_clrText(OLE_COLOR* result) noexcept override { return give(m_look.colour, result); }
     STDMETHODIMP put_clrText(OLE_COLOR value) noexcept override { return take(m_look.colour, value); }
@@ -133,6 +134,8 @@ private:
                     const TextFormat& format) const;
     TextFormat formatFor(long userFormat) const noexcept;
     HRESULT drawOn(IVexRenderDC& dc, std::wstring_view text, const Rect& rect, long userFormat);
+    /// False when the device context shows nothing of the rectangle.
+    bool drawOn(HDC dc, std::wstring_view text, const Rect& rect, long userFormat);
 
     TextLook m_look;
     morvane::ComPtr<IVexFontEx> m_font;        // null: the default font

@@ -439,6 +439,15 @@ TEST_F(TextStyleTest, ThePropertiesWayToDrawIsTheInterfacesWay)
     EXPECT_EQ(face->renderText(m_device.renderDC(), rect, L"Same", done), S_OK);
     EXPECT_EQ(done, VARIANT_TRUE);
     EXPECT_EQ(ink(), byInterface);
+    DibSurface target({300, 100});
+    fillRect(target.canvas(), {0, 0, 300, 100}, kWhite);
+    EXPECT_EQ(face->drawTextOn(reinterpret_cast<hyper>(target.dc()), rect, L"Same", done), S_OK);
+    EXPECT_EQ(done, VARIANT_TRUE);
+    for (int y = 0; y < 100; ++y)
+        for (int x = 0; x < 300; ++x)
+            ASSERT_EQ(target.pixels().at(x, y) | 0xFF000000u, m_device.surface()->pixels().at(x, y));
+    EXPECT_EQ(face->drawTextOn(0, rect, L"Same", done), S_OK);
+    EXPECT_EQ(done, VARIANT_FALSE);
     const auto alone = Instance<RenderDC>::make();
     EXPECT_EQ(face->renderText(*alone.get(), rect, L"Same", done), S_FALSE);
     EXPECT_EQ(done, VARIANT_FALSE);
