@@ -55,15 +55,17 @@ becomes()
     echo "it is at $(place)" >&2
     return 1
 }
-# drag DX DY: with the button held, from where the pointer is, as a hand does it: in steps
+# drag DX DY: with the button held, from where the pointer is, as a hand does it: in steps, and not before the system has
+# taken hold of the window
 drag()
 {
-    xdotool mousedown 1
-    sleep 0.1
-    xdotool mousemove_relative -- $(($1 / 2)) $(($2 / 2))
-    sleep 0.1
-    xdotool mousemove_relative -- $(($1 - $1 / 2)) $(($2 - $2 / 2))
     sleep 0.2
+    xdotool mousedown 1
+    sleep 0.6
+    xdotool mousemove_relative -- $(($1 / 2)) $(($2 / 2))
+    sleep 0.3
+    xdotool mousemove_relative -- $(($1 - $1 / 2)) $(($2 - $2 / 2))
+    sleep 0.4
     xdotool mouseup 1
 }
 click()
