@@ -402,7 +402,7 @@ void ResourceExport::take(skin::Gradient& entry, FillColor& object)
     object.get_clrEnd(&colour);
     takeColour(entry.end, colour);
     object.get_nGradientIrotation(&rotation);
-    entry.rotation = static_cast<std::int32_t>(rotation);
+    entry.rotation = static_cast<std::int32_t>(rotation % 360);
 }
 
 void ResourceExport::take(skin::Cursor& entry, Cursor& object)

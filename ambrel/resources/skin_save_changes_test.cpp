@@ -212,6 +212,15 @@ TEST_F(SkinSaveChangesTest, TabOrderCanvasAndCursorOfAControlAreSaved)
     EXPECT_EQ(changed, VARIANT_TRUE);
 }
 
+TEST_F(SkinSaveChangesTest, AFillThatWasTurnedMoreThanOnceIsSavedAsItLooks)
+{
+    ASSERT_EQ(open(packaged), S_OK);
+    const auto fill = add<IFillColor>(VEXOBJTYPE_GRADIENTCLR, L"Turned");
+    ASSERT_TRUE(fill);
+    fill->put_nGradientIrotation(1170);
+    EXPECT_EQ(std::ranges::count(saved().resources.gradients, 90, &skin::Gradient::rotation), 1);
+}
+
 TEST_F(SkinSaveChangesTest, TheNumberOfImagesInASectionIsSavedAndDividesWhatIsShown)
 {
     ASSERT_EQ(open(packaged), S_OK);
