@@ -11,15 +11,8 @@ readonly bar=32 # the height of the title bar
 # part WIDTHxHEIGHT+X+Y: what a part of the window looks like, as one number
 part() { import -window "$window" -crop "${1%+*}+$((bar + ${1##*+}))" -depth 8 rgb:- 2>/dev/null | cksum; }
 # changes PART BEFORE: whether it comes to look otherwise
-changes()
-{
-    local _
-    for _ in $(seq 25); do
-        [ "$(part "$1")" != "$2" ] && return 0
-        sleep 0.1
-    done
-    return 1
-}
+looks_otherwise() { [ "$(part "$1")" != "$2" ]; }
+changes() { within 10 looks_otherwise "$@"; }
 # settled PART: the same, once it no longer changes: a busy machine shows windows half drawn
 settled()
 {
@@ -45,16 +38,8 @@ place()
     echo "$X,$Y ${WIDTH}x$HEIGHT"
 }
 # becomes PLACE: whether the window comes to stand there
-becomes()
-{
-    local _
-    for _ in $(seq 25); do
-        [ "$(place)" = "$1" ] && return 0
-        sleep 0.1
-    done
-    echo "it is at $(place)" >&2
-    return 1
-}
+stands() { [ "$(place)" = "$1" ]; }
+becomes() { within 10 stands "$1" || { echo "it is at $(place)" >&2; return 1; }; }
 # drag DX DY: with the button held, from where the pointer is, as a hand does it: in steps, and not before the system has
 # taken hold of the window
 drag()
@@ -152,10 +137,10 @@ changes $title "$check_box"
 report $? "Home goes to the first page"
 first=$(settled $title)
 xdotool key c
-within 5 looks $title "$check_box"
+within 10 looks $title "$check_box"
 report $? "a letter goes to the next page that begins with it"
 xdotool key c
-within 5 looks $title "$first"
+within 10 looks $title "$first"
 report $? "and again to the one after, from the last to the first"
 mark=196x1+0+98 # through the lower edge of the mark around the first entry
 with=$(settled $mark)
@@ -166,10 +151,22 @@ report $? "End goes to the last page, and the mark of the focus with it"
 # Each page is made anew; nothing of the former may stay. The first round fills what is kept on purpose. A page that
 # stayed would be 150 KiB; the process breathes by some of them.
 memory() { awk '/^VmRSS/ {print $2}' "/proc/$app/status"; }
-round() { for _ in $(seq "$1"); do xdotool key --delay 30 Down; done; sleep 1; }
-round 48
+# tours COUNT: from the last page through all of them back to it; keys never wait in line for slow pages
+tours()
+{
+    local _
+    for _ in $(seq "$1"); do
+        xdotool key Down
+        within 20 looks $title "$first" || return
+        xdotool key --delay 30 Down Down Down Down Down Down Down
+        within 20 looks $title "$last" || return
+    done
+}
+last=$(settled $title)
+tours 6
 before=$(memory)
-round 96
+tours 12
+report $? "Down goes from the last page to the first, and round"
 grown=$(($(memory) - before))
 [ "$grown" -lt 8000 ]
 report $? "96 changes of the page keep the memory (grown by $grown KiB)"
@@ -177,7 +174,7 @@ report $? "96 changes of the page keep the memory (grown by $grown KiB)"
 # The switches below the list: everything is made anew while the window stands.
 ground_is() { [ "$(import -window "$window" -crop 1x1+700+570 -depth 8 txt:- | grep -o '#[0-9A-F]\{6\}')" = "$1" ]; }
 click 28 474
-within 5 ground_is '#1E2126'
+within 10 ground_is '#1E2126'
 report $? "the dark look comes at a press"
 click 82 444
 becomes "$X,$Y 1435x888"
@@ -188,7 +185,7 @@ becomes "$X,$Y 957x592"
 report $? "the new switch has the focus of the old one"
 sleep 0.5
 click 28 474
-within 5 ground_is '#F3F4F7'
+within 10 ground_is '#F3F4F7'
 report $? "the light look comes back"
 
 xdotool mousemove $((X + 400)) $((Y + 16))
