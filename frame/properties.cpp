@@ -1,5 +1,7 @@
 #include "frame/properties.h"
 
+#include "frame/com/variant.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
@@ -215,35 +217,21 @@ void TextStyleProp::draw(IVexRenderDC& dc, const Rect& rect, const Bstr& text) c
         m_property->RenderDraw(&dc, &target, text.get(), &drawn);
 }
 
-namespace {
-
-/// A value by way of the automation type, freed with this object.
-struct Variant {
-    Variant() noexcept { VariantInit(&value); }
-    Variant(const Variant&) = delete;
-    Variant& operator=(const Variant&) = delete;
-    ~Variant() { VariantClear(&value); }
-
-    VARIANT value;
-};
-
-} // namespace
-
 void PluginProp::setDialog(int identifier)
 {
     Variant number;
-    number.value.vt = VT_I4;
-    number.value.lVal = identifier;
+    number.vt = VT_I4;
+    number.lVal = identifier;
     if (m_property)
-        m_property->SetPrivateValue(number.value);
+        m_property->SetPrivateValue(number);
 }
 
 Bstr PluginProp::text() const
 {
     Variant content;
     if (m_property)
-        m_property->GetVariant(&content.value);
-    return content.value.vt == VT_BSTR ? Bstr(viewOf(content.value.bstrVal)) : Bstr();
+        m_property->GetVariant(&content);
+    return content.vt == VT_BSTR ? Bstr(viewOf(content.bstrVal)) : Bstr();
 }
 
 void PluginProp::setText(const wchar_t* text)
@@ -251,9 +239,9 @@ void PluginProp::setText(const wchar_t* text)
     if (!m_property)
         return;
     Variant content;
-    content.value.bstrVal = Bstr(text ? std::wstring_view(text) : std::wstring_view()).detach();
-    content.value.vt = VT_BSTR;
-    m_property->SetVariant(content.value);
+    content.bstrVal = Bstr(text ? std::wstring_view(text) : std::wstring_view()).detach();
+    content.vt = VT_BSTR;
+    m_property->SetVariant(content);
 }
 
 void PropertyGroup::initialise(ComboProp& p, const Choices& choices)

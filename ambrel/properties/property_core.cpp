@@ -4,6 +4,7 @@
 #include "ambrel/properties/property_descriptor.h"
 #include "ambrel/properties/property_group.h"
 #include "ambrel/trace/trace.h"
+#include "frame/com/variant.h"
 
 #include <utility>
 
@@ -12,6 +13,7 @@ namespace ambrel {
 using morvane::Bstr;
 using morvane::ComPtr;
 using morvane::guarded;
+using morvane::Variant;
 
 PropertyCore::~PropertyCore()
 {
@@ -130,19 +132,6 @@ PropertyCore* coreOf(IVexPropBase* property) noexcept
     return static_cast<PropertyCore*>(core);
 }
 
-namespace {
-
-struct OwnedVariant {
-    OwnedVariant() noexcept { VariantInit(&value); }
-    OwnedVariant(const OwnedVariant&) = delete;
-    OwnedVariant& operator=(const OwnedVariant&) = delete;
-    ~OwnedVariant() { VariantClear(&value); }
-
-    VARIANT value;
-};
-
-} // namespace
-
 namespace config {
 
 HRESULT descriptor(PropertyCore& property, IVexPropType** result) noexcept
@@ -164,25 +153,25 @@ HRESULT setVariant(PropertyCore& property, const VARIANT& value, Notify notify) 
         const ComPtr<IVexPropBase> hold(&property.asInterface()); // what is asked for a value may release it
         if (!(value.vt & VT_BYREF))
             return property.kind().setVariant(property, value, notify);
-        OwnedVariant own;
+        Variant own;
         if (!value.byref)
             return E_INVALIDARG;
-        if ((value.vt & VT_TYPEMASK) == VT_RECORD || FAILED(VariantCopyInd(&own.value, const_cast<VARIANT*>(&value))) ||
-            (own.value.vt & VT_BYREF))
+        if ((value.vt & VT_TYPEMASK) == VT_RECORD || FAILED(VariantCopyInd(&own, const_cast<VARIANT*>(&value))) ||
+            (own.vt & VT_BYREF))
             return DISP_E_TYPEMISMATCH;
-        return property.kind().setVariant(property, own.value, notify);
+        return property.kind().setVariant(property, own, notify);
     });
 }
 
 HRESULT getDispatch(PropertyCore& property, IDispatch** result) noexcept
 {
     return morvane::filling(result, [&](IDispatch*& place) {
-        OwnedVariant own;
-        const HRESULT status = property.kind().getVariant(property, own.value);
+        Variant own;
+        const HRESULT status = property.kind().getVariant(property, own);
         if (FAILED(status))
             return status;
-        if (own.value.vt == VT_DISPATCH)
-            place = std::exchange(own.value.pdispVal, nullptr);
+        if (own.vt == VT_DISPATCH)
+            place = std::exchange(own.pdispVal, nullptr);
         return place ? S_OK : S_FALSE;
     });
 }
@@ -225,9 +214,9 @@ HRESULT clone(PropertyCore& property, IVexPropBase* source) noexcept
             property.kind().copyFrom(property, *core);
             return S_OK;
         }
-        OwnedVariant own;
-        const HRESULT status = source->GetVariant(&own.value);
-        return FAILED(status) ? status : setVariant(property, own.value, Notify::No);
+        Variant own;
+        const HRESULT status = source->GetVariant(&own);
+        return FAILED(status) ? status : setVariant(property, own, Notify::No);
     });
 }
 

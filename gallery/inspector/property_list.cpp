@@ -1,5 +1,6 @@
 #include "gallery/inspector/property_list.h"
 
+#include "frame/com/variant.h"
 #include "host/typed_properties.h"
 
 #include <algorithm>
@@ -7,15 +8,9 @@
 
 namespace gallery {
 
-namespace {
+using morvane::Variant;
 
-/// A variant that is cleared.
-struct Value : VARIANT {
-    Value() { VariantInit(this); }
-    Value(const Value&) = delete;
-    Value& operator=(const Value&) = delete;
-    ~Value() { VariantClear(this); }
-};
+namespace {
 
 PropertyEditor editorOf(enumPropType type)
 {
@@ -69,7 +64,7 @@ bool isSetting(const PropertyRow& row)
 }
 
 /// The name of the shared resource a property holds; empty when it holds none or one without a name.
-std::wstring resourceName(const Value& value)
+std::wstring resourceName(const Variant& value)
 {
     Bstr name;
     if (value.vt == VT_DISPATCH && value.pdispVal)
@@ -102,7 +97,7 @@ std::vector<PropertyRow> listProperties(IVexControlBase& control)
 
 std::wstring valueText(const PropertyRow& row)
 {
-    Value value;
+    Variant value;
     row.property->GetVariant(&value);
     if (const std::wstring name = resourceName(value); !name.empty())
         return name;
@@ -122,7 +117,7 @@ std::wstring valueText(const PropertyRow& row)
 
 bool isTrue(const PropertyRow& row)
 {
-    Value value;
+    Variant value;
     return SUCCEEDED(row.property->GetVariant(&value)) && value.vt == VT_BOOL && value.boolVal != VARIANT_FALSE;
 }
 
@@ -135,7 +130,7 @@ bool setText(IVexControlBase& control, const PropertyRow& row, const std::wstrin
 
 bool setTrue(IVexControlBase& control, const PropertyRow& row, bool isOn)
 {
-    Value value;
+    Variant value;
     value.vt = VT_BOOL;
     value.boolVal = isOn ? VARIANT_TRUE : VARIANT_FALSE;
     return changed(control, row.property->SetVariant(value));
@@ -144,7 +139,7 @@ bool setTrue(IVexControlBase& control, const PropertyRow& row, bool isOn)
 bool step(IVexControlBase& control, const PropertyRow& row, int direction)
 {
     constexpr float kFloatStep = 0.1f;
-    Value value;
+    Variant value;
     if (FAILED(row.property->GetVariant(&value)))
         return false;
     if (value.vt == VT_I4)

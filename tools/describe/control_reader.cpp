@@ -2,6 +2,7 @@
 
 #include "ambrel/ambrel.h"
 #include "frame/com/bstr.h"
+#include "frame/com/variant.h"
 
 #include <array>
 #include <stdexcept>
@@ -10,15 +11,9 @@
 namespace describe {
 
 using morvane::Bstr;
+using morvane::Variant;
 
 namespace {
-
-struct Value : VARIANT {
-    Value() { VariantInit(this); }
-    Value(const Value&) = delete;
-    Value& operator=(const Value&) = delete;
-    ~Value() { VariantClear(this); }
-};
 
 std::wstring ask(IVexControlBase& control, VexMsgID question)
 {
@@ -35,7 +30,7 @@ std::wstring ask(IVexControlBase& control, VexMsgID question)
 /// The value a property has before any skin or application sets it; null where it holds no resource.
 void writeInitial(JsonWriter& json, IVexPropBase& property)
 {
-    Value value;
+    Variant value;
     property.GetVariant(&value);
     json.key("initial");
     switch (value.vt) {
